@@ -1,0 +1,248 @@
+#include "AppDelegate.h"
+
+#include "Services/LaunchAtLogin.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+#include <QStringList>
+#include <QThread>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+constexpr double DefaultInterval = 3.0; // seconds
+constexpr double AnimationDuration = 0.5; // seconds
+constexpr std::chrono::milliseconds AnimationPeriod{33}; // 30 steps a second
+constexpr std::chrono::milliseconds OnboardingDelay{500};
+
+const QString onboardingShownKey = QStringLiteral("onboardingShown");
+
+[[noreturn]] void fatal(const char *reason)
+{
+    std::fprintf(stderr, "Fatal error: %s (Meterkin/AppDelegate)\n", reason);
+    std::abort();
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wallClock,
+                         QObject *parent)
+    : QObject(parent)
+    , m_platform(platform)
+    , m_clock(std::move(clock))
+    , m_collector(platform.makeFanController(), platform.makePageCounters(),
+                  platform.makeProcessorTicks())
+    , m_alertManager(platform.notificationCentre(), std::move(wallClock))
+    , m_settingsVM(platform.defaultsStore())
+    , m_hotkeyManager(platform.hotkeyRegistrar())
+    , m_updaterController(platform.updateFramework(), platform.defaultsStore())
+{
+    m_animationTimer.setTimerType(Qt::PreciseTimer);
+    m_animationTimer.setInterval(AnimationPeriod);
+    connect(&m_animationTimer, &QTimer::timeout, this, &AppDelegate::animationStep);
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    requireMainThread();
+    registerSettingsDefaults(m_platform.defaultsStore());
+    m_dashboardVM = std::make_unique<DashboardViewModel>(m_collector);
+
+    m_statusItem = m_platform.makeStatusItem();
+    connect(m_statusItem.get(), &StatusItem::clicked, this, &AppDelegate::togglePopover);
+    connect(m_statusItem.get(), &StatusItem::openSettingsRequested, this,
+            &AppDelegate::openSettings);
+    connect(m_statusItem.get(), &StatusItem::quitRequested, this, &AppDelegate::quit);
+    if (m_statusItem->hasButton())
+        m_statusItem->setTitle({QStringLiteral("-"), tierColor(ThresholdTier::green),
+                                widestText(m_settingsVM.menuBarMetric())});
+
+    synchronizeLaunchAtLogin(m_settingsVM, m_platform.loginItem());
+
+    m_collector.onTick = [self = QPointer(this)] {
+        if (self)
+            self->handleTick();
+    };
+    const double interval = m_settingsVM.updateInterval();
+    m_collector.start(interval > 0.0 ? interval : DefaultInterval);
+
+    m_displaySettingsObserver = std::make_unique<ObservationScope>(
+        [this] {
+            m_settingsVM.menuBarMetric();
+            for (const SystemMetric metric : allMetrics)
+                m_settingsVM.thresholds(metric);
+        },
+        [this] { updateStatusItem(); });
+    m_hotkeySettingsObserver = std::make_unique<ObservationScope>(
+        [this] {
+            m_settingsVM.hotkeyEnabled();
+            m_settingsVM.hotkeyKeyCode();
+            m_settingsVM.hotkeyModifiers();
+        },
+        [this] { registerHotkey(); });
+    registerHotkey();
+
+    if (DiskImageCleaner *cleaner = m_platform.diskImageCleaner())
+        cleaner->start();
+
+    if (!m_platform.defaultsStore().boolean(onboardingShownKey))
+        QTimer::singleShot(OnboardingDelay, this, &AppDelegate::showOnboarding);
+}
+
+void AppDelegate::handleTick()
+{
+    requireMainThread();
+    dashboard().update();
+    updateStatusItem();
+    m_alertManager.checkAlerts(m_settingsVM, dashboard());
+    // A machine without fans must not keep a fan title; whoever picks it later has his way.
+    if (!std::exchange(m_hasCheckedFanCount, true) && m_collector.fanCount() == 0
+        && m_settingsVM.menuBarMetric() == SystemMetric::fanSpeed)
+        m_settingsVM.setMenuBarMetric(SystemMetric::memoryUsage);
+    emit tickHandled();
+}
+
+void AppDelegate::updateStatusItem()
+{
+    if (!statusItem().hasButton())
+        return;
+    const SystemMetric metric = m_settingsVM.menuBarMetric();
+    const QString text = dashboard().displayText(metric);
+    // A missing value is judged as zero: green under the usual thresholds.
+    const ThresholdTier tier =
+        tierOf(dashboard().currentValue(metric).value_or(0.0), m_settingsVM.thresholds(metric));
+    if (tier != m_previousTier) {
+        // From what is shown now, so that a change in mid-animation does not jump.
+        startColorAnimation(animatedColor().value_or(tierColor(m_previousTier)), tierColor(tier));
+        m_previousTier = tier;
+    }
+    m_statusItem->setTitle({text, animatedColor().value_or(tierColor(tier)), widestText(metric)});
+    m_statusItem->setAccessibilityLabel(QStringLiteral("meterkin: ") + text);
+    m_statusItem->setToolTip(toolTipText());
+}
+
+QString AppDelegate::toolTipText() const
+{
+    QStringList lines;
+    for (const SystemMetric metric : allMetrics)
+        lines << titleOf(metric) + QStringLiteral(": ") + m_dashboardVM->displayText(metric);
+    return lines.join(u'\n');
+}
+
+void AppDelegate::startColorAnimation(const QColor &from, const QColor &to)
+{
+    m_animationStartColor = from;
+    m_animationTargetColor = to;
+    m_animationStartTime = m_clock();
+    m_animationTimer.start();
+}
+
+void AppDelegate::animationStep()
+{
+    if (!m_animationStartTime) {
+        m_animationTimer.stop();
+        return;
+    }
+    if (secondsSince(*m_animationStartTime) >= AnimationDuration) {
+        m_animationTimer.stop();
+        m_animationStartTime.reset();
+    }
+    updateStatusItem();
+}
+
+std::optional<QColor> AppDelegate::animatedColor() const
+{
+    if (!m_animationTimer.isActive() || !m_animationStartTime)
+        return std::nullopt;
+    return interpolateColor(m_animationStartColor, m_animationTargetColor,
+                            secondsSince(*m_animationStartTime) / AnimationDuration);
+}
+
+double AppDelegate::secondsSince(TimePoint start) const
+{
+    return std::chrono::duration<double>(m_clock() - start).count();
+}
+
+void AppDelegate::registerHotkey()
+{
+    if (!m_settingsVM.hotkeyEnabled() || m_settingsVM.hotkeyKeyCode() == 0) {
+        m_hotkeyManager.unregister();
+        return;
+    }
+    m_hotkeyManager.registerHotkey(
+        m_settingsVM.hotkeyKeyCode(), m_settingsVM.hotkeyModifiers(), [self = QPointer(this)] {
+            if (self)
+                QMetaObject::invokeMethod(self, &AppDelegate::togglePopover, Qt::QueuedConnection);
+        });
+}
+
+void AppDelegate::togglePopover()
+{
+    PopoverContainer *popover = m_platform.popover();
+    if (popover == nullptr || !statusItem().hasButton())
+        return;
+    if (popover->isShown())
+        popover->close();
+    else
+        popover->show(statusItem().geometry());
+}
+
+void AppDelegate::showDashboard()
+{
+    if (const PopoverContainer *popover = m_platform.popover();
+        popover != nullptr && !popover->isShown())
+        togglePopover();
+}
+
+void AppDelegate::openSettings()
+{
+    if (PopoverContainer *popover = m_platform.popover())
+        popover->close();
+    if (ApplicationWindows *windows = m_platform.windows())
+        windows->openSettings();
+}
+
+void AppDelegate::showOnboarding()
+{
+    if (ApplicationWindows *windows = m_platform.windows())
+        windows->showOnboarding([self = QPointer(this)] {
+            if (self)
+                self->completeOnboarding();
+        });
+}
+
+void AppDelegate::completeOnboarding()
+{
+    m_platform.defaultsStore().setBoolean(onboardingShownKey, true);
+    if (ApplicationWindows *windows = m_platform.windows())
+        windows->closeOnboarding();
+}
+
+void AppDelegate::quit()
+{
+    QCoreApplication::quit();
+}
+
+DashboardViewModel &AppDelegate::dashboard()
+{
+    if (!m_dashboardVM)
+        fatal("the dashboard model is missing");
+    return *m_dashboardVM;
+}
+
+StatusItem &AppDelegate::statusItem()
+{
+    if (!m_statusItem)
+        fatal("the status item is missing");
+    return *m_statusItem;
+}
+
+void AppDelegate::requireMainThread() const
+{
+    if (QThread::currentThread() != thread())
+        fatal("Incorrect actor executor assumption; Expected same executor as the main thread");
+}

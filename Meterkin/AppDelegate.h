@@ -1,0 +1,93 @@
+#pragma once
+
+#include "Model/DashboardViewModel.h"
+#include "Model/ObservationScope.h"
+#include "Model/SettingsViewModel.h"
+#include "Platform/Clock.h"
+#include "Platform/Platform.h"
+#include "Sampling/MetricCollector.h"
+#include "Services/AlertManager.h"
+#include "Services/HotkeyManager.h"
+#include "TierColors.h"
+#include "UpdaterController.h"
+
+#include <QObject>
+#include <QTimer>
+
+#include <memory>
+#include <optional>
+
+/// Owns the running program: the models, the services, the status item and its colour animation.
+/// Main thread only.
+class AppDelegate : public QObject {
+    Q_OBJECT
+
+public:
+    /// Creates collector, alert manager, settings, hot key and updates, in this order. The platform
+    /// outlives the delegate.
+    explicit AppDelegate(
+        Platform &platform, MonotonicClock clock = [] { return std::chrono::steady_clock::now(); },
+        WallClock wallClock = [] { return std::chrono::system_clock::now(); },
+        QObject *parent = nullptr);
+    ~AppDelegate() override;
+
+    /// The launch sequence: status item, popover, login item, sampling, observers, hot key,
+    /// clean-up, onboarding. Once.
+    void applicationDidFinishLaunching();
+
+    /// Closes the dashboard when it is shown, else shows it at the status item.
+    void togglePopover();
+    /// Shows the dashboard, or leaves it shown.
+    void showDashboard();
+    void openSettings();
+    void showOnboarding();
+    /// Remembers that the onboarding was finished and closes its window.
+    void completeOnboarding();
+    void quit();
+
+    MetricCollector &collector() { return m_collector; }
+    SettingsViewModel &settings() { return m_settingsVM; }
+
+signals:
+    /// A sample has been taken in and shown.
+    void tickHandled();
+
+private:
+    using TimePoint = std::chrono::steady_clock::time_point;
+
+    void handleTick();
+    void updateStatusItem();
+    void registerHotkey();
+    QString toolTipText() const;
+
+    void startColorAnimation(const QColor &from, const QColor &to);
+    void animationStep();
+    /// The blend of the running animation; nothing when none is running.
+    std::optional<QColor> animatedColor() const;
+    double secondsSince(TimePoint start) const;
+
+    DashboardViewModel &dashboard();
+    StatusItem &statusItem();
+    void requireMainThread() const;
+
+    Platform &m_platform;
+    MonotonicClock m_clock;
+
+    MetricCollector m_collector;
+    AlertManager m_alertManager;
+    SettingsViewModel m_settingsVM;
+    HotkeyManager m_hotkeyManager;
+    std::unique_ptr<DashboardViewModel> m_dashboardVM; ///< from the launch sequence on
+    std::unique_ptr<StatusItem> m_statusItem; ///< likewise
+    UpdaterController m_updaterController;
+
+    ThresholdTier m_previousTier = ThresholdTier::green;
+    QTimer m_animationTimer;
+    QColor m_animationStartColor = tierColor(ThresholdTier::green);
+    QColor m_animationTargetColor = tierColor(ThresholdTier::green);
+    std::optional<TimePoint> m_animationStartTime;
+    bool m_hasCheckedFanCount = false;
+
+    std::unique_ptr<ObservationScope> m_displaySettingsObserver;
+    std::unique_ptr<ObservationScope> m_hotkeySettingsObserver;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QGuiApplication>
+
+#include <memory>
+
+class AppDelegate;
+class LinuxPlatform;
+class SingleInstance;
+class TerminationSignals;
+
+/// The program: sets the kit up, sees to it that there is one instance, and runs the delegate over
+/// this system's back end.
+class MeterkinApp {
+public:
+    MeterkinApp(int &argc, char **argv);
+    ~MeterkinApp();
+
+    /// The program's exit status.
+    int run();
+
+private:
+    std::unique_ptr<QGuiApplication> m_application;
+    std::unique_ptr<TerminationSignals> m_signals;
+    std::unique_ptr<SingleInstance> m_instance;
+    std::unique_ptr<LinuxPlatform> m_platform;
+    std::unique_ptr<AppDelegate> m_delegate;
+};

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+#include <QProperty>
+
+#include <functional>
+
+/// Watches the bindable properties that a function reads. When any of them changes, `changed` is
+/// called from the event loop: once, however many changes there were before it. What changes from
+/// then on, `changed` itself included, leads to another call. Nothing is called any more once the
+/// scope is gone. Main thread only.
+class ObservationScope : public QObject {
+    Q_OBJECT
+
+public:
+    /// Calls `reads` at once, and again before each call of `changed`; it must write nothing.
+    ObservationScope(std::function<void()> reads, std::function<void()> changed,
+                     QObject *parent = nullptr);
+
+private:
+    void observe();
+    void react();
+
+    std::function<void()> m_reads;
+    std::function<void()> m_changed;
+    bool m_isReading = false;
+    QProperty<int> m_probe; ///< depends, through its binding, on what was read
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QObject>
+
+#include <optional>
+
+/// Gives the enumeration its names at run time, for QML and for test output.
+namespace ThresholdTiers {
+Q_NAMESPACE
+
+/// How a value is judged.
+enum class ThresholdTier { green, yellow, red };
+Q_ENUM_NS(ThresholdTier)
+
+} // namespace ThresholdTiers
+
+using ThresholdTiers::ThresholdTier;
+
+/// Where the tiers of one kind of measurement begin, in its unit. The order is not enforced: with
+/// green above yellow there is no yellow tier.
+struct Thresholds {
+    double green = 0.0; ///< values below are green
+    double yellow = 0.0; ///< other values below are yellow, the rest red
+
+    bool operator==(const Thresholds &) const = default;
+};
+
+/// The tier of a value; an absent one is green.
+ThresholdTier tierOf(std::optional<double> value, const Thresholds &thresholds);

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QString>
+#include <QVariantMap>
+
+#include <optional>
+
+/// The user's settings by key, kept over restarts. A key never set reads as its registered
+/// default; registered defaults are not stored. Main thread only.
+class DefaultsStore {
+public:
+    virtual ~DefaultsStore() = default;
+
+    /// Adds to the defaults; a key registered before takes the new value.
+    virtual void registerDefaults(const QVariantMap &defaults) = 0;
+
+    virtual std::optional<QString> text(const QString &key) const = 0;
+    /// 0.0 for a missing or non-numeric value.
+    virtual double number(const QString &key) const = 0;
+    /// False for a missing value or one that is no truth value.
+    virtual bool boolean(const QString &key) const = 0;
+    /// 0 for a missing or non-numeric value; a number beyond 64 bits reads as the nearest limit.
+    virtual qint64 integer(const QString &key) const = 0;
+
+    /// Each write is on its way to the disk, whole, when the call returns. A store that cannot be
+    /// written keeps the value for this run.
+    virtual void setText(const QString &key, const QString &value) = 0;
+    virtual void setNumber(const QString &key, double value) = 0;
+    virtual void setBoolean(const QString &key, bool value) = 0;
+    virtual void setInteger(const QString &key, qint64 value) = 0;
+
+    /// Where the user finds the store, for messages.
+    virtual QString location() const = 0;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+/// Names a hot key among those of all programs.
+struct HotkeyIdentifier {
+    std::uint32_t signature = 0; ///< four characters, the first in the most significant byte
+    std::uint32_t id = 0;
+
+    bool operator==(const HotkeyIdentifier &) const = default;
+};
+
+/// A key combination as it is stored, the same on every system.
+struct HotkeyCombination {
+    std::uint32_t keyCode = 0; ///< virtual key code of the ANSI layout
+    std::uint32_t modifiers = 0; ///< bits: command 0x100, shift 0x200, option 0x800, control 0x1000
+
+    bool operator==(const HotkeyCombination &) const = default;
+};
+
+/// Binds one key combination over all programs. Main thread only.
+class HotkeyRegistrar {
+public:
+    virtual ~HotkeyRegistrar() = default;
+
+    /// `pressed` runs on the main thread at each press, until it is removed; it may remove or
+    /// replace itself while it runs. At most one handler at a time. False when it failed.
+    virtual bool installPressHandler(std::function<void()> pressed) = 0;
+    virtual void removePressHandler() = 0;
+
+    /// At most one hot key at a time. False when it is known at once that it will not work; a
+    /// system that answers later and refuses leaves a hot key that does nothing.
+    virtual bool registerHotkey(const HotkeyCombination &combination,
+                                const HotkeyIdentifier &identifier) = 0;
+    /// Only after a successful registerHotkey().
+    virtual void unregisterHotkey() = 0;
+};

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QtGlobal>
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// A small file of the kernel that is read over and over: kept open, into a buffer that is kept.
+/// One thread at a time.
+class KernelFile {
+public:
+    explicit KernelFile(std::string path);
+    ~KernelFile();
+    Q_DISABLE_COPY_MOVE(KernelFile)
+
+    /// The whole text now, valid until the next read; absent when it cannot be read or is empty. A
+    /// file that failed is opened anew the next time: it may have been replaced.
+    std::optional<std::string_view> read();
+
+private:
+    bool open();
+    void close();
+    void grow();
+
+    std::string m_path;
+    int m_descriptor = -1;
+    std::size_t m_capacity = 0;
+    std::unique_ptr<char[]> m_buffer;
+};

@@ -1,0 +1,26 @@
+#include "Platform/Linux/LinuxPlatform.h"
+
+#include "Platform/Linux/HwmonFans.h"
+#include "Platform/Linux/LinuxStatusItem.h"
+#include "Platform/Linux/ProcMeminfo.h"
+#include "Platform/Linux/ProcStat.h"
+
+std::unique_ptr<FanControllerConnection> LinuxPlatform::makeFanController()
+{
+    return std::make_unique<HwmonFans>();
+}
+
+std::unique_ptr<PageCounters> LinuxPlatform::makePageCounters()
+{
+    return std::make_unique<ProcMeminfo>();
+}
+
+std::unique_ptr<ProcessorTicks> LinuxPlatform::makeProcessorTicks()
+{
+    return std::make_unique<ProcStat>();
+}
+
+std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()
+{
+    return std::make_unique<LinuxStatusItem>(m_x11, m_bus, m_defaults);
+}

@@ -1,0 +1,149 @@
+#include "Platform/Linux/LinuxStatusItem.h"
+
+#include "Platform/Linux/ItemMenu.h"
+
+namespace {
+
+// A panel that restarts, or starts together with us, should not make the strip flash up.
+constexpr int StripDelayMilliseconds = 1500;
+
+} // namespace
+
+LinuxStatusItem::LinuxStatusItem(X11Connection &x11, SessionBus &bus, DefaultsStore &store,
+                                 QObject *parent)
+    : StatusItem(parent)
+    , m_xembed(x11, m_painter)
+    , m_notifier(bus, m_painter)
+    , m_strip(m_painter, store)
+{
+    follow(m_xembed);
+    follow(m_notifier);
+    follow(m_strip);
+    connect(&m_xembed, &XembedTray::squeezedChanged, this, &LinuxStatusItem::choose);
+    connect(&m_xembed, &XembedTray::hoverChanged, this, &LinuxStatusItem::showToolTip);
+    connect(&m_strip, &FloatingStrip::hoverChanged, this, &LinuxStatusItem::showToolTip);
+    m_stripDelay.setSingleShot(true);
+    m_stripDelay.setInterval(StripDelayMilliseconds);
+    connect(&m_stripDelay, &QTimer::timeout, this, [this] { moveTo(&m_strip); });
+    m_publish.setSingleShot(true);
+    connect(&m_publish, &QTimer::timeout, this, &LinuxStatusItem::publish);
+    choose();
+}
+
+LinuxStatusItem::~LinuxStatusItem()
+{
+    if (m_current != nullptr)
+        m_current->detach();
+}
+
+void LinuxStatusItem::setTitle(const AttributedTitle &title)
+{
+    if (std::exchange(m_content.title, title) != title)
+        m_publish.start(0);
+}
+
+void LinuxStatusItem::setAccessibilityLabel(const QString &label)
+{
+    if (std::exchange(m_content.accessibilityLabel, label) != label)
+        m_publish.start(0);
+}
+
+void LinuxStatusItem::setToolTip(const QString &text)
+{
+    if (std::exchange(m_content.toolTip, text) != text)
+        m_publish.start(0);
+    if (m_toolTip)
+        m_toolTip->setText(text);
+}
+
+QRect LinuxStatusItem::geometry() const
+{
+    return m_current != nullptr ? m_current->geometry() : QRect();
+}
+
+void LinuxStatusItem::follow(TrayHost &host)
+{
+    connect(&host, &TrayHost::availabilityChanged, this, &LinuxStatusItem::choose);
+    connect(&host, &TrayHost::clicked, this, &StatusItem::clicked);
+    connect(&host, &TrayHost::openSettingsRequested, this, &StatusItem::openSettingsRequested);
+    connect(&host, &TrayHost::quitRequested, this, &StatusItem::quitRequested);
+    connect(&host, &TrayHost::menuRequested, this, &LinuxStatusItem::showMenu);
+}
+
+TrayHost *LinuxStatusItem::best()
+{
+    // Only the X11 tray can show wide coloured text on most panels; where it gives a mere square,
+    // the bus protocol does the same and adds tool tip, menu and accessible text.
+    if (m_xembed.isAvailable() && !m_xembed.isSqueezed())
+        return &m_xembed;
+    if (m_notifier.isAvailable())
+        return &m_notifier;
+    if (m_xembed.isAvailable())
+        return &m_xembed;
+    return nullptr;
+}
+
+void LinuxStatusItem::choose()
+{
+    TrayHost *host = best();
+    if (host != nullptr) {
+        moveTo(host);
+    } else if (m_current != &m_strip) {
+        moveTo(nullptr);
+        m_stripDelay.start();
+    }
+}
+
+void LinuxStatusItem::moveTo(TrayHost *host)
+{
+    m_stripDelay.stop();
+    if (host != m_current) {
+        if (m_toolTip)
+            m_toolTip->dismiss();
+        if (m_current != nullptr)
+            m_current->detach();
+        m_current = host;
+        if (m_current != nullptr)
+            m_current->setContent(m_content);
+    }
+    // Also for the same host: the panel behind it may be another one now.
+    if (m_current != nullptr)
+        m_current->attach();
+}
+
+void LinuxStatusItem::publish()
+{
+    if (m_current != nullptr)
+        m_current->setContent(m_content);
+}
+
+void LinuxStatusItem::showMenu(QPoint anchor)
+{
+    auto *menu = new ItemMenu(anchor);
+    connect(menu, &ItemMenu::chosen, this, [this](MenuAction action) {
+        switch (action) {
+        case MenuAction::OpenDashboard:
+            emit clicked();
+            break;
+        case MenuAction::OpenSettings:
+            emit openSettingsRequested();
+            break;
+        case MenuAction::Quit:
+            emit quitRequested();
+            break;
+        }
+    });
+}
+
+void LinuxStatusItem::showToolTip(bool inside)
+{
+    if (!inside) {
+        if (m_toolTip)
+            m_toolTip->dismiss();
+        return;
+    }
+    if (!m_toolTip)
+        m_toolTip = std::make_unique<ItemToolTip>();
+    m_toolTip->setText(m_content.toolTip);
+    m_toolTip->schedule(geometry().center());
+}

@@ -1,0 +1,231 @@
+#include "Platform/Linux/NotifierItem.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace {
+
+constexpr int MaximumFailures = 3;
+constexpr int RetryMilliseconds = 1000;
+constexpr int RegistrationTimeoutMilliseconds = 3000;
+constexpr int ClickedSize = 2; // logical pixels around the click
+
+constexpr uint DoNotQueue = 4; // flag of RequestName
+constexpr uint PrimaryOwner = 1; // answer of RequestName
+
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+
+QDBusMessage busCall(const QString &method)
+{
+    const QString bus = QStringLiteral("org.freedesktop.DBus");
+    return QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
+                                          method);
+}
+
+QString newItemName()
+{
+    static int count = 0;
+    return QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
+        .arg(QCoreApplication::applicationPid())
+        .arg(++count);
+}
+
+/// Panels give device pixels or logical ones, or what is no place at all. Absent in that case.
+std::optional<QPoint> logicalPosition(QPoint position)
+{
+    if (position.isNull()) // what panels say that do not know
+        return std::nullopt;
+    for (const QScreen *screen : QGuiApplication::screens()) {
+        const QPoint origin = screen->geometry().topLeft();
+        const QSizeF native = QSizeF(screen->geometry().size()) * screen->devicePixelRatio();
+        if (QRectF(origin, native).contains(position)) {
+            return origin + (QPointF(position - origin) / screen->devicePixelRatio()).toPoint();
+        }
+    }
+    if (QGuiApplication::screenAt(position) != nullptr)
+        return position;
+    return std::nullopt;
+}
+
+} // namespace
+
+NotifierItem::NotifierItem(SessionBus &bus, const TitlePainter &painter, QObject *parent)
+    : TrayHost(parent)
+    , m_bus(bus)
+    , m_painter(painter)
+    , m_watcher(bus)
+{
+    connect(&m_watcher, &NotifierWatcher::hostChanged, this, &NotifierItem::handleWatcher);
+    connect(&bus, &SessionBus::disconnected, this, [this] {
+        withdraw();
+        m_refusedBy.clear(); // a new bus counts its clients from the start
+    });
+    m_retry.setSingleShot(true);
+    m_retry.setInterval(RetryMilliseconds);
+    connect(&m_retry, &QTimer::timeout, this, &NotifierItem::present);
+}
+
+NotifierItem::~NotifierItem()
+{
+    withdraw();
+}
+
+bool NotifierItem::isAvailable() const
+{
+    return m_watcher.hasHost() && m_watcher.owner() != m_refusedBy;
+}
+
+void NotifierItem::attach()
+{
+    if (!isAvailable())
+        return;
+    m_attached = true;
+    if (m_presentedTo != m_watcher.owner()) {
+        m_failures = 0;
+        present();
+    }
+}
+
+void NotifierItem::detach()
+{
+    m_attached = false;
+    m_clickedAt.reset();
+    withdraw();
+}
+
+void NotifierItem::setContent(const TrayContent &content)
+{
+    m_content = content;
+    if (m_interface)
+        m_interface->setContent(content);
+}
+
+QRect NotifierItem::geometry() const
+{
+    const std::optional<QPoint> position =
+        m_clickedAt ? logicalPosition(*m_clickedAt) : std::nullopt;
+    if (!position)
+        return QRect();
+    return QRect(*position - QPoint(ClickedSize / 2, ClickedSize / 2),
+                 QSize(ClickedSize, ClickedSize));
+}
+
+void NotifierItem::handleWatcher()
+{
+    if (!m_watcher.hasHost())
+        m_retry.stop();
+    else if (m_attached)
+        attach();
+    updateAvailability();
+}
+
+void NotifierItem::updateAvailability()
+{
+    if (std::exchange(m_wasAvailable, isAvailable()) != isAvailable())
+        emit availabilityChanged();
+}
+
+void NotifierItem::present()
+{
+    withdraw();
+    if (!m_bus.connection())
+        return;
+    QDBusConnection connection = *m_bus.connection();
+    m_name = newItemName();
+    m_presentedTo = m_watcher.owner();
+    m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.hostKind(), m_content);
+    m_menu = std::make_unique<NotifierMenu>();
+    // Queued: the caller gets its answer before a window is built, and the objects may go.
+    connect(
+        m_interface.get(), &NotifierInterface::activated, this,
+        [this](QPoint position) {
+            m_clickedAt = position;
+            emit clicked();
+        },
+        Qt::QueuedConnection);
+    connect(
+        m_interface.get(), &NotifierInterface::contextMenuRequested, this,
+        [this](QPoint position) {
+            emit menuRequested(logicalPosition(position).value_or(QCursor::pos()));
+        },
+        Qt::QueuedConnection);
+    connect(m_menu.get(), &NotifierMenu::chosen, this, &NotifierItem::choose, Qt::QueuedConnection);
+    connection.registerObject(itemPath, m_interface.get(),
+                              QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots
+                                  | QDBusConnection::ExportScriptableSignals);
+    connection.registerObject(NotifierInterface::MenuPath, m_menu.get(),
+                              QDBusConnection::ExportAllProperties
+                                  | QDBusConnection::ExportAllSlots);
+
+    QDBusMessage request = busCall(QStringLiteral("RequestName"));
+    request << m_name << DoNotQueue;
+    m_bus.call(request, m_interface.get(), [this](const QDBusMessage &reply) {
+        if (reply.arguments().value(0).toUInt() == PrimaryOwner)
+            registerWithPanel();
+        else
+            handleFailure();
+    });
+}
+
+void NotifierItem::registerWithPanel()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        m_presentedTo, NotifierWatcher::Path, NotifierWatcher::Interface,
+        QStringLiteral("RegisterStatusNotifierItem"));
+    call << m_name;
+    m_bus.call(
+        call, m_interface.get(),
+        [this](const QDBusMessage &reply) {
+            if (reply.type() == QDBusMessage::ReplyMessage)
+                m_failures = 0;
+            else
+                handleFailure();
+        },
+        RegistrationTimeoutMilliseconds);
+}
+
+void NotifierItem::handleFailure()
+{
+    // Ours is the receiver of the answer that is being handled, so it cannot be taken down here.
+    if (!m_watcher.hasHost() || m_watcher.owner() != m_presentedTo)
+        return;
+    if (++m_failures < MaximumFailures) {
+        m_retry.start();
+        return;
+    }
+    m_refusedBy = m_presentedTo;
+    updateAvailability();
+}
+
+void NotifierItem::withdraw()
+{
+    m_retry.stop();
+    if (m_name.isEmpty())
+        return;
+    if (m_bus.connection()) {
+        QDBusMessage release = busCall(QStringLiteral("ReleaseName"));
+        release << m_name;
+        m_bus.connection()->send(release);
+    }
+    m_name.clear();
+    m_presentedTo.clear();
+    m_interface.reset();
+    m_menu.reset();
+}
+
+void NotifierItem::choose(MenuAction action)
+{
+    switch (action) {
+    case MenuAction::OpenDashboard:
+        emit clicked();
+        break;
+    case MenuAction::OpenSettings:
+        emit openSettingsRequested();
+        break;
+    case MenuAction::Quit:
+        emit quitRequested();
+        break;
+    }
+}

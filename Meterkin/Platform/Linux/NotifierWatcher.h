@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Platform/Linux/SessionBus.h"
+
+#include <QDBusServiceWatcher>
+
+#include <memory>
+#include <optional>
+
+/// What a panel makes of a notifier item.
+enum class NotifierHostKind {
+    Wide, ///< keeps the aspect ratio of a picture
+    Label, ///< shows XAyatanaLabel beside the picture
+    Square, ///< squeezes every picture into a square
+};
+
+/// Follows org.kde.StatusNotifierWatcher, through which notifier items find their panel. Main
+/// thread only.
+class NotifierWatcher : public QObject {
+    Q_OBJECT
+
+public:
+    static const QString Path;
+    static const QString Interface;
+
+    /// The bus outlives the watcher.
+    explicit NotifierWatcher(SessionBus &bus, QObject *parent = nullptr);
+
+    /// Whether there is a panel that shows items, as far as its answers are in.
+    bool hasHost() const { return m_hostRegistered && m_hostKind; }
+    /// Square while that is unknown.
+    NotifierHostKind hostKind() const { return m_hostKind.value_or(NotifierHostKind::Square); }
+    /// The unique bus name behind the watcher; empty when there is none.
+    const QString &owner() const { return m_owner; }
+
+    /// The kind by the name of the panel's process, as the kernel shortens it.
+    static NotifierHostKind kindOfProcess(QStringView processName);
+
+signals:
+    /// hasHost() has changed. A change of owner always passes through having no host.
+    void hostChanged();
+
+private slots:
+    void askForHost();
+
+private:
+    void follow();
+    void setOwner(const QString &owner);
+    void askForKind();
+    void update();
+
+    SessionBus &m_bus;
+    std::unique_ptr<QDBusServiceWatcher> m_services;
+    QString m_owner;
+    std::optional<NotifierHostKind> m_hostKind;
+    bool m_hostRegistered = false;
+    bool m_hadHost = false; ///< as last told
+};

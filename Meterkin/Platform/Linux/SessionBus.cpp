@@ -1,0 +1,118 @@
+#include "Platform/Linux/SessionBus.h"
+
+#include <QDBusPendingCallWatcher>
+#include <QFileInfo>
+#include <QThread>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int FirstRetryMilliseconds = 1000;
+constexpr int LongestRetryMilliseconds = 5000;
+
+/// Where the session's bus listens; empty when the session has none.
+QString busAddress()
+{
+    const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
+    if (!address.isEmpty()) {
+        // "autolaunch:" would start a bus that nobody else in the session talks to.
+        return address.contains(u"autolaunch:") ? QString() : address;
+    }
+    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    const QString socket = folder + QStringLiteral("/bus");
+    if (folder.isEmpty() || !QFileInfo::exists(socket))
+        return QString();
+    return QStringLiteral("unix:path=") + socket;
+}
+
+QString newConnectionName()
+{
+    static int count = 0;
+    return QStringLiteral("meterkin-%1").arg(++count);
+}
+
+} // namespace
+
+SessionBus::SessionBus(QObject *parent)
+    : QObject(parent)
+    , m_retryMilliseconds(FirstRetryMilliseconds)
+{
+    m_retry.setSingleShot(true);
+    m_retry.setTimerType(Qt::VeryCoarseTimer);
+    connect(&m_retry, &QTimer::timeout, this, &SessionBus::open);
+    open();
+}
+
+SessionBus::~SessionBus()
+{
+    if (m_connection)
+        QDBusConnection::disconnectFromBus(m_connection->name());
+}
+
+void SessionBus::call(const QDBusMessage &call, QObject *receiver,
+                      std::function<void(const QDBusMessage &reply)> handler,
+                      int timeoutMilliseconds)
+{
+    const QDBusPendingCall pending = m_connection
+        ? m_connection->asyncCall(call, timeoutMilliseconds)
+        : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, QString()));
+    auto *watcher = new QDBusPendingCallWatcher(pending, receiver);
+    connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
+            [handler = std::move(handler)](QDBusPendingCallWatcher *finished) {
+                finished->deleteLater();
+                handler(finished->reply());
+            });
+}
+
+void SessionBus::open()
+{
+    const QString address = busAddress();
+    if (address.isEmpty()) {
+        m_retryMilliseconds = LongestRetryMilliseconds;
+        retryLater();
+        return;
+    }
+    // Connecting waits for the bus's greeting. A bus that hangs must not hold up the program's
+    // end either, so nobody waits for this thread.
+    const QString name = newConnectionName();
+    QThread *worker =
+        QThread::create([address, name] { QDBusConnection::connectToBus(address, name); });
+    connect(worker, &QThread::finished, this, [this, name] { adopt(name); });
+    connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+    worker->start();
+}
+
+void SessionBus::adopt(const QString &name)
+{
+    QDBusConnection connection(name);
+    const bool followed =
+        connection.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                           QStringLiteral("org.freedesktop.DBus.Local"),
+                           QStringLiteral("Disconnected"), this, SLOT(handleLoss()));
+    if (!followed || !connection.isConnected()) {
+        QDBusConnection::disconnectFromBus(name);
+        retryLater();
+        return;
+    }
+    m_retryMilliseconds = FirstRetryMilliseconds;
+    m_connection = connection;
+    emit connected(connection);
+}
+
+void SessionBus::handleLoss()
+{
+    if (!m_connection)
+        return;
+    const QString name = m_connection->name();
+    m_connection.reset();
+    emit disconnected();
+    QDBusConnection::disconnectFromBus(name);
+    retryLater();
+}
+
+void SessionBus::retryLater()
+{
+    m_retry.start(m_retryMilliseconds);
+    m_retryMilliseconds = std::min(2 * m_retryMilliseconds, LongestRetryMilliseconds);
+}

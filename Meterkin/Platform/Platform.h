@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Platform/ApplicationWindows.h"
+#include "Platform/DefaultsStore.h"
+#include "Platform/DiskImageCleaner.h"
+#include "Platform/FanControllerConnection.h"
+#include "Platform/HotkeyRegistrar.h"
+#include "Platform/LoginItem.h"
+#include "Platform/NotificationCentre.h"
+#include "Platform/PageCounters.h"
+#include "Platform/PopoverContainer.h"
+#include "Platform/ProcessorTicks.h"
+#include "Platform/StatusItem.h"
+#include "Platform/UpdateFramework.h"
+
+#include <memory>
+
+/// The back ends of one system. It outlives all that is built on it. Main thread only.
+class Platform {
+public:
+    virtual ~Platform() = default;
+
+    virtual std::unique_ptr<FanControllerConnection> makeFanController() = 0;
+    virtual std::unique_ptr<PageCounters> makePageCounters() = 0;
+    virtual std::unique_ptr<ProcessorTicks> makeProcessorTicks() = 0;
+    virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;
+    virtual DefaultsStore &defaultsStore() = 0;
+
+    // Services that a system, or a build, may lack: null then, and the program does without.
+    virtual NotificationCentre *notificationCentre() { return nullptr; }
+    virtual HotkeyRegistrar *hotkeyRegistrar() { return nullptr; }
+    virtual LoginItem *loginItem() { return nullptr; }
+    virtual UpdateFramework *updateFramework() { return nullptr; }
+    virtual PopoverContainer *popover() { return nullptr; }
+    virtual ApplicationWindows *windows() { return nullptr; }
+    virtual DiskImageCleaner *diskImageCleaner() { return nullptr; }
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QObject>
+
+/// What finds, downloads and installs updates, with windows of its own. Main thread only.
+class UpdateFramework : public QObject {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    /// Starts the checks in the background. Once.
+    virtual void start() = 0;
+
+    /// May be called before start() too.
+    virtual void setAutomaticallyDownloadsUpdates(bool automatically) = 0;
+
+    /// False before start() and while a check runs.
+    virtual bool canCheckForUpdates() const = 0;
+
+    /// A check that the user asked for; opens the framework's own windows. Ignored while
+    /// canCheckForUpdates() is false.
+    virtual void checkForUpdates() = 0;
+
+signals:
+    void canCheckForUpdatesChanged(bool canCheck);
+};

@@ -1,0 +1,57 @@
+#include "Sampling/CPUReader.h"
+
+#include <algorithm>
+
+namespace {
+
+// Linux takes back waiting time it had counted as idle: a counter that went down did not advance.
+double advance(std::uint64_t previous, std::uint64_t current)
+{
+    return current > previous ? static_cast<double>(current - previous) : 0.0;
+}
+
+double usageBetween(const CoreTicks &previous, const CoreTicks &current)
+{
+    const double busy = advance(previous.user, current.user)
+        + advance(previous.system, current.system) + advance(previous.nice, current.nice);
+    const double total = busy + advance(previous.idle, current.idle);
+    return total > 0.0 ? busy / total * 100.0 : 0.0;
+}
+
+} // namespace
+
+CPUReader::CPUReader(std::unique_ptr<ProcessorTicks> source)
+    : m_source(std::move(source))
+{
+}
+
+std::optional<CPUInfo> CPUReader::read()
+{
+    if (!m_source->read(m_currentTicks))
+        return std::nullopt;
+
+    m_turn = 1 - m_turn;
+    QList<double> &usages = m_usages[m_turn];
+    usages.clear(); // keeps the storage unless somebody shares it
+    usages.reserve(static_cast<qsizetype>(m_currentTicks.size()));
+    double sum = 0.0;
+    for (std::size_t i = 0; i < m_currentTicks.size(); ++i) {
+        const CoreTicks *previous = previousTicksOf(m_currentTicks[i], i);
+        const double usage = previous ? usageBetween(*previous, m_currentTicks[i].ticks) : 0.0;
+        usages.append(usage);
+        sum += usage;
+    }
+    m_previousTicks.swap(m_currentTicks);
+    return CPUInfo{usages.isEmpty() ? 0.0 : sum / static_cast<double>(usages.size()), usages};
+}
+
+const CoreTicks *CPUReader::previousTicksOf(const ProcessorCore &core, std::size_t position) const
+{
+    // Nearly always the same place; a core before it went on or off line when it is not.
+    if (position < m_previousTicks.size() && m_previousTicks[position].number == core.number)
+        return &m_previousTicks[position].ticks;
+    const auto found =
+        std::find_if(m_previousTicks.begin(), m_previousTicks.end(),
+                     [&core](const ProcessorCore &other) { return other.number == core.number; });
+    return found == m_previousTicks.end() ? nullptr : &found->ticks;
+}

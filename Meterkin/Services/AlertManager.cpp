@@ -1,0 +1,109 @@
+#include "Services/AlertManager.h"
+
+#include "Model/DashboardViewModel.h"
+#include "Model/SettingsViewModel.h"
+#include "Platform/NotificationCentre.h"
+
+#include <QPointer>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace {
+
+constexpr std::chrono::minutes Cooldown{10};
+
+bool isAlertOn(const SettingsViewModel &settings, SystemMetric metric)
+{
+    switch (metric) {
+    case SystemMetric::fanSpeed:
+        return settings.alertFanSpeed();
+    case SystemMetric::memoryUsage:
+        return settings.alertMemory();
+    case SystemMetric::cpuUsage:
+        return settings.alertCPUUsage();
+    }
+    return false;
+}
+
+QString alertBody(SystemMetric metric, double value)
+{
+    switch (metric) {
+    case SystemMetric::fanSpeed:
+        return QString::asprintf("Fan speed is %.0f RPM", value);
+    case SystemMetric::memoryUsage:
+        return QString::asprintf("Memory usage is %.0f%%", value);
+    case SystemMetric::cpuUsage:
+        return QString::asprintf("CPU usage is %.0f%%", value);
+    }
+    return {};
+}
+
+} // namespace
+
+AlertManager::AlertManager(NotificationCentre *centre, WallClock clock, QObject *parent)
+    : QObject(parent)
+    , m_centre(centre)
+    , m_clock(std::move(clock))
+{
+    if (m_centre == nullptr)
+        return;
+    m_centre->queryAuthorization([self = QPointer(this)](NotificationAuthorization authorization) {
+        if (self)
+            self->m_hasPermission = authorization == NotificationAuthorization::Authorized;
+    });
+}
+
+void AlertManager::requestPermission()
+{
+    if (m_centre == nullptr)
+        return;
+    m_centre->requestAuthorization([self = QPointer(this)](AuthorizationAnswer answer) {
+        if (self)
+            self->m_hasPermission = answer == AuthorizationAnswer::Granted;
+    });
+}
+
+void AlertManager::checkAlerts(const SettingsViewModel &settings,
+                               const DashboardViewModel &dashboard)
+{
+    const auto isOn = [&settings](SystemMetric metric) { return isAlertOn(settings, metric); };
+
+    // At every tick, an unanswered request or not: one lost answer must not silence us for good.
+    if (!m_hasPermission && std::ranges::any_of(allMetrics, isOn))
+        requestPermission();
+
+    // Without permission the crossing state stays as it is, as it does for a metric switched off:
+    // what is red when the alerts come on is announced then.
+    if (!m_hasPermission)
+        return;
+    for (const SystemMetric metric : allMetrics) {
+        const std::optional<double> value = dashboard.currentValue(metric);
+        if (value && isOn(metric))
+            evaluate(metric, *value, settings.thresholds(metric).yellow);
+    }
+}
+
+void AlertManager::evaluate(SystemMetric metric, double value, double limit)
+{
+    const bool isAbove = value >= limit;
+    const bool wasAbove = std::exchange(m_wasAboveThreshold[metric], isAbove);
+    if (!isAbove || wasAbove)
+        return;
+
+    const auto now = m_clock();
+    if (const auto last = m_lastAlertTime.find(metric);
+        last != m_lastAlertTime.end() && now - last->second < Cooldown)
+        return;
+    m_lastAlertTime[metric] = now;
+    postAlert(metric, value);
+}
+
+void AlertManager::postAlert(SystemMetric metric, double value)
+{
+    if (m_centre == nullptr)
+        return;
+    m_centre->post({QStringLiteral("org.meterkin.Meterkin.alert.") + titleOf(metric),
+                    QStringLiteral("Meterkin Alert"), alertBody(metric, value)});
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+class HotkeyRegistrar;
+
+/// The program's one global hot key. Main thread only.
+class HotkeyManager {
+public:
+    /// Without a registrar nothing is ever bound; one that is given outlives the manager.
+    explicit HotkeyManager(HotkeyRegistrar *registrar);
+    ~HotkeyManager();
+    HotkeyManager(const HotkeyManager &) = delete;
+    HotkeyManager &operator=(const HotkeyManager &) = delete;
+
+    /// Binds the combination in place of any earlier one; `callback` runs at each press. A
+    /// combination that the system refuses is silently not bound, and the earlier one is gone.
+    /// The codes are those of HotkeyCombination.
+    void registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
+                        std::function<void()> callback);
+
+    /// Fine to call when nothing is bound.
+    void unregister();
+
+private:
+    HotkeyRegistrar *m_registrar;
+    bool m_isBound = false; ///< both the handler and the key
+};

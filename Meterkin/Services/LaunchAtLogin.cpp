@@ -1,0 +1,31 @@
+#include "Services/LaunchAtLogin.h"
+
+#include "Model/SettingsViewModel.h"
+#include "Platform/LoginItem.h"
+
+namespace {
+
+bool apply(LoginItem &item, bool wish)
+{
+    return wish ? item.registerItem() : item.unregisterItem();
+}
+
+} // namespace
+
+void synchronizeLaunchAtLogin(SettingsViewModel &settings, LoginItem *item)
+{
+    if (item == nullptr)
+        return;
+    const bool wish = settings.launchAtLogin();
+    const bool wasEnabled = item->isEnabled();
+    // Through the model, which stores it: the settings window must not show another wish.
+    if (wish != wasEnabled && !apply(*item, wish))
+        settings.setLaunchAtLogin(wasEnabled);
+}
+
+void setLaunchAtLogin(SettingsViewModel &settings, bool wish, LoginItem *item)
+{
+    settings.setLaunchAtLogin(wish);
+    if (item != nullptr)
+        apply(*item, wish);
+}
