@@ -32,8 +32,9 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     : QObject(parent)
     , m_platform(platform)
     , m_clock(std::move(clock))
-    , m_collector(platform.makeFanController(), platform.makePageCounters(),
-                  platform.makeProcessorTicks())
+    // In braces: the order in which the sources are made is part of the launch.
+    , m_collector{platform.makeFanController(), platform.makePageCounters(),
+                  platform.makeProcessorTicks()}
     , m_alertManager(platform.notificationCentre(), std::move(wallClock))
     , m_settingsVM(platform.defaultsStore())
     , m_hotkeyManager(platform.hotkeyRegistrar())

@@ -89,16 +89,15 @@ QString replaceContent(const QString &path, const QByteArray &text)
         return QStringLiteral("its folder cannot be created");
 
     QTemporaryFile draft(target.path() + u'/' + draftPattern(target));
-    const bool isWritten = draft.open()
-        && (!target.exists() || draft.setPermissions(target.permissions()))
-        && draft.write(text) == text.size() && draft.flush();
-    if (!isWritten)
+    if (!draft.open())
         return draft.errorString();
-    // Without this a power cut could leave an empty file.
-    const bool isReplaced = fdatasync(draft.handle()) == 0
+    // Without the sync a power cut could leave an empty file.
+    const bool isReplaced = (!target.exists() || draft.setPermissions(target.permissions()))
+        && draft.write(text) == text.size() && draft.flush() && fdatasync(draft.handle()) == 0
         && std::rename(QFile::encodeName(draft.fileName()).constData(),
                        QFile::encodeName(target.filePath()).constData())
             == 0;
+    // The file's own error string is empty after a write that was cut short.
     if (!isReplaced)
         return qt_error_string(errno);
     draft.setAutoRemove(false);

@@ -67,6 +67,7 @@ private:
 };
 
 constexpr int SidePadding = 3; // logical pixels between the text and the item's edge
+constexpr int SquareStretch = 80; // percent: narrow digits can be higher in a square
 constexpr double LineGap = 0.12; // of the side, between the two lines of a square
 
 QFont wideFont(int height, double scale)
@@ -75,6 +76,13 @@ QFont wideFont(int height, double scale)
     const int size = std::min(static_cast<int>(std::lround(AttributedTitle::FontSize * scale)),
                               static_cast<int>(height * 0.8));
     return titleFont(size, QFont::Medium);
+}
+
+QFont squareFont(int size)
+{
+    QFont font = titleFont(size, QFont::DemiBold);
+    font.setStretch(SquareStretch);
+    return font;
 }
 
 int paddedWidth(const DigitCells &cells, const AttributedTitle &title, double scale)
@@ -113,7 +121,7 @@ QImage TitlePainter::square(const AttributedTitle &title, int side) const
 
     // Two digits and a sign set the size, so that it stays the same from 0% to 99%.
     constexpr int Reference = 100;
-    const DigitCells reference(titleFont(Reference, QFont::DemiBold));
+    const DigitCells reference(squareFont(Reference));
     qreal widest = reference.width(u"00%");
     for (const QStringView line : lines)
         widest = std::max(widest, reference.width(line));
@@ -122,7 +130,7 @@ QImage TitlePainter::square(const AttributedTitle &title, int side) const
     const int size = static_cast<int>(
         std::floor(Reference * std::min(side / widest, tallest / reference.capHeight())));
 
-    const QFont font = titleFont(size, QFont::DemiBold);
+    const QFont font = squareFont(size);
     const DigitCells cells(font);
     const qreal block = count * cells.capHeight() + (count - 1) * LineGap * side;
     qreal baseline = (side - block) / 2 + cells.capHeight();
