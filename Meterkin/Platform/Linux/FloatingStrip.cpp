@@ -10,6 +10,7 @@
 #include <QStyleHints>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 

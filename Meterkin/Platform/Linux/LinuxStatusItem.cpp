@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/ItemMenu.h"
 
+#include <utility>
+
 namespace {
 
 // A panel that restarts, or starts together with us, should not make the strip flash up.
@@ -65,8 +67,7 @@ void LinuxStatusItem::follow(TrayHost &host)
 {
     connect(&host, &TrayHost::availabilityChanged, this, &LinuxStatusItem::choose);
     connect(&host, &TrayHost::clicked, this, &StatusItem::clicked);
-    connect(&host, &TrayHost::openSettingsRequested, this, &StatusItem::openSettingsRequested);
-    connect(&host, &TrayHost::quitRequested, this, &StatusItem::quitRequested);
+    connect(&host, &TrayHost::menuChosen, this, &LinuxStatusItem::perform);
     connect(&host, &TrayHost::menuRequested, this, &LinuxStatusItem::showMenu);
 }
 
@@ -119,20 +120,23 @@ void LinuxStatusItem::publish()
 
 void LinuxStatusItem::showMenu(QPoint anchor)
 {
-    auto *menu = new ItemMenu(anchor);
-    connect(menu, &ItemMenu::chosen, this, [this](MenuAction action) {
-        switch (action) {
-        case MenuAction::OpenDashboard:
-            emit clicked();
-            break;
-        case MenuAction::OpenSettings:
-            emit openSettingsRequested();
-            break;
-        case MenuAction::Quit:
-            emit quitRequested();
-            break;
-        }
-    });
+    const auto *menu = new ItemMenu(anchor); // deletes itself
+    connect(menu, &ItemMenu::chosen, this, &LinuxStatusItem::perform);
+}
+
+void LinuxStatusItem::perform(MenuAction action)
+{
+    switch (action) {
+    case MenuAction::OpenDashboard:
+        emit clicked();
+        break;
+    case MenuAction::OpenSettings:
+        emit openSettingsRequested();
+        break;
+    case MenuAction::Quit:
+        emit quitRequested();
+        break;
+    }
 }
 
 void LinuxStatusItem::showToolTip(bool inside)

@@ -35,6 +35,7 @@ private:
     void moveTo(TrayHost *host);
     void publish();
     void showMenu(QPoint anchor);
+    void perform(MenuAction action);
     void showToolTip(bool inside);
 
     TitlePainter m_painter;

@@ -1,6 +1,7 @@
 #include "Platform/Linux/NotifierInterface.h"
 
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -12,7 +13,7 @@ constexpr int WideScale = 3; // crisp at every size that these panels scale it d
 
 // A tool tip that nobody looks at changes with each reading, and each signal makes panels fetch.
 // Most fetch it together with the picture anyway; the others show one that is at most this late.
-constexpr int ToolTipDelayMilliseconds = 10'000;
+constexpr int ToolTipDelayMilliseconds = 5'000;
 
 } // namespace
 

@@ -1,9 +1,11 @@
 #include "Platform/Linux/NotifierItem.h"
 
+#include "Platform/Linux/ScreenCoordinates.h"
+
 #include <QCoreApplication>
 #include <QCursor>
-#include <QGuiApplication>
-#include <QScreen>
+
+#include <utility>
 
 namespace {
 
@@ -30,23 +32,6 @@ QString newItemName()
     return QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
         .arg(QCoreApplication::applicationPid())
         .arg(++count);
-}
-
-/// Panels give device pixels or logical ones, or what is no place at all. Absent in that case.
-std::optional<QPoint> logicalPosition(QPoint position)
-{
-    if (position.isNull()) // what panels say that do not know
-        return std::nullopt;
-    for (const QScreen *screen : QGuiApplication::screens()) {
-        const QPoint origin = screen->geometry().topLeft();
-        const QSizeF native = QSizeF(screen->geometry().size()) * screen->devicePixelRatio();
-        if (QRectF(origin, native).contains(position)) {
-            return origin + (QPointF(position - origin) / screen->devicePixelRatio()).toPoint();
-        }
-    }
-    if (QGuiApplication::screenAt(position) != nullptr)
-        return position;
-    return std::nullopt;
 }
 
 } // namespace
@@ -104,8 +89,9 @@ void NotifierItem::setContent(const TrayContent &content)
 
 QRect NotifierItem::geometry() const
 {
+    // The origin is what panels say that do not know.
     const std::optional<QPoint> position =
-        m_clickedAt ? logicalPosition(*m_clickedAt) : std::nullopt;
+        m_clickedAt && !m_clickedAt->isNull() ? logicalPosition(*m_clickedAt) : std::nullopt;
     if (!position)
         return QRect();
     return QRect(*position - QPoint(ClickedSize / 2, ClickedSize / 2),
@@ -130,7 +116,7 @@ void NotifierItem::updateAvailability()
 void NotifierItem::present()
 {
     withdraw();
-    if (!m_bus.connection())
+    if (!m_watcher.hasHost())
         return;
     QDBusConnection connection = *m_bus.connection();
     m_name = newItemName();
@@ -151,7 +137,7 @@ void NotifierItem::present()
             emit menuRequested(logicalPosition(position).value_or(QCursor::pos()));
         },
         Qt::QueuedConnection);
-    connect(m_menu.get(), &NotifierMenu::chosen, this, &NotifierItem::choose, Qt::QueuedConnection);
+    connect(m_menu.get(), &NotifierMenu::chosen, this, &TrayHost::menuChosen, Qt::QueuedConnection);
     connection.registerObject(itemPath, m_interface.get(),
                               QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots
                                   | QDBusConnection::ExportScriptableSignals);
@@ -188,14 +174,13 @@ void NotifierItem::registerWithPanel()
 
 void NotifierItem::handleFailure()
 {
-    // Ours is the receiver of the answer that is being handled, so it cannot be taken down here.
-    if (!m_watcher.hasHost() || m_watcher.owner() != m_presentedTo)
-        return;
+    const QString panel = m_presentedTo;
+    withdraw();
     if (++m_failures < MaximumFailures) {
         m_retry.start();
         return;
     }
-    m_refusedBy = m_presentedTo;
+    m_refusedBy = panel;
     updateAvailability();
 }
 
@@ -213,19 +198,4 @@ void NotifierItem::withdraw()
     m_presentedTo.clear();
     m_interface.reset();
     m_menu.reset();
-}
-
-void NotifierItem::choose(MenuAction action)
-{
-    switch (action) {
-    case MenuAction::OpenDashboard:
-        emit clicked();
-        break;
-    case MenuAction::OpenSettings:
-        emit openSettingsRequested();
-        break;
-    case MenuAction::Quit:
-        emit quitRequested();
-        break;
-    }
 }

@@ -32,7 +32,6 @@ private:
     void registerWithPanel();
     void handleFailure();
     void withdraw();
-    void choose(MenuAction action);
 
     SessionBus &m_bus;
     const TitlePainter &m_painter;

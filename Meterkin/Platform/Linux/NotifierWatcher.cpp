@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include <array>
+#include <utility>
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <QThread>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -57,12 +58,11 @@ void SessionBus::call(const QDBusMessage &call, QObject *receiver,
     const QDBusPendingCall pending = m_connection
         ? m_connection->asyncCall(call, timeoutMilliseconds)
         : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, QString()));
-    auto *watcher = new QDBusPendingCallWatcher(pending, receiver);
+    // Not owned by the receiver, which the handler may destroy.
+    auto *watcher = new QDBusPendingCallWatcher(pending, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
-            [handler = std::move(handler)](QDBusPendingCallWatcher *finished) {
-                finished->deleteLater();
-                handler(finished->reply());
-            });
+            [watcher, handler = std::move(handler)] { handler(watcher->reply()); });
+    connect(watcher, &QDBusPendingCallWatcher::finished, watcher, &QObject::deleteLater);
 }
 
 void SessionBus::open()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/MenuEntries.h"
 #include "Platform/StatusItem.h"
 
 #include <QObject>
@@ -38,6 +39,6 @@ signals:
     void clicked();
     /// The user asked for the menu and the panel leaves it to us to show it.
     void menuRequested(QPoint globalPosition);
-    void openSettingsRequested();
-    void quitRequested();
+    /// The user chose from the menu that the panel showed.
+    void menuChosen(MenuAction action);
 };

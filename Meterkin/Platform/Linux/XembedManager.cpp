@@ -1,6 +1,7 @@
 #include "Platform/Linux/XembedManager.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 

@@ -1,11 +1,13 @@
 #include "Platform/Linux/XembedTray.h"
 
+#include "Platform/Linux/ScreenCoordinates.h"
+
 #include <QGuiApplication>
-#include <QScreen>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -99,17 +101,7 @@ QRect XembedTray::geometry() const
     m_connection.dispatchSoon();
     if (!reply)
         return {};
-    const QPoint native(reply->dst_x, reply->dst_y);
-    for (const QScreen *screen : QGuiApplication::screens()) {
-        const qreal ratio = screen->devicePixelRatio();
-        const QRect logical = screen->geometry();
-        // The kit keeps a screen's native origin and scales from there.
-        if (QRect(logical.topLeft(), (QSizeF(logical.size()) * ratio).toSize()).contains(native))
-            return QRect(logical.topLeft()
-                             + (QPointF(native - logical.topLeft()) / ratio).toPoint(),
-                         (QSizeF(m_size) / ratio).toSize());
-    }
-    return {};
+    return logicalRect(QRect(QPoint(reply->dst_x, reply->dst_y), m_size));
 }
 
 void XembedTray::handleEvent(const xcb_generic_event_t *event)

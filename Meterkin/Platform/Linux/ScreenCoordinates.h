@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QPoint>
+#include <QRect>
+
+#include <optional>
+
+// X11 and the panels speak of device pixels, the kit's windows live in logical ones.
+
+/// The same place in logical coordinates; absent when no screen holds it. Coordinates beyond the
+/// device pixels of every screen are taken as logical ones, which some panels send.
+std::optional<QPoint> logicalPosition(QPoint native);
+
+/// The same for a rectangle, by its upper left corner; empty when no screen holds that.
+QRect logicalRect(const QRect &native);
