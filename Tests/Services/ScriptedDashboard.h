@@ -1,0 +1,37 @@
+#pragma once
+
+#include "Model/DashboardViewModel.h"
+#include "Sampling/MetricCollector.h"
+#include "Support/ScriptedVitals.h"
+
+#include <QEventLoop>
+
+/// A dashboard over a machine that reports what the test says.
+class ScriptedDashboard {
+public:
+    ScriptedDashboard()
+        : m_collector(std::make_unique<VitalFans>(m_vitals), std::make_unique<VitalPages>(m_vitals),
+                      std::make_unique<VitalTicks>(m_vitals))
+        , m_dashboard(m_collector)
+    {
+        report({.cpuUsage = 0.0}); // processor usage is a difference of two samples
+    }
+
+    const DashboardViewModel &dashboard() const { return m_dashboard; }
+
+    /// Lets the machine report the values and the dashboard take them in.
+    void report(const Vitals &vitals)
+    {
+        *m_vitals = vitals;
+        QEventLoop sampled;
+        m_collector.onTick = [&sampled] { sampled.quit(); };
+        m_collector.start(86400.0);
+        sampled.exec();
+        m_dashboard.update();
+    }
+
+private:
+    std::shared_ptr<Vitals> m_vitals = std::make_shared<Vitals>();
+    MetricCollector m_collector;
+    DashboardViewModel m_dashboard;
+};

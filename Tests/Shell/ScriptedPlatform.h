@@ -1,0 +1,101 @@
+#pragma once
+
+#include "Platform/Platform.h"
+#include "Support/ScriptedServices.h"
+#include "Support/ScriptedStatusItem.h"
+#include "Support/ScriptedStore.h"
+#include "Support/ScriptedVitals.h"
+
+#include <QPointer>
+#include <QStringList>
+
+#include <utility>
+
+/// A system of scripted back ends that notes in which order the program turns to them.
+class ScriptedPlatform : public Platform {
+public:
+    QStringList calls;
+    std::shared_ptr<Vitals> vitals = std::make_shared<Vitals>();
+    ScriptedStore store;
+    ScriptedNotificationCentre centre;
+    ScriptedHotkeyRegistrar registrar;
+    ScriptedLoginItem login;
+    QPointer<ScriptedStatusItem> item;
+
+    std::unique_ptr<FanControllerConnection> makeFanController() override
+    {
+        calls << QStringLiteral("fans");
+        return std::make_unique<VitalFans>(vitals);
+    }
+    std::unique_ptr<PageCounters> makePageCounters() override
+    {
+        calls << QStringLiteral("pages");
+        return std::make_unique<VitalPages>(vitals);
+    }
+    std::unique_ptr<ProcessorTicks> makeProcessorTicks() override
+    {
+        calls << QStringLiteral("ticks");
+        return std::make_unique<VitalTicks>(vitals);
+    }
+    std::unique_ptr<StatusItem> makeStatusItem() override
+    {
+        calls << QStringLiteral("status item");
+        auto made = std::make_unique<ScriptedStatusItem>();
+        item = made.get();
+        return made;
+    }
+    DefaultsStore &defaultsStore() override { return store; }
+    NotificationCentre *notificationCentre() override { return noted("alerts", &centre); }
+    HotkeyRegistrar *hotkeyRegistrar() override { return noted("hot key", &registrar); }
+    LoginItem *loginItem() override { return noted("login item", &login); }
+    UpdateFramework *updateFramework() override { return noted("updates", &m_updates); }
+    PopoverContainer *popover() override { return noted("popover", &shownPopover); }
+    ApplicationWindows *windows() override { return noted("windows", &openWindows); }
+    DiskImageCleaner *diskImageCleaner() override { return noted("disk image", &m_cleaner); }
+
+    struct Popover : PopoverContainer {
+        QStringList calls;
+        bool isShown() const override { return shown; }
+        void show(const QRect &item) override
+        {
+            shown = true;
+            calls << QStringLiteral("show at %1").arg(item.x());
+        }
+        void close() override
+        {
+            shown = false;
+            calls << QStringLiteral("close");
+        }
+        bool shown = false;
+    } shownPopover;
+
+    struct Windows : ApplicationWindows {
+        QStringList calls;
+        std::function<void()> completed;
+        void openSettings() override { calls << QStringLiteral("settings"); }
+        void showOnboarding(std::function<void()> done) override
+        {
+            calls << QStringLiteral("onboarding");
+            completed = std::move(done);
+        }
+        void closeOnboarding() override { calls << QStringLiteral("close onboarding"); }
+    } openWindows;
+
+private:
+    template <typename Service> Service *noted(const char *name, Service *service)
+    {
+        calls << QString::fromLatin1(name);
+        return service;
+    }
+
+    struct Updates : UpdateFramework {
+        void start() override { }
+        void setAutomaticallyDownloadsUpdates(bool) override { }
+        bool canCheckForUpdates() const override { return false; }
+        void checkForUpdates() override { }
+    } m_updates;
+
+    struct Cleaner : DiskImageCleaner {
+        void start() override { }
+    } m_cleaner;
+};

@@ -1,0 +1,72 @@
+"""Panels that crash, restart or give way to another kind, and a session bus that goes away."""
+import os
+import unittest
+
+from smoke_case import FULL, Hardware, SmokeCase, client
+
+
+class TestChangingPanels(SmokeCase):
+    def test_panel_killed_and_restarted(self):
+        others = ("mate", "i3bar", "polybar", "waybar") if FULL else ()
+        for host in ("xfce4", "tint2", "lxqt", *others):
+            with self.subTest(host):
+                self.open_desktop(host)
+                self.start()
+                self.wait_for_item_in(host, seconds=10)
+                self.desktop.kill_panel()
+                self.start_panel(host)
+                self.wait_for_item_in(host)
+                self.wait_for_color("green")
+                self.stop()
+
+    def test_panel_swapped_for_another_kind(self):
+        self.open_desktop("tint2")
+        self.start()
+        self.wait_for_item_in("tint2", seconds=10)
+        for host in ("lxqt", "xfce4", "lxqt", "none", "mate", "i3bar"):
+            if self.desktop.panel:
+                self.desktop.end_panel()
+            self.start_panel(host)
+            self.wait_for_item_in(host)
+            self.wait_for_color("green")
+        self.stop()
+
+    def test_nothing_piles_up_over_restarts(self):
+        for host in ("tint2", "lxqt"):
+            with self.subTest(host):
+                self.open_desktop(host)
+                self.start()
+                for restart in range(20):
+                    self.wait_for_item_in(host)
+                    if restart == 3:
+                        before = self.belongings()
+                    self.desktop.kill_panel()
+                    self.start_panel(host)
+                self.wait_for_item_in(host)
+                after = self.belongings()
+                self.assertTrue(all(now <= then for now, then in zip(after, before)),
+                                f"files, threads, windows: {before} became {after}")
+                self.stop()
+
+    def belongings(self):
+        """Open files, threads and windows of the program."""
+        process = f"/proc/{self.program.pid}"
+        windows = self.desktop.x.windows()
+        ours = {client(window.id) for window in windows if "meterkin" in window.name.lower()}
+        return (len(os.listdir(f"{process}/fd")), len(os.listdir(f"{process}/task")),
+                sum(client(window.id) in ours for window in windows))
+
+    def test_session_bus_goes_away(self):
+        self.open_desktop("tint2")
+        hardware = Hardware(self.desktop.folder / "hardware")
+        self.start(hardware.command_prefix())
+        self.wait_for_item_in("tint2", seconds=10)
+        self.desktop.end(self.desktop.bus, 9)
+        hardware.set_memory(57)
+        self.desktop.wait(lambda: [window.name for window in self.windows()] == ["meterkin: 57%"],
+                          5, "the title goes on")
+        self.stop()
+
+
+if __name__ == "__main__":
+    unittest.main()

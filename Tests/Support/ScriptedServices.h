@@ -1,0 +1,102 @@
+#pragma once
+
+#include "Platform/HotkeyRegistrar.h"
+#include "Platform/LoginItem.h"
+#include "Platform/NotificationCentre.h"
+
+#include <QStringList>
+
+#include <utility>
+#include <vector>
+
+// System services that do as the test says and remember what they were asked.
+
+/// Holds every question back until the test answers it.
+class ScriptedNotificationCentre : public NotificationCentre {
+public:
+    std::vector<std::function<void(NotificationAuthorization)>> queries;
+    std::vector<std::function<void(AuthorizationAnswer)>> requests;
+    std::vector<NotificationRecord> posts;
+    int requestCount = 0; ///< answered or not
+
+    void queryAuthorization(std::function<void(NotificationAuthorization)> done) override
+    {
+        queries.push_back(std::move(done));
+    }
+    void requestAuthorization(std::function<void(AuthorizationAnswer)> done) override
+    {
+        requests.push_back(std::move(done));
+        ++requestCount;
+    }
+    void post(const NotificationRecord &record) override { posts.push_back(record); }
+
+    void answerQueries(NotificationAuthorization authorization)
+    {
+        for (const auto &done : std::exchange(queries, {}))
+            done(authorization);
+    }
+    void answerRequests(AuthorizationAnswer answer)
+    {
+        for (const auto &done : std::exchange(requests, {}))
+            done(answer);
+    }
+};
+
+class ScriptedLoginItem : public LoginItem {
+public:
+    bool enabled = false;
+    bool works = true; ///< whether changes succeed
+    QStringList calls; ///< the changes asked for
+
+    bool isEnabled() const override { return enabled; }
+    bool registerItem() override { return change(QStringLiteral("register"), true); }
+    bool unregisterItem() override { return change(QStringLiteral("unregister"), false); }
+
+private:
+    bool change(const QString &call, bool target)
+    {
+        calls << call;
+        if (works)
+            enabled = target;
+        return works;
+    }
+};
+
+class ScriptedHotkeyRegistrar : public HotkeyRegistrar {
+public:
+    bool installs = true; ///< whether the calls succeed
+    bool registers = true;
+    QStringList calls;
+
+    bool installPressHandler(std::function<void()> pressed) override
+    {
+        calls << QStringLiteral("install");
+        if (installs)
+            m_pressed = std::move(pressed);
+        return installs;
+    }
+    void removePressHandler() override
+    {
+        calls << QStringLiteral("remove");
+        m_pressed = nullptr;
+    }
+    bool registerHotkey(const HotkeyCombination &combination,
+                        const HotkeyIdentifier &identifier) override
+    {
+        calls << QString::asprintf(
+            "register %u+0x%x as %c%c%c%c %u", combination.keyCode, combination.modifiers,
+            identifier.signature >> 24, identifier.signature >> 16 & 0xFF,
+            identifier.signature >> 8 & 0xFF, identifier.signature & 0xFF, identifier.id);
+        return registers;
+    }
+    void unregisterHotkey() override { calls << QStringLiteral("unregister"); }
+
+    void press() const
+    {
+        if (const auto pressed = m_pressed)
+            pressed();
+    }
+
+private:
+    std::function<void()> m_pressed;
+};

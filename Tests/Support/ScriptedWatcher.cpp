@@ -1,0 +1,130 @@
+#include "Support/ScriptedWatcher.h"
+
+#include <QCoreApplication>
+#include <QDBusConnectionInterface>
+#include <QDBusVariant>
+
+#include <algorithm>
+
+namespace {
+
+const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
+const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
+const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString busName = QStringLiteral("org.freedesktop.DBus");
+
+} // namespace
+
+ScriptedWatcher::ScriptedWatcher(const QDBusConnection &connection, Answer toProperty,
+                                 Answer toRegister)
+    : m_connection(connection)
+    , m_toProperty(toProperty)
+    , m_toRegister(toRegister)
+{
+    m_connection.registerVirtualObject(watcherPath, this);
+    m_connection.connect(QString(), QString(), busName, QStringLiteral("NameOwnerChanged"), this,
+                         SLOT(recordName(QString, QString, QString)));
+    m_connection.connect(QString(), QString(), itemInterface, QString(), this,
+                         SLOT(recordSignal(QDBusMessage)));
+    m_connection.interface()->registerService(watcherName,
+                                              QDBusConnectionInterface::DontQueueService,
+                                              QDBusConnectionInterface::AllowReplacement);
+}
+
+ScriptedWatcher::~ScriptedWatcher()
+{
+    m_connection.unregisterObject(watcherPath);
+    if (m_connection.isConnected())
+        m_connection.interface()->unregisterService(watcherName);
+}
+
+void ScriptedWatcher::takeOver()
+{
+    m_connection.interface()->registerService(watcherName,
+                                              QDBusConnectionInterface::ReplaceExistingService,
+                                              QDBusConnectionInterface::AllowReplacement);
+}
+
+void ScriptedWatcher::setHost(bool registered)
+{
+    m_host = registered;
+    m_connection.send(
+        QDBusMessage::createSignal(watcherPath, watcherName,
+                                   registered ? QStringLiteral("StatusNotifierHostRegistered")
+                                              : QStringLiteral("StatusNotifierHostUnregistered")));
+}
+
+QStringList ScriptedWatcher::items() const
+{
+    return (QSet<QString>(m_registered) & m_names).values();
+}
+
+QDBusMessage ScriptedWatcher::call(const QString &path, const QString &interface,
+                                   const QString &method, const QVariantList &arguments)
+{
+    QDBusMessage message = QDBusMessage::createMethodCall(m_lastItem, path, interface, method);
+    message.setArguments(arguments);
+    return m_connection.call(message, QDBus::BlockWithGui, 5000);
+}
+
+QVariant ScriptedWatcher::property(const QString &name)
+{
+    const QDBusMessage reply = call(QStringLiteral("/StatusNotifierItem"),
+                                    QStringLiteral("org.freedesktop.DBus.Properties"),
+                                    QStringLiteral("GetAll"), {itemInterface});
+    QVariantMap properties;
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        reply.arguments().value(0).value<QDBusArgument>() >> properties;
+    return properties.value(name);
+}
+
+QStringList ScriptedWatcher::takeSignals()
+{
+    // Signals that were sent before this call have arrived with its answer.
+    property(QStringLiteral("Id"));
+    QCoreApplication::sendPostedEvents();
+    return std::exchange(m_signals, {});
+}
+
+bool ScriptedWatcher::handleMessage(const QDBusMessage &message, const QDBusConnection &)
+{
+    const bool registers = message.member() == u"RegisterStatusNotifierItem";
+    if (registers)
+        ++m_registrations;
+    switch (registers ? m_toRegister : m_toProperty) {
+    case Answer::None:
+        break;
+    case Answer::Error:
+        m_connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
+        break;
+    case Answer::Wrong:
+        m_connection.send(message.createReply(QStringLiteral("true")));
+        break;
+    case Answer::Good:
+        if (registers) {
+            m_lastItem = message.arguments().value(0).toString();
+            m_registered.insert(m_lastItem);
+            m_connection.send(message.createReply());
+        } else {
+            m_connection.send(message.createReply(QVariant::fromValue(QDBusVariant(m_host))));
+        }
+        break;
+    }
+    return true;
+}
+
+void ScriptedWatcher::recordName(const QString &name, const QString &, const QString &newOwner)
+{
+    if (!name.startsWith(itemInterface + u'-'))
+        return;
+    if (newOwner.isEmpty())
+        m_names.remove(name);
+    else
+        m_names.insert(name);
+    m_mostNames = std::max(m_mostNames, m_names.size());
+}
+
+void ScriptedWatcher::recordSignal(const QDBusMessage &message)
+{
+    m_signals.append(message.member());
+}
