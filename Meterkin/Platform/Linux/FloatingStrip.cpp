@@ -116,7 +116,7 @@ private:
     bool m_dragged = false;
 };
 
-FloatingStrip::FloatingStrip(const TitlePainter &painter, DefaultsStore &store, QObject *parent)
+FloatingStrip::FloatingStrip(TitlePainter &painter, DefaultsStore &store, QObject *parent)
     : TrayHost(parent)
     , m_painter(painter)
     , m_store(store)

@@ -15,7 +15,7 @@ class FloatingStrip : public TrayHost {
     Q_OBJECT
 
 public:
-    FloatingStrip(const TitlePainter &painter, DefaultsStore &store, QObject *parent = nullptr);
+    FloatingStrip(TitlePainter &painter, DefaultsStore &store, QObject *parent = nullptr);
     ~FloatingStrip() override;
 
     bool isAvailable() const override { return true; }
@@ -35,7 +35,7 @@ private:
     void place();
     void remember(QPoint position);
 
-    const TitlePainter &m_painter;
+    TitlePainter &m_painter;
     DefaultsStore &m_store;
     TrayContent m_content;
     std::unique_ptr<Window> m_window; ///< only while attached: it costs memory

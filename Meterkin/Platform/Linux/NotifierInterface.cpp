@@ -19,7 +19,7 @@ constexpr int ToolTipDelayMilliseconds = 5'000;
 
 const QString NotifierInterface::MenuPath = QStringLiteral("/StatusNotifierItem/Menu");
 
-NotifierInterface::NotifierInterface(const TitlePainter &painter, NotifierHostKind kind,
+NotifierInterface::NotifierInterface(TitlePainter &painter, NotifierHostKind kind,
                                      const TrayContent &content)
     : m_painter(painter)
     , m_kind(kind)

@@ -37,8 +37,7 @@ public:
     static const QString MenuPath;
 
     /// The painter outlives the object.
-    NotifierInterface(const TitlePainter &painter, NotifierHostKind kind,
-                      const TrayContent &content);
+    NotifierInterface(TitlePainter &painter, NotifierHostKind kind, const TrayContent &content);
 
     /// Tells the panel what has become different to look at.
     void setContent(const TrayContent &content);
@@ -78,7 +77,7 @@ signals:
 private:
     QList<NotifierPixmap> paint() const;
 
-    const TitlePainter &m_painter;
+    TitlePainter &m_painter;
     const NotifierHostKind m_kind;
     TrayContent m_content;
     QList<NotifierPixmap> m_pixmaps; ///< empty when they are to be drawn

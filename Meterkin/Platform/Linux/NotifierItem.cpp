@@ -36,7 +36,7 @@ QString newItemName()
 
 } // namespace
 
-NotifierItem::NotifierItem(SessionBus &bus, const TitlePainter &painter, QObject *parent)
+NotifierItem::NotifierItem(SessionBus &bus, TitlePainter &painter, QObject *parent)
     : TrayHost(parent)
     , m_bus(bus)
     , m_painter(painter)

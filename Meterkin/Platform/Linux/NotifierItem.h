@@ -15,7 +15,7 @@ class NotifierItem : public TrayHost {
 
 public:
     /// Bus and painter outlive the item.
-    NotifierItem(SessionBus &bus, const TitlePainter &painter, QObject *parent = nullptr);
+    NotifierItem(SessionBus &bus, TitlePainter &painter, QObject *parent = nullptr);
     ~NotifierItem() override;
 
     bool isAvailable() const override;
@@ -34,7 +34,7 @@ private:
     void withdraw();
 
     SessionBus &m_bus;
-    const TitlePainter &m_painter;
+    TitlePainter &m_painter;
     NotifierWatcher m_watcher;
     TrayContent m_content;
     bool m_attached = false;

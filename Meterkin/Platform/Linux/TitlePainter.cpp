@@ -1,7 +1,5 @@
 #include "Platform/Linux/TitlePainter.h"
 
-#include <QFont>
-#include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
@@ -9,14 +7,11 @@
 
 namespace {
 
-QFont titleFont(int pixelSize, QFont::Weight weight)
-{
-    QFont font;
-    font.setPixelSize(std::max(pixelSize, 1));
-    font.setWeight(weight);
-    font.setStyleStrategy(QFont::PreferAntialias);
-    return font;
-}
+constexpr int SidePadding = 3; // logical pixels between the text and the item's edge
+constexpr double LineGap = 0.12; // of the side, between the two lines of a square
+constexpr int SquareStretch = 80; // percent: narrow digits can be higher in a square
+constexpr int ReferenceSize = 100; // of the font that squares are measured with
+constexpr std::size_t MostGlyphSets = 12; // sizes in use at a time: a panel's and a few squares
 
 QImage transparentImage(int width, int height)
 {
@@ -25,121 +20,45 @@ QImage transparentImage(int width, int height)
     return image;
 }
 
-/// Lays text out with all digits of one width: not every system font has such digits.
-class DigitCells {
-public:
-    explicit DigitCells(const QFont &font)
-        : m_metrics(font)
-    {
-        for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-            m_digit = std::max(m_digit, m_metrics.horizontalAdvance(QChar(digit)));
-    }
-
-    qreal cell(QChar character) const
-    {
-        return isDigit(character) ? m_digit : m_metrics.horizontalAdvance(character);
-    }
-
-    qreal width(QStringView text) const
-    {
-        qreal sum = 0;
-        for (const QChar character : text)
-            sum += cell(character);
-        return sum;
-    }
-
-    qreal capHeight() const { return m_metrics.capHeight(); }
-
-    void draw(QPainter &painter, QStringView text, qreal x, qreal baseline) const
-    {
-        for (const QChar character : text) {
-            const qreal slack = cell(character) - m_metrics.horizontalAdvance(character);
-            painter.drawText(QPointF(x + slack / 2, baseline), QString(character));
-            x += cell(character);
-        }
-    }
-
-private:
-    static bool isDigit(QChar character) { return character >= u'0' && character <= u'9'; }
-
-    QFontMetricsF m_metrics;
-    qreal m_digit = 0;
-};
-
-constexpr int SidePadding = 3; // logical pixels between the text and the item's edge
-constexpr int SquareStretch = 80; // percent: narrow digits can be higher in a square
-constexpr double LineGap = 0.12; // of the side, between the two lines of a square
-
-QFont wideFont(int height, double scale)
+int lineGap(int side)
 {
-    // A low panel takes a smaller text rather than a cut one.
-    const int size = std::min(static_cast<int>(std::lround(AttributedTitle::FontSize * scale)),
-                              static_cast<int>(height * 0.8));
-    return titleFont(size, QFont::Medium);
-}
-
-QFont squareFont(int size)
-{
-    QFont font = titleFont(size, QFont::DemiBold);
-    font.setStretch(SquareStretch);
-    return font;
-}
-
-int paddedWidth(const DigitCells &cells, const AttributedTitle &title, double scale)
-{
-    const qreal widest = std::max(cells.width(title.text), cells.width(title.widestText));
-    return static_cast<int>(std::ceil(widest + 2 * SidePadding * scale));
+    return static_cast<int>(std::lround(LineGap * side));
 }
 
 } // namespace
 
-QImage TitlePainter::wide(const AttributedTitle &title, int height, double scale) const
+QImage TitlePainter::wide(const AttributedTitle &title, int height, double scale)
 {
-    const QFont font = wideFont(height, scale);
-    const DigitCells cells(font);
-    const int width = paddedWidth(cells, title, scale);
+    const int width = wideWidth(title, height, scale);
+    GlyphSet &set = lineGlyphs(height, scale);
     QImage image = transparentImage(width, height);
-    QPainter painter(&image);
-    painter.setFont(font);
-    painter.setPen(title.color);
-    cells.draw(painter, title.text, std::floor((width - cells.width(title.text)) / 2),
-               std::round((height + cells.capHeight()) / 2));
+    set.draw(image, title.text,
+             QPoint((width - set.width(title.text)) / 2, (height + set.capHeight()) / 2),
+             title.color);
     return image;
 }
 
-int TitlePainter::wideWidth(const AttributedTitle &title, int height, double scale) const
+int TitlePainter::wideWidth(const AttributedTitle &title, int height, double scale)
 {
-    return paddedWidth(DigitCells(wideFont(height, scale)), title, scale);
+    GlyphSet &set = lineGlyphs(height, scale);
+    const int widest = std::max(set.width(title.text), set.width(title.widestText));
+    return widest + static_cast<int>(std::ceil(2 * SidePadding * scale));
 }
 
-QImage TitlePainter::square(const AttributedTitle &title, int side) const
+QImage TitlePainter::square(const AttributedTitle &title, int side)
 {
     const QList<QStringView> lines = QStringView(title.text).split(u' ', Qt::SkipEmptyParts);
     QImage image = transparentImage(side, side);
     if (lines.isEmpty())
         return image;
-
-    // Two digits and a sign set the size, so that it stays the same from 0% to 99%.
-    constexpr int Reference = 100;
-    const DigitCells reference(squareFont(Reference));
-    qreal widest = reference.width(u"00%");
-    for (const QStringView line : lines)
-        widest = std::max(widest, reference.width(line));
-    const qreal count = static_cast<qreal>(lines.size());
-    const qreal tallest = (side - (count - 1) * LineGap * side) / count;
-    const int size = static_cast<int>(
-        std::floor(Reference * std::min(side / widest, tallest / reference.capHeight())));
-
-    const QFont font = squareFont(size);
-    const DigitCells cells(font);
-    const qreal block = count * cells.capHeight() + (count - 1) * LineGap * side;
-    qreal baseline = (side - block) / 2 + cells.capHeight();
-    QPainter painter(&image);
-    painter.setFont(font);
-    painter.setPen(title.color);
+    GlyphSet &set = glyphs(Face::Square, squareSize(lines, side));
+    const int step = set.capHeight() + lineGap(side);
+    const int block = static_cast<int>(lines.size()) * step - lineGap(side);
+    QPoint baseline(0, (side - block) / 2 + set.capHeight());
     for (const QStringView line : lines) {
-        cells.draw(painter, line, (side - cells.width(line)) / 2, std::round(baseline));
-        baseline += cells.capHeight() + LineGap * side;
+        baseline.setX((side - set.width(line)) / 2);
+        set.draw(image, line, baseline, title.color);
+        baseline.ry() += step;
     }
     return image;
 }
@@ -161,4 +80,42 @@ QImage TitlePainter::symbol(const QColor &color, int side) const
                      circle.center()
                          + QPointF(std::cos(angle) * length, -std::sin(angle) * length));
     return image;
+}
+
+GlyphSet &TitlePainter::glyphs(Face face, int pixelSize)
+{
+    const std::pair key(face, std::max(pixelSize, 1));
+    if (const auto known = m_glyphs.find(key); known != m_glyphs.end())
+        return known->second;
+    if (m_glyphs.size() >= MostGlyphSets)
+        m_glyphs.clear();
+    QFont font;
+    font.setPixelSize(key.second);
+    font.setStyleStrategy(QFont::PreferAntialias);
+    font.setWeight(face == Face::Line ? QFont::Medium : QFont::DemiBold);
+    if (face == Face::Square)
+        font.setStretch(SquareStretch);
+    return m_glyphs.try_emplace(key, font).first->second;
+}
+
+GlyphSet &TitlePainter::lineGlyphs(int height, double scale)
+{
+    // A low panel takes a smaller text rather than a cut one.
+    return glyphs(Face::Line,
+                  std::min(static_cast<int>(std::lround(AttributedTitle::FontSize * scale)),
+                           static_cast<int>(height * 0.8)));
+}
+
+int TitlePainter::squareSize(const QList<QStringView> &lines, int side)
+{
+    // Two digits and a sign set the size, so that it stays the same from 0% to 99%.
+    GlyphSet &reference = glyphs(Face::Square, ReferenceSize);
+    int widest = reference.width(u"00%");
+    for (const QStringView line : lines)
+        widest = std::max(widest, reference.width(line));
+    const int count = static_cast<int>(lines.size());
+    const double tallest = static_cast<double>(side - (count - 1) * lineGap(side)) / count;
+    const double fit = std::min(static_cast<double>(side) / widest,
+                                tallest / static_cast<double>(reference.capHeight()));
+    return static_cast<int>(ReferenceSize * fit);
 }

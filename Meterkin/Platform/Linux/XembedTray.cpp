@@ -30,7 +30,7 @@ constexpr quint32 SizeHintMinimum = 1U << 4;
 
 } // namespace
 
-XembedTray::XembedTray(X11Connection &connection, const TitlePainter &painter, QObject *parent)
+XembedTray::XembedTray(X11Connection &connection, TitlePainter &painter, QObject *parent)
     : TrayHost(parent)
     , m_connection(connection)
     , m_painter(painter)

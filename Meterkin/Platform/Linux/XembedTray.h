@@ -14,7 +14,7 @@ class XembedTray : public TrayHost {
 
 public:
     /// The connection outlives the tray and may be closed.
-    XembedTray(X11Connection &connection, const TitlePainter &painter, QObject *parent = nullptr);
+    XembedTray(X11Connection &connection, TitlePainter &painter, QObject *parent = nullptr);
     ~XembedTray() override;
 
     bool isAvailable() const override;
@@ -50,7 +50,7 @@ private:
     void paint();
 
     X11Connection &m_connection;
-    const TitlePainter &m_painter;
+    TitlePainter &m_painter;
     XembedManager m_manager;
     TrayContent m_content;
 
