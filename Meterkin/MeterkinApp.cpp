@@ -1,6 +1,7 @@
 #include "MeterkinApp.h"
 
 #include "AppDelegate.h"
+#include "Platform/Linux/BatchScheduling.h"
 #include "Platform/Linux/DisplaySelection.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/SingleInstance.h"
@@ -17,6 +18,7 @@ MeterkinApp::MeterkinApp(int &argc, char **argv)
         std::fputs("meterkin: no display: start it inside a desktop session\n", stderr);
         std::exit(EXIT_FAILURE);
     }
+    useBatchScheduling();
     m_application = std::make_unique<QGuiApplication>(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));

@@ -47,6 +47,8 @@ TerminationSignals::TerminationSignals(QObject *parent)
         emit received();
     });
     handleAll(forward);
+    // Whoever read our output may be gone; that is no reason to end.
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 TerminationSignals::~TerminationSignals()
