@@ -1,35 +1,69 @@
 #include "Platform/Linux/DefaultsFile.h"
+#include "Model/SettingsViewModel.h"
 #include "Support/TestMain.h"
 
-#include <QDateTime>
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
+#include <QProcess>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <cmath>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
 #include <limits>
+#include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
+
+using Limits = std::numeric_limits<double>;
 
 constexpr qint64 Lowest = std::numeric_limits<qint64>::min();
 constexpr qint64 Highest = std::numeric_limits<qint64>::max();
 
+// What this program does, instead of testing, when a test of it starts it once more.
+constexpr char RoleVariable[] = "METERKIN_TEST_ROLE";
+
+const QString fileName = QStringLiteral("settings/meterkin.conf"); // in the working folder
 const QString key = QStringLiteral("key");
+const QString other = QStringLiteral("other");
 
-QByteArray contentOf(const QString &path)
+void play(const QByteArray &role)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("cannot be read");
+    // The superuser may write anywhere.
+    if (role == "nobody" && geteuid() == 0 && setuid(65534) != 0)
+        std::_Exit(2);
+    if (role == "full disk") {
+        const rlimit limit{12, 12}; // bytes a file may have
+        std::signal(SIGXFSZ, SIG_IGN);
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    DefaultsFile store(fileName);
+    if (role == "hotkey")
+        std::printf("%u\n", SettingsViewModel(store).hotkeyKeyCode());
+    for (int value = 1; role == "forever"; ++value) {
+        store.setInteger(key, value);
+        std::printf("%d\n", value);
+        std::fflush(stdout);
+    }
+    if (role != "hotkey") {
+        store.setInteger(key, 1);
+        store.setInteger(other, 2);
+        store.setInteger(key, 11);
+        std::printf("%g %g %g\n", store.number(key), store.number(other),
+                    store.number(QStringLiteral("third")));
+    }
+    std::fflush(stdout);
+    std::_Exit(EXIT_SUCCESS);
 }
 
-void fill(const QString &path, const QByteArray &content)
+void playRole()
 {
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QCOMPARE(file.write(content), content.size());
+    if (const QByteArray role = qgetenv(RoleVariable); !role.isEmpty())
+        play(role);
 }
+Q_COREAPP_STARTUP_FUNCTION(playRole)
 
 } // namespace
 
@@ -41,198 +75,262 @@ private slots:
     void init()
     {
         m_folder = std::make_unique<QTemporaryDir>();
-        QVERIFY(m_folder->isValid());
-        m_path = m_folder->filePath(QStringLiteral("meterkin.conf"));
+        QVERIFY(m_folder->isValid() && QDir(m_folder->path()).mkdir(QStringLiteral("settings")));
+        m_path = m_folder->filePath(fileName);
     }
 
-    void readsNumbers_data()
+    void reads_data()
     {
-        QTest::addColumn<QByteArray>("written");
-        QTest::addColumn<double>("number");
-        QTest::addColumn<qint64>("integer");
-        const double infinity = std::numeric_limits<double>::infinity();
-        const auto row = [](const char *written, double number, qint64 integer) {
-            QTest::newRow(written) << QByteArray(written) << number << integer;
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QVariant>("expected"); // its type says how to read; invalid: no text
+        const auto row = [](const QByteArray &content, const QVariant &expected) {
+            QTest::newRow(content.toPercentEncoding(" =#\"\\").constData()) << content << expected;
         };
-        row("3", 3.0, 3);
-        row("-2.9", -2.9, -2);
-        row("1e3", 1000.0, 1000);
-        row("\"7\"", 7.0, 7);
-        row("9007199254740993", 9007199254740992.0, 9007199254740993);
-        row("99999999999999999999", 1e20, Highest);
-        row("-99999999999999999999", -1e20, Lowest);
-        row("1e400", infinity, Highest);
-        row("inf", infinity, Highest);
-        row("-inf", -infinity, Lowest);
-        row("nan", 0.0, 0);
-        row("12abc", 0.0, 0);
-        row("0x10", 0.0, 0);
-        row("3,5", 0.0, 0);
-        row("1,000", 0.0, 0);
-        row("", 0.0, 0);
-        row("true", 0.0, 0);
+        row("key=-2.9", -2.9);
+        row("key=\"7\"", 7.0);
+        row("key=1e400", Limits::infinity());
+        for (const char *text : {"nan", "12abc", "3,5", ""})
+            row(QByteArray("key=") + text, 0.0);
+        row("key=-2.9", qint64{-2});
+        row("key=9007199254740993", qint64{9007199254740993});
+        row("key=99999999999999999999", Highest);
+        row("key=-inf", Lowest);
+        for (const char *text : {"TRUE", "yes", "On", "1"})
+            row(QByteArray("key=") + text, true);
+        for (const char *text : {"off", "", "ture", "2"})
+            row(QByteArray("key=") + text, false);
+        row("\t key =  two words \r\nother=b", QStringLiteral("two words"));
+        row("key=1\nkey=2\nother=3\n", QStringLiteral("2"));
+        row("key=\"", QStringLiteral("\""));
+        row("key=a\\nb\\\\n\\x\\", QStringLiteral("a\nb\\n\\x\\"));
+        row(QByteArray("\0\0==\n=\n\xfe\nkey=a\xff\n\0", 17), QStringLiteral("a\uFFFD"));
+        row("#key=1\n # key=2\nkeys=1\nmykey=2\nkey\n", {});
     }
-    void readsNumbers()
+    void reads()
     {
-        QFETCH(QByteArray, written);
-        fill(m_path, "key=" + written + "\n");
+        QFETCH(QByteArray, content);
+        QFETCH(QVariant, expected);
+        fill(content);
         const DefaultsFile store(m_path);
-        QTEST(store.number(key), "number");
-        QTEST(store.integer(key), "integer");
+        if (expected.typeId() == QMetaType::Double)
+            QVERIFY(store.number(key) == expected.toDouble());
+        else if (expected.typeId() == QMetaType::LongLong)
+            QCOMPARE(store.integer(key), expected.toLongLong());
+        else if (expected.typeId() == QMetaType::Bool)
+            QCOMPARE(store.boolean(key), expected.toBool());
+        else
+            QCOMPARE(store.text(key),
+                     expected.isValid() ? std::optional(expected.toString()) : std::nullopt);
     }
 
-    void readsBooleans_data()
+    void keepsHandEdits()
     {
-        QTest::addColumn<bool>("value");
-        for (const char *written : {"true", "TRUE", "yes", "On", "1"})
-            QTest::newRow(written) << true;
-        for (const char *written : {"false", "no", "off", "0", "", "ture", "2"})
-            QTest::newRow(written) << false;
-    }
-    void readsBooleans()
-    {
-        fill(m_path, QByteArray("key=") + QTest::currentDataTag());
-        QTEST(DefaultsFile(m_path).boolean(key), "value");
-    }
-
-    void numbersComeBack_data()
-    {
-        QTest::addColumn<double>("value");
-        QTest::newRow("tenth") << 0.1;
-        QTest::newRow("third") << 1.0 / 3.0;
-        QTest::newRow("whole") << 4000.0;
-        QTest::newRow("largest") << std::numeric_limits<double>::max();
-        QTest::newRow("smallest") << std::numeric_limits<double>::denorm_min();
-        QTest::newRow("infinite") << -std::numeric_limits<double>::infinity();
-    }
-    void numbersComeBack()
-    {
-        QFETCH(double, value);
-        DefaultsFile(m_path).setNumber(key, value);
-        QVERIFY(DefaultsFile(m_path).number(key) == value);
-    }
-
-    void otherTypesComeBack()
-    {
+        fill("key=0\nby=hand\n");
         DefaultsFile store(m_path);
-        store.setText(QStringLiteral("text"), QStringLiteral("Fan Speed"));
-        store.setBoolean(QStringLiteral("boolean"), true);
-        store.setInteger(QStringLiteral("integer"), Lowest);
-        store.setNumber(QStringLiteral("number"), 3.0);
-        QCOMPARE(
-            contentOf(m_path),
-            QByteArray("text=Fan Speed\nboolean=true\ninteger=-9223372036854775808\nnumber=3\n"));
-        const DefaultsFile reread(m_path);
-        QCOMPARE(reread.text(QStringLiteral("text")), std::optional(QStringLiteral("Fan Speed")));
-        QCOMPARE(reread.boolean(QStringLiteral("boolean")), true);
-        QCOMPARE(reread.integer(QStringLiteral("integer")), Lowest);
+        fill(QByteArray("# b\n key = 1\na=1\nkey=2\n???\n\xff\0#\nb=2", 34));
+        store.setInteger(key, 5);
+        QCOMPARE(content(), QByteArray("# b\na=1\nkey=5\n???\n\xff\0#\nb=2", 25));
+        QCOMPARE(store.text(QStringLiteral("by")), std::nullopt);
+        store.setInteger(other, 6);
+        QVERIFY(content().endsWith("\nb=2\nother=6\n"));
+    }
+
+    void everyValueComesBack()
+    {
+        for (const char *bytes : {"", " a", "\"", "\"a\"", "a\nb\r", "\\n", "#", "a=b", "ü"}) {
+            const QString text = QString::fromUtf8(bytes);
+            DefaultsFile(m_path).setText(key, text);
+            QCOMPARE(DefaultsFile(m_path).text(key), std::optional(text));
+        }
+        for (const double number :
+             {0.1, Limits::max(), Limits::denorm_min(), -Limits::infinity()}) {
+            DefaultsFile(m_path).setNumber(key, number);
+            QVERIFY(DefaultsFile(m_path).number(key) == number);
+        }
+        DefaultsFile(m_path).setInteger(key, Lowest);
+        QCOMPARE(DefaultsFile(m_path).integer(key), Lowest);
+        DefaultsFile(m_path).setBoolean(key, true);
+        QCOMPARE(content(), QByteArray("key=true\n"));
     }
 
     void defaultsStandInAndAreNotWritten()
     {
-        fill(m_path, "set=false\n");
+        fill("other=false\n");
         DefaultsFile store(m_path);
-        QCOMPARE(store.text(QStringLiteral("number")), std::nullopt);
-        store.registerDefaults({{QStringLiteral("set"), true},
-                                {QStringLiteral("number"), 2.5},
-                                {QStringLiteral("flag"), false},
-                                {QStringLiteral("text"), QStringLiteral("Memory")}});
+        store.registerDefaults({{other, true}, {QStringLiteral("number"), 2.5}});
         store.registerDefaults({{QStringLiteral("flag"), true}});
-        QCOMPARE(store.boolean(QStringLiteral("set")), false);
+        QCOMPARE(store.boolean(other), false);
         QCOMPARE(store.number(QStringLiteral("number")), 2.5);
         QCOMPARE(store.boolean(QStringLiteral("flag")), true);
-        QCOMPARE(store.text(QStringLiteral("text")), std::optional(QStringLiteral("Memory")));
         store.setInteger(key, 1);
-        QCOMPARE(contentOf(m_path), QByteArray("set=false\nkey=1\n"));
-    }
-
-    void keepsWhatOthersWrote()
-    {
-        fill(m_path, "# mine\nkey=1\nother=1\n");
-        DefaultsFile store(m_path);
-        fill(m_path, "# mine\nkey=1\nother=2\n???\n");
-        store.setInteger(key, 5);
-        QCOMPARE(contentOf(m_path), QByteArray("# mine\nkey=5\nother=2\n???\n"));
-        QCOMPARE(store.integer(QStringLiteral("other")), 2);
+        QCOMPARE(content(), QByteArray("other=false\nkey=1\n"));
     }
 
     void anEqualWriteLeavesTheFile()
     {
-        fill(m_path, "key=1\n");
-        DefaultsFile store(m_path);
+        fill("key=1\n");
         QFile held(m_path);
         QVERIFY(held.open(QIODevice::ReadWrite | QIODevice::Append));
-        store.setInteger(key, 1);
-        // A replaced file would not get this.
-        held.write("other=2\n");
-        held.close();
-        QCOMPARE(contentOf(m_path), QByteArray("key=1\nother=2\n"));
-    }
-
-    void makesPrivateFoldersAndFile()
-    {
-        const QString folder = m_folder->filePath(QStringLiteral("a/b"));
-        const QString path = folder + QStringLiteral("/meterkin.conf");
-        DefaultsFile store(path);
-        QVERIFY(!QFile::exists(folder));
-        store.setInteger(key, 1);
-        const auto forOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup
-            | QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
-        QVERIFY(!(QFile::permissions(folder) & forOthers));
-        QVERIFY(!(QFile::permissions(path) & forOthers));
-
-        const auto chosen = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
-        QVERIFY(QFile::setPermissions(path, chosen));
-        store.setInteger(key, 2);
-        QCOMPARE(QFile::permissions(path) & (chosen | forOthers), chosen);
-    }
-
-    void writesThroughLinks_data()
-    {
-        QTest::addColumn<bool>("isTargetThere");
-        QTest::newRow("to a file") << true;
-        QTest::newRow("to nothing") << false;
-    }
-    void writesThroughLinks()
-    {
-        QFETCH(bool, isTargetThere);
-        QDir folder(m_folder->path());
-        QVERIFY(folder.mkdir(QStringLiteral("dotfiles")));
-        const QString target = folder.filePath(QStringLiteral("dotfiles/real"));
-        if (isTargetThere)
-            fill(target, "other=1\n");
-        // Relative ones, and more than one.
-        QVERIFY(
-            QFile::link(QStringLiteral("real"), folder.filePath(QStringLiteral("dotfiles/next"))));
-        QVERIFY(QFile::link(QStringLiteral("dotfiles/next"), m_path));
         DefaultsFile(m_path).setInteger(key, 1);
-        QVERIFY(QFileInfo(m_path).isSymLink());
-        QVERIFY(!QFileInfo(target).isSymLink());
-        QCOMPARE(contentOf(target), QByteArray(isTargetThere ? "other=1\nkey=1\n" : "key=1\n"));
+        held.write("other=2\n"); // a replaced file would not get this
+        held.close();
+        QCOMPARE(content(), QByteArray("key=1\nother=2\n"));
     }
 
-    void clearsOldLeftovers()
+    void survivesBeingKilled()
     {
-        const QDateTime old = QDateTime::currentDateTime().addSecs(-3600);
-        const auto make = [this](const QString &name, const QDateTime &time) {
-            QFile file(m_folder->filePath(name));
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
+        const QByteArray before("# by hand\nmenuBarMetric=CPU Usage\nkey=");
+        const QByteArray after("\nfuture=setting\n" + QByteArray(3000, '#') + "\n");
+        for (int kills = 0; kills < 120; ++kills) {
+            fill(before + "0" + after);
+            QProcess writer;
+            start(writer, "forever");
+            QVERIFY(writer.waitForReadyRead());
+            // Anywhere within a few writes.
+            usleep(QRandomGenerator::global()->bounded(3000U));
+            writer.kill();
+            QVERIFY(writer.waitForFinished());
+            const QByteArray said = writer.readAllStandardOutput().trimmed();
+            const int last = said.sliced(said.lastIndexOf('\n') + 1).toInt();
+            QVERIFY(last > 0);
+            if (content() != before + QByteArray::number(last) + after)
+                QCOMPARE(content(), before + QByteArray::number(last + 1) + after);
+        }
+    }
+
+    void worksOnWithoutTheDisk_data()
+    {
+        QTest::addColumn<QByteArray>("role");
+        QTest::addColumn<QByteArray>("values");
+        QTest::addColumn<QByteArray>("reason"); // empty: all is well
+        // The name of each is a command of the shell, in the folder of the file.
+        const auto row = [](QByteArray role, const char *command, QByteArray values,
+                            QByteArray reason) {
+            QTest::newRow(command) << role << values << reason;
         };
-        make(QStringLiteral(".meterkin.conf.aBcDeF.part"), old);
-        make(QStringLiteral(".meterkin.conf.youngA.part"), QDateTime::currentDateTime());
-        make(QStringLiteral(".meterkin.conf.tooLong.part"), old);
-        make(QStringLiteral("meterkin.conf.backup"), old);
-        make(QStringLiteral("meterkin.conf.lock"), old);
-        const DefaultsFile store(m_path);
-        QCOMPARE(QDir(m_folder->path()).entryList(QDir::Files | QDir::Hidden, QDir::Name),
-                 (QStringList{QStringLiteral(".meterkin.conf.tooLong.part"),
-                              QStringLiteral(".meterkin.conf.youngA.part"),
-                              QStringLiteral("meterkin.conf.backup"),
-                              QStringLiteral("meterkin.conf.lock")}));
+        const QByteArray all("11 2 33");
+        const QByteArray own("11 2 0");
+        row("plain", "echo 1 > $f.lock", all, "");
+        row("plain", ": > $f", own, "");
+        row("plain", "printf '\\0\\377==\\n=\\n' > $f", own, "");
+        row("plain", "rm -r ../settings; echo precious > ../settings", own, "folder");
+        row("plain", "rm $f; mkdir $f", own, "not a regular file");
+        row("plain", "rm $f; mkfifo $f", own, "not a regular file");
+        row("plain", "rm $f; ln -s $f back; ln -s back $f", own, "link");
+        // Beyond the limit, which cuts the number.
+        row("plain", "(yes '#' | head -c 1048550; echo third=123456789012345678901) >> $f", all,
+            "too large");
+        row("full disk", ":", all, "File too large");
+        row("nobody", "chmod 755 ..; chmod 777 .; chmod 444 $f", all, "write-protected");
+        row("nobody", "chmod 755 ..; chmod 555 .; chmod 666 $f", all, "denied");
+        row("nobody", "chmod 755 ..; chmod 777 .; chmod 000 $f", own, "denied");
+    }
+    void worksOnWithoutTheDisk()
+    {
+        QFETCH(QByteArray, role);
+        QFETCH(QByteArray, reason);
+        fill("third=33\n");
+        QCOMPARE(shell(QTest::currentDataTag()), QByteArray());
+        const QByteArray before = content();
+        QProcess process;
+        start(process, role);
+        QVERIFY(process.waitForFinished());
+        QTEST(process.readAllStandardOutput().trimmed(), "values");
+        const QByteArray complaint = process.readAllStandardError();
+        QCOMPARE(complaint.count('\n'), reason.isEmpty() ? 0 : 1);
+        QVERIFY2(complaint.contains(reason), complaint.constData());
+        QCOMPARE(content(), reason.isEmpty() ? before + "key=11\nother=2\n" : before);
+        QCOMPARE(shell("chmod 700 .; ls -A | grep part"), QByteArray());
+    }
+
+    void catchesUpWhenTheDiskIsBack()
+    {
+        DefaultsFile store(m_path);
+        QVERIFY(QDir().mkdir(m_path));
+        store.setInteger(key, 1);
+        QVERIFY(QDir().rmdir(m_path));
+        store.setInteger(other, 2);
+        QCOMPARE(content(), QByteArray("key=1\nother=2\n"));
+    }
+
+    void keepsModesAndLinksAndClearsLeftovers()
+    {
+        shell("ln -s a/b/next meterkin.conf; mkdir a");
+        DefaultsFile(m_path).setInteger(key, 1); // to where there is nothing yet
+        QCOMPARE(shell("stat -c '%F %a' meterkin.conf a/b a/b/next"),
+                 QByteArray("symbolic link 777\ndirectory 700\nregular file 600\n"));
+        // One link after the other, and what a killed writer left an hour ago.
+        shell("cd a/b; mv next real; ln -s real next; chmod 640 real; "
+              "touch -d '1 hour ago' .real.aBcDeF.part .real.tooLong.part; "
+              "touch .real.youngA.part");
+        DefaultsFile(m_path).setInteger(key, 2);
+        QCOMPARE(content(), QByteArray("key=2\n"));
+        QCOMPARE(shell("cd a/b; stat -c '%n %a' next real .*.part"),
+                 QByteArray("next 777\nreal 640\n.real.tooLong.part 644\n.real.youngA.part 644\n"));
+    }
+
+    void wrongHotkeysEndTheProgram_data()
+    {
+        QTest::addColumn<QByteArray>("said"); // empty: it ends
+        for (const char *line :
+             {"hotkeyKeyCode=-1", "hotkeyKeyCode=4294967296", "hotkeyModifiers=inf"})
+            QTest::newRow(line) << QByteArray();
+        QTest::newRow("hotkeyKeyCode=4294967295") << QByteArray("4294967295");
+        QTest::newRow("hotkeyKeyCode=12abc") << QByteArray("0");
+    }
+    void wrongHotkeysEndTheProgram()
+    {
+        QFETCH(QByteArray, said);
+        const QByteArray line = QTest::currentDataTag();
+        fill(line);
+        QProcess process;
+        start(process, "hotkey");
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), said.isEmpty() ? 1 : 0);
+        QCOMPARE(process.readAllStandardOutput().trimmed(), said);
+        const QByteArray complaint = process.readAllStandardError();
+        QCOMPARE(complaint.count('\n'), said.isEmpty() ? 1 : 0);
+        if (said.isEmpty())
+            QVERIFY(complaint.contains(line.first(line.indexOf('=')))
+                    && complaint.contains(fileName.toUtf8()));
+        QCOMPARE(content(), line);
     }
 
 private:
+    void fill(const QByteArray &content) const
+    {
+        QFile file(m_path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+    }
+    QByteArray content() const
+    {
+        QFile file(m_path);
+        return QFileInfo(m_path).isFile() && file.open(QIODevice::ReadOnly) ? file.readAll()
+                                                                            : QByteArray();
+    }
+    /// Starts this program in the role.
+    void start(QProcess &process, const char *role) const
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QLatin1StringView(RoleVariable), QLatin1StringView(role));
+        process.setProcessEnvironment(environment);
+        process.setWorkingDirectory(m_folder->path());
+        process.start(QCoreApplication::applicationFilePath(), QStringList());
+    }
+    /// What the command says, run in the folder of the file.
+    QByteArray shell(const char *command) const
+    {
+        QProcess process;
+        process.setWorkingDirectory(QFileInfo(m_path).path());
+        process.start(
+            QStringLiteral("sh"),
+            {QStringLiteral("-c"),
+             QStringLiteral("umask 022; f=meterkin.conf; %1").arg(QLatin1StringView(command))});
+        process.waitForFinished();
+        return process.readAllStandardOutput() + process.readAllStandardError();
+    }
+
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_path;
 };

@@ -2,6 +2,8 @@
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QMetaProperty>
 #include <QSignalSpy>
 #include <QtTest>
@@ -14,61 +16,29 @@ class SettingsViewModelTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void registersThirteenDefaults()
+    void registersDefaults()
     {
-        const QVariantMap expected{
-            {QStringLiteral("menuBarMetric"), QStringLiteral("Memory")},
-            {QStringLiteral("updateInterval"), 3.0},
-            {QStringLiteral("fanSpeedGreen"), 2000.0},
-            {QStringLiteral("fanSpeedYellow"), 4000.0},
-            {QStringLiteral("memoryGreen"), 60.0},
-            {QStringLiteral("memoryYellow"), 80.0},
-            {QStringLiteral("cpuUsageGreen"), 50.0},
-            {QStringLiteral("cpuUsageYellow"), 80.0},
-            {QStringLiteral("launchAtLogin"), true},
-            {QStringLiteral("alertFanSpeed"), false},
-            {QStringLiteral("alertMemory"), false},
-            {QStringLiteral("alertCPUUsage"), false},
-            {QStringLiteral("onboardingShown"), false},
-        };
+        const QByteArray expected =
+            R"({"alertCPUUsage":false,"alertFanSpeed":false,"alertMemory":false,)"
+            R"("cpuUsageGreen":50,"cpuUsageYellow":80,"fanSpeedGreen":2000,"fanSpeedYellow":4000,)"
+            R"("launchAtLogin":true,"memoryGreen":60,"memoryYellow":80,"menuBarMetric":"Memory",)"
+            R"("onboardingShown":false,"updateInterval":3})";
         ScriptedStore store;
         const SettingsViewModel settings(store);
-        QCOMPARE(store.defaults, expected);
+        const auto registered = QJsonObject::fromVariantMap(store.defaults);
+        QCOMPARE(QJsonDocument(registered).toJson(QJsonDocument::Compact), expected);
         QVERIFY(store.writes.isEmpty());
-    }
-
-    void loadsAFreshUser()
-    {
-        ScriptedStore store;
-        const SettingsViewModel settings(store);
-        QCOMPARE(settings.menuBarMetric(), SystemMetric::memoryUsage);
-        QCOMPARE(settings.updateInterval(), 3.0);
+        QVERIFY(settings.launchAtLogin() && !settings.hotkeyEnabled());
         QVERIFY(settings.thresholds(SystemMetric::fanSpeed) == (Thresholds{2000.0, 4000.0}));
         QVERIFY(settings.thresholds(SystemMetric::memoryUsage) == (Thresholds{60.0, 80.0}));
         QVERIFY(settings.thresholds(SystemMetric::cpuUsage) == (Thresholds{50.0, 80.0}));
-        QVERIFY(!settings.alertFanSpeed() && !settings.alertMemory() && !settings.alertCPUUsage());
-        QVERIFY(settings.launchAtLogin());
-        QVERIFY(!settings.hotkeyEnabled());
-        QCOMPARE(settings.hotkeyKeyCode(), 0U);
-        QCOMPARE(settings.hotkeyModifiers(), 0U);
     }
 
-    void loadsTheMetric_data()
+    void unknownMetricIsMemory()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<SystemMetric>("metric");
-        QTest::newRow("fan") << QStringLiteral("Fan Speed") << SystemMetric::fanSpeed;
-        QTest::newRow("cpu") << QStringLiteral("CPU Usage") << SystemMetric::cpuUsage;
-        QTest::newRow("memory") << QStringLiteral("Memory") << SystemMetric::memoryUsage;
-        QTest::newRow("letter case") << QStringLiteral("cpu usage") << SystemMetric::memoryUsage;
-        QTest::newRow("empty") << QStringLiteral("") << SystemMetric::memoryUsage;
-    }
-    void loadsTheMetric()
-    {
-        QFETCH(QString, stored);
         ScriptedStore store;
-        store.stored.insert(QStringLiteral("menuBarMetric"), stored);
-        QTEST(SettingsViewModel(store).menuBarMetric(), "metric");
+        store.stored.insert(QStringLiteral("menuBarMetric"), QStringLiteral("cpu usage"));
+        QCOMPARE(SettingsViewModel(store).menuBarMetric(), SystemMetric::memoryUsage);
     }
 
     // Each through the meta-object, as views come in: key, type and signal of every row of the
@@ -85,17 +55,15 @@ private slots:
         same("updateInterval", 0.5);
         same("fanSpeedGreen", 1.5);
         same("fanSpeedYellow", 1e300);
-        same("memoryGreen", 90.0); // above its yellow threshold
-        same("memoryYellow", -1.0);
+        same("memoryGreen", 90.5); // above its yellow threshold
+        same("memoryYellow", -1.5);
         same("cpuUsageGreen", 0.0);
         same("cpuUsageYellow", 12.25);
-        same("alertFanSpeed", true);
-        same("alertMemory", true);
-        same("alertCPUUsage", true);
+        for (const char *name : {"alertFanSpeed", "alertMemory", "alertCPUUsage", "hotkeyEnabled"})
+            same(name, true);
         same("launchAtLogin", false);
-        same("hotkeyEnabled", true);
-        QTest::newRow("hotkeyKeyCode") << QVariant(49U) << QVariant(qint64{49});
-        QTest::newRow("hotkeyModifiers") << QVariant(0xFFFFFFFFU) << QVariant(qint64{0xFFFFFFFF});
+        same("hotkeyKeyCode", 49U);
+        same("hotkeyModifiers", 0xFFFFFFFFU);
     }
     void stores()
     {
@@ -103,7 +71,6 @@ private slots:
         QFETCH(QVariant, written);
         const char *name = QTest::currentDataTag();
         const QList<ScriptedStore::Write> oneWrite{{QString::fromLatin1(name), written}};
-
         ScriptedStore store;
         SettingsViewModel settings(store);
         const QMetaObject *meta = settings.metaObject();
@@ -115,7 +82,6 @@ private slots:
         QCOMPARE(property.read(&settings), value);
         QCOMPARE(notified.count(), 1);
         QVERIFY(store.writes == oneWrite);
-        QCOMPARE(store.writes.first().value.metaType(), written.metaType());
 
         QVERIFY(property.write(&settings, value));
         QCOMPARE(notified.count(), 1);
@@ -125,34 +91,13 @@ private slots:
         QCOMPARE(property.read(&reloaded), value);
     }
 
-    void hasNoOtherSettings()
-    {
-        const QMetaObject &meta = SettingsViewModel::staticMetaObject;
-        QCOMPARE(meta.propertyCount() - meta.propertyOffset(), 15);
-    }
-
-    void findsThresholds()
-    {
-        ScriptedStore store;
-        SettingsViewModel settings(store);
-        settings.setFanSpeedGreen(1.0);
-        settings.setFanSpeedYellow(2.0);
-        settings.setMemoryGreen(3.0);
-        settings.setMemoryYellow(4.0);
-        settings.setCpuUsageGreen(5.0);
-        settings.setCpuUsageYellow(6.0);
-        QVERIFY(settings.thresholds(SystemMetric::fanSpeed) == (Thresholds{1.0, 2.0}));
-        QVERIFY(settings.thresholds(SystemMetric::memoryUsage) == (Thresholds{3.0, 4.0}));
-        QVERIFY(settings.thresholds(SystemMetric::cpuUsage) == (Thresholds{5.0, 6.0}));
-    }
-
     void notANumberNotifiesOnce()
     {
         ScriptedStore store;
         SettingsViewModel settings(store);
         QSignalSpy notified(&settings, &SettingsViewModel::updateIntervalChanged);
-        settings.setUpdateInterval(std::numeric_limits<double>::quiet_NaN());
-        settings.setUpdateInterval(std::numeric_limits<double>::quiet_NaN());
+        for (int i = 0; i < 2; ++i)
+            settings.setUpdateInterval(std::numeric_limits<double>::quiet_NaN());
         QVERIFY(std::isnan(settings.updateInterval()));
         QCOMPARE(notified.count(), 1);
         QCOMPARE(store.writes.size(), 2);

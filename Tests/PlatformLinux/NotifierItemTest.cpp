@@ -8,8 +8,7 @@
 
 #include <sys/prctl.h>
 
-#include <algorithm>
-#include <limits>
+#include <climits>
 
 namespace {
 
@@ -17,17 +16,17 @@ using Answer = ScriptedWatcher::Answer;
 
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
+const QString menuPath = itemPath + QStringLiteral("/Menu");
 const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QColor usual(0x12, 0x34, 0x56);
 
-TrayContent content(const QString &text, const QColor &color)
+TrayContent content(const QString &text, const QColor &color = usual,
+                    const QString &toolTip = QStringLiteral("CPU <9%"))
 {
-    return {{text, color, QStringLiteral("100%")},
-            QStringLiteral("meterkin: ") + text,
-            QStringLiteral("CPU <") + text};
+    return {{text, color, QStringLiteral("100%")}, QStringLiteral("meterkin: ") + text, toolTip};
 }
 
-/// A program with its item on a bus of its own; it stays attached wherever there is a panel.
+/// A program with its item; it stays attached wherever there is a panel.
 struct Program {
     SessionBus bus;
     TitlePainter painter;
@@ -35,7 +34,7 @@ struct Program {
 
     Program()
     {
-        item.setContent(content(QStringLiteral("42%"), QColor(0x12, 0x34, 0x56)));
+        item.setContent(content(QStringLiteral("42%")));
         QObject::connect(&item, &TrayHost::availabilityChanged, &item, [this] {
             if (item.isAvailable())
                 item.attach();
@@ -45,11 +44,24 @@ struct Program {
     }
 };
 
-/// Makes the panel, which is this process, look like another program.
-void setProcessName(const QByteArray &name)
-{
-    prctl(PR_SET_NAME, name.constData(), 0, 0, 0);
-}
+/// A panel that shows a program's item, on a bus of their own.
+struct Session {
+    PrivateBus daemon;
+    ScriptedWatcher panel{daemon.connectClient()};
+    Program program;
+
+    explicit Session(const QByteArray &process = "lxqt-panel")
+    {
+        // Makes the panel, which is this process, look like another program.
+        prctl(PR_SET_NAME, process.constData(), 0, 0, 0);
+        QTRY_COMPARE(panel.items().size(), 1);
+    }
+
+    QList<NotifierPixmap> pixmaps()
+    {
+        return qdbus_cast<QList<NotifierPixmap>>(panel.property(QStringLiteral("IconPixmap")));
+    }
+};
 
 } // namespace
 
@@ -57,53 +69,28 @@ class NotifierItemTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
+    void initTestCase()
     {
-        m_daemon = std::make_unique<PrivateBus>();
-        QVERIFY(m_daemon->start());
-        setProcessName("lxqt-panel");
+        m_session = std::make_unique<Session>();
+        m_session->panel.takeSignals();
+        // Told seconds later, in tellsAToolTipOnceAWhile().
+        m_session->program.item.setContent(content(QStringLiteral("42%"), usual, {}));
+        m_session->program.item.setContent(content(QStringLiteral("42%")));
     }
-
-    void cleanup() { m_daemon.reset(); }
-
-    void knowsHosts_data()
-    {
-        QTest::addColumn<QString>("process");
-        QTest::addColumn<NotifierHostKind>("kind");
-        QTest::newRow("waybar") << QStringLiteral("waybar") << NotifierHostKind::Wide;
-        QTest::newRow("wrapped") << QStringLiteral(".waybar-wrapped") << NotifierHostKind::Wide;
-        QTest::newRow("gnome") << QStringLiteral("gnome-shell") << NotifierHostKind::Label;
-        QTest::newRow("cut name") << QStringLiteral("ayatana-indicat") << NotifierHostKind::Label;
-        QTest::newRow("plasma") << QStringLiteral("kded5") << NotifierHostKind::Square;
-        QTest::newRow("no name") << QString() << NotifierHostKind::Square;
-    }
-
-    void knowsHosts()
-    {
-        QFETCH(QString, process);
-        QTEST(NotifierWatcher::kindOfProcess(process), "kind");
-    }
+    void cleanupTestCase() { m_session.reset(); }
 
     void looksRight_data()
     {
-        QTest::addColumn<QByteArray>("host");
         QTest::addColumn<QList<int>>("heights");
-        QTest::addColumn<bool>("wide");
         const QList<int> squares{22, 24, 32, 48, 64};
-        QTest::newRow("wide") << QByteArray("waybar") << QList<int>{48} << true;
-        QTest::newRow("label") << QByteArray("gnome-shell") << squares << false;
-        QTest::newRow("square") << QByteArray("xfce4-panel") << squares << false;
+        QTest::newRow("waybar") << QList<int>{48};
+        QTest::newRow(".waybar-wrapped") << QList<int>{48};
+        QTest::newRow("gnome-shell") << squares;
+        QTest::newRow("kded5") << squares;
     }
-
     void looksRight()
     {
-        QFETCH(QByteArray, host);
-        QFETCH(bool, wide);
-        setProcessName(host);
-        ScriptedWatcher watcher(m_daemon->connectClient());
-        Program program;
-        QTRY_COMPARE(watcher.items().size(), 1);
-
+        Session session(QTest::currentDataTag());
         for (const auto &[name, value] : {
                  std::pair{"Id", QVariant(QStringLiteral("meterkin"))},
                  std::pair{"Category", QVariant(QStringLiteral("Hardware"))},
@@ -114,29 +101,25 @@ private slots:
                  std::pair{"XAyatanaLabelGuide", QVariant(QStringLiteral("100%"))},
                  std::pair{"IconAccessibleDesc", QVariant(QStringLiteral("meterkin: 42%"))},
              })
-            QCOMPARE(watcher.property(QLatin1StringView(name)), value);
+            QCOMPARE(session.panel.property(QLatin1StringView(name)), value);
         const auto toolTip =
-            qdbus_cast<NotifierToolTip>(watcher.property(QStringLiteral("ToolTip")));
+            qdbus_cast<NotifierToolTip>(session.panel.property(QStringLiteral("ToolTip")));
         QCOMPARE(toolTip.title, QStringLiteral("meterkin"));
-        QCOMPARE(toolTip.text, QStringLiteral("CPU &lt;42%"));
+        QCOMPARE(toolTip.text, QStringLiteral("CPU &lt;9%"));
 
-        const auto pixmaps =
-            qdbus_cast<QList<NotifierPixmap>>(watcher.property(QStringLiteral("IconPixmap")));
         QList<int> heights;
-        for (const NotifierPixmap &pixmap : pixmaps) {
+        for (const NotifierPixmap &pixmap : session.pixmaps()) {
             heights.append(pixmap.height);
-            QCOMPARE(pixmap.width > pixmap.height, wide);
+            QCOMPARE(pixmap.width > pixmap.height, pixmap.height == 48 && heights.size() == 1);
             QCOMPARE(pixmap.data.size(), pixmap.width * pixmap.height * 4);
-            int painted = 0;
+            int opaque = 0;
             for (qsizetype at = 0; at < pixmap.data.size(); at += 4) {
-                if (pixmap.data.at(at) == '\0')
+                if (pixmap.data.at(at) != '\xff')
                     continue;
-                // Also the half covered pixels have the full colour: alpha is apart.
-                if (pixmap.data.at(at) == '\xff')
-                    QCOMPARE(pixmap.data.mid(at, 4), QByteArray("\xff\x12\x34\x56"));
-                ++painted;
+                QCOMPARE(pixmap.data.mid(at, 4), QByteArray("\xff\x12\x34\x56"));
+                ++opaque;
             }
-            QVERIFY(painted > 0);
+            QVERIFY(opaque > 0);
         }
         QTEST(heights, "heights");
     }
@@ -146,105 +129,68 @@ private slots:
         QTest::addColumn<QByteArray>("host");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QColor>("color");
-        QTest::addColumn<QStringList>("told");
-        const QColor same(0x12, 0x34, 0x56);
-        const QStringList icon{QStringLiteral("NewIcon")};
-        const QStringList label{QStringLiteral("XAyatanaNewLabel")};
-        for (const QByteArray host : {"waybar", "lxqt-panel"}) {
-            QTest::addRow("%s, nothing", host.constData())
-                << host << QStringLiteral("42%") << same << QStringList();
-            QTest::addRow("%s, text", host.constData())
-                << host << QStringLiteral("43%") << same << icon;
-            QTest::addRow("%s, colour", host.constData())
-                << host << QStringLiteral("42%") << QColor(Qt::red) << icon;
-        }
-        const QByteArray gnome("gnome-shell");
-        QTest::newRow("label, nothing") << gnome << QStringLiteral("42%") << same << QStringList();
-        QTest::newRow("label, text") << gnome << QStringLiteral("43%") << same << label;
-        QTest::newRow("label, colour") << gnome << QStringLiteral("42%") << QColor(Qt::red) << icon;
-        QTest::newRow("label, both")
-            << gnome << QStringLiteral("43%") << QColor(Qt::red) << icon + label;
+        QTest::addColumn<QString>("told");
+        const auto row = [](const char *host, const char *text, const QColor &color,
+                            const char *told) {
+            QTest::addRow("%s, %s, %s", host, text, qPrintable(color.name()))
+                << QByteArray(host) << QString::fromLatin1(text) << color
+                << QString::fromLatin1(told);
+        };
+        row("lxqt-panel", "42%", usual, "");
+        row("lxqt-panel", "43%", usual, "NewIcon");
+        row("lxqt-panel", "42%", Qt::red, "NewIcon");
+        row("ayatana-indicat", "43%", usual, "XAyatanaNewLabel");
+        row("ayatana-indicat", "43%", Qt::red, "NewIcon XAyatanaNewLabel");
     }
-
     void tellsOnlyChanges()
     {
         QFETCH(QByteArray, host);
         QFETCH(QString, text);
         QFETCH(QColor, color);
-        setProcessName(host);
-        ScriptedWatcher watcher(m_daemon->connectClient());
-        Program program;
-        QTRY_COMPARE(watcher.items().size(), 1);
-        const QVariant before = watcher.property(QStringLiteral("IconPixmap"));
-        watcher.takeSignals();
-
-        program.item.setContent(content(text, color));
-        QTEST(watcher.takeSignals(), "told");
-        QCOMPARE(watcher.property(QStringLiteral("XAyatanaLabel")).toString(), text);
-        const auto pixels = [](const QVariant &value) {
-            return qdbus_cast<QList<NotifierPixmap>>(value).constFirst().data;
-        };
-        QFETCH(QStringList, told);
-        QCOMPARE(pixels(watcher.property(QStringLiteral("IconPixmap"))) != pixels(before),
-                 told.contains(u"NewIcon"));
-    }
-
-    void tellsAToolTipOnceAWhile()
-    {
-        ScriptedWatcher watcher(m_daemon->connectClient());
-        Program program;
-        QTRY_COMPARE(watcher.items().size(), 1);
-        QStringList told;
-        const auto tell = [&](const QString &toolTip) {
-            TrayContent changed = content(QStringLiteral("42%"), QColor(0x12, 0x34, 0x56));
-            changed.toolTip = toolTip;
-            program.item.setContent(changed);
-            told += watcher.takeSignals();
-        };
-        tell(QStringLiteral("a"));
-        tell(QStringLiteral("b"));
-        QTRY_VERIFY_WITH_TIMEOUT(!(told += watcher.takeSignals()).isEmpty(), 20'000);
-        QCOMPARE(told, QStringList{QStringLiteral("NewToolTip")});
+        QFETCH(QString, told);
+        Session session(host);
+        const QByteArray before = session.pixmaps().value(0).data;
+        session.panel.takeSignals();
+        session.program.item.setContent(content(text, color));
+        QCOMPARE(session.panel.takeSignals().join(u' '), told);
+        QCOMPARE(session.panel.property(QStringLiteral("XAyatanaLabel")).toString(), text);
+        QCOMPARE(session.pixmaps().value(0).data != before, told.contains(u"NewIcon"));
     }
 
     void findsItsPanel_data()
     {
         QTest::addColumn<Answer>("toProperty");
         QTest::addColumn<Answer>("toRegister");
+        QTest::addColumn<int>("registrations");
         QTest::addColumn<bool>("available");
-        QTest::newRow("working") << Answer::Good << Answer::Good << true;
-        QTest::newRow("says no") << Answer::Error << Answer::Good << false;
-        QTest::newRow("talks rubbish") << Answer::Wrong << Answer::Good << false;
-        QTest::newRow("hangs") << Answer::None << Answer::Good << false;
-        QTest::newRow("refuses") << Answer::Good << Answer::Error << false;
-        QTest::newRow("hangs at the item") << Answer::Good << Answer::None << true;
+        QTest::newRow("working") << Answer::Good << Answer::Good << 1 << true;
+        QTest::newRow("says no") << Answer::Error << Answer::Good << 0 << false;
+        QTest::newRow("talks rubbish") << Answer::Wrong << Answer::Good << 0 << false;
+        QTest::newRow("hangs") << Answer::None << Answer::Good << 0 << false;
+        QTest::newRow("refuses") << Answer::Good << Answer::Error << 3 << false;
+        QTest::newRow("hangs at the item") << Answer::Good << Answer::None << 1 << true;
     }
-
     void findsItsPanel()
     {
         QFETCH(Answer, toProperty);
         QFETCH(Answer, toRegister);
+        QFETCH(int, registrations);
+        PrivateBus daemon;
         Program program;
-        QSignalSpy changes(&program.item, &TrayHost::availabilityChanged);
-        ScriptedWatcher good(m_daemon->connectClient());
+        QTRY_VERIFY(program.bus.connection());
+        QVERIFY(!program.item.isAvailable());
+        ScriptedWatcher good(daemon.connectClient());
         QTRY_COMPARE(good.items().size(), 1);
 
         // Another panel takes the first one's place, then comes the first one again.
         auto second =
-            std::make_unique<ScriptedWatcher>(m_daemon->connectClient(), toProperty, toRegister);
-        second->takeOver();
+            std::make_unique<ScriptedWatcher>(daemon.connectClient(), toProperty, toRegister);
         QTRY_COMPARE(good.items().size(), 0);
-        QTRY_COMPARE_WITH_TIMEOUT(second->registrations(),
-                                  toProperty != Answer::Good        ? 0
-                                      : toRegister == Answer::Error ? 3
-                                                                    : 1,
-                                  10'000);
-        QTRY_COMPARE(program.item.isAvailable(),
-                     QTest::currentDataTag() != QByteArray("refuses")
-                         && toProperty == Answer::Good);
+        QTRY_COMPARE_WITH_TIMEOUT(second->registrations(), registrations, 10'000);
+        QFETCH(bool, available);
+        QTRY_COMPARE(program.item.isAvailable(), available);
         good.takeOver();
         QTRY_COMPARE(good.items().size(), 1);
-        QCOMPARE(good.mostNames(), 1);
         QVERIFY(program.item.isAvailable());
 
         second.reset();
@@ -257,159 +203,114 @@ private slots:
 
     void comesBackWithTheBus()
     {
+        PrivateBus daemon;
         Program program;
         for (int round = 0; round < 2; ++round) {
-            ScriptedWatcher watcher(m_daemon->connectClient());
-            QTRY_COMPARE_WITH_TIMEOUT(watcher.items().size(), 1, 20'000);
-            QCOMPARE(watcher.mostNames(), 1);
-            m_daemon->stop();
+            ScriptedWatcher panel(daemon.connectClient());
+            QTRY_COMPARE_WITH_TIMEOUT(panel.items().size(), 1, 20'000);
+            QCOMPARE(panel.mostNames(), 1);
+            daemon.stop();
             QTRY_VERIFY(!program.item.isAvailable());
-            QVERIFY(m_daemon->start());
+            daemon.start();
         }
     }
 
     void leavesForGood()
     {
-        ScriptedWatcher watcher(m_daemon->connectClient());
-        Program program;
-        QTRY_COMPARE(watcher.items().size(), 1);
-        const QStringList first = watcher.items();
-        program.item.detach();
-        QTRY_VERIFY(watcher.items().isEmpty());
-        program.item.setContent(content(QStringLiteral("43%"), Qt::red));
-        program.item.attach();
-        QTRY_COMPARE(watcher.items().size(), 1);
-        QVERIFY(watcher.items() != first);
-        QCOMPARE(watcher.property(QStringLiteral("XAyatanaLabel")).toString(),
+        Session session;
+        const QStringList first = session.panel.items();
+        session.program.item.detach();
+        QTRY_VERIFY(session.panel.items().isEmpty());
+        session.program.item.setContent(content(QStringLiteral("43%")));
+        session.program.item.attach();
+        QTRY_COMPARE(session.panel.items().size(), 1);
+        QVERIFY(session.panel.items() != first);
+        QCOMPARE(session.panel.property(QStringLiteral("XAyatanaLabel")).toString(),
                  QStringLiteral("43%"));
-    }
-
-    void believesPlaces_data()
-    {
-        QTest::addColumn<int>("x");
-        QTest::addColumn<int>("y");
-        QTest::addColumn<bool>("believed");
-        const QRect screen = QGuiApplication::primaryScreen()->geometry();
-        QTest::newRow("on the screen") << 100 << 50 << true;
-        QTest::newRow("its last pixel") << screen.right() << screen.bottom() << true;
-        QTest::newRow("beyond it") << screen.right() + 100 << 5 << false;
-        QTest::newRow("before it") << -1 << 5 << false;
-        QTest::newRow("unknown") << 0 << 0 << false;
-        QTest::newRow("huge") << std::numeric_limits<int>::max() << std::numeric_limits<int>::min()
-                              << false;
     }
 
     void believesPlaces()
     {
-        QFETCH(int, x);
-        QFETCH(int, y);
-        ScriptedWatcher watcher(m_daemon->connectClient());
-        Program program;
-        QTRY_COMPARE(watcher.items().size(), 1);
-        QSignalSpy clicked(&program.item, &TrayHost::clicked);
-        watcher.call(itemPath, itemInterface, QStringLiteral("Activate"), {x, y});
-        QTRY_COMPARE(clicked.size(), 1);
-        const QRect geometry = program.item.geometry();
-        QTEST(!geometry.isEmpty(), "believed");
-        QCOMPARE(geometry.contains(x, y), !geometry.isEmpty());
-        QSignalSpy menu(&program.item, &TrayHost::menuRequested);
-        watcher.call(itemPath, itemInterface, QStringLiteral("ContextMenu"), {x, y});
-        QTRY_COMPARE(menu.size(), 1);
-    }
-
-    void offersTheMenu_data()
-    {
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<MenuAction>("action");
-        QTest::newRow("dashboard") << QStringLiteral("Open Dashboard") << MenuAction::OpenDashboard;
-        QTest::newRow("settings") << QStringLiteral("Open Settings") << MenuAction::OpenSettings;
-        QTest::newRow("quit") << QStringLiteral("Quit meterkin") << MenuAction::Quit;
+        NotifierItem &item = m_session->program.item;
+        const QPoint last = QGuiApplication::primaryScreen()->geometry().bottomRight();
+        for (const QPoint place :
+             {last, last + QPoint(100, 0), QPoint(-1, 5), QPoint(0, 0), QPoint(INT_MAX, INT_MIN)}) {
+            QSignalSpy clicked(&item, &TrayHost::clicked);
+            QSignalSpy menu(&item, &TrayHost::menuRequested);
+            for (const char *method : {"Activate", "ContextMenu"})
+                m_session->panel.call(itemPath, itemInterface, QString::fromLatin1(method),
+                                      {place.x(), place.y()});
+            QTRY_COMPARE(menu.size(), 1);
+            QCOMPARE(clicked.size(), 1);
+            QCOMPARE(item.geometry().contains(place), place == last);
+            QCOMPARE(item.geometry().isEmpty(), place != last);
+        }
     }
 
     void offersTheMenu()
     {
-        QFETCH(QString, label);
-        ScriptedWatcher watcher(m_daemon->connectClient());
-        Program program;
-        QTRY_COMPARE(watcher.items().size(), 1);
-        const QString path =
-            watcher.property(QStringLiteral("Menu")).value<QDBusObjectPath>().path();
-        const QDBusMessage reply = watcher.call(path, menuInterface, QStringLiteral("GetLayout"),
-                                                {0, -1, QStringList{QStringLiteral("label")}});
+        ScriptedWatcher &panel = m_session->panel;
+        QCOMPARE(panel.property(QStringLiteral("Menu")).value<QDBusObjectPath>().path(), menuPath);
+        const QDBusMessage reply = panel.call(menuPath, menuInterface, QStringLiteral("GetLayout"),
+                                              {0, -1, QStringList()});
         QCOMPARE(reply.signature(), QStringLiteral("u(ia{sv}av)"));
-        const auto layout = qdbus_cast<MenuLayout>(reply.arguments().value(1));
-        const auto entry = std::ranges::find_if(layout.children, [&](const MenuLayout &child) {
-            return child.properties.value(QStringLiteral("label")) == label;
-        });
-        QVERIFY(entry != layout.children.end());
+        const auto root = qdbus_cast<MenuLayout>(reply.arguments().value(1));
+        QCOMPARE(root.properties.value(QStringLiteral("children-display")).toString(),
+                 QStringLiteral("submenu"));
 
-        QSignalSpy chosen(&program.item, &TrayHost::menuChosen);
-        const QVariant data = QVariant::fromValue(QDBusVariant(0));
-        const QDBusMessage event = watcher.call(path, menuInterface, QStringLiteral("Event"),
-                                                {entry->id, QStringLiteral("clicked"), data, 0u});
-        QCOMPARE(event.type(), QDBusMessage::ReplyMessage);
-        QTRY_COMPARE(chosen.size(), 1);
-        QTEST(chosen.first().first().value<MenuAction>(), "action");
-    }
-
-    void endures_data()
-    {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("interface");
-        QTest::addColumn<QString>("method");
-        QTest::addColumn<QVariantList>("arguments");
-        const auto row = [](const char *name, const QString &path, const QString &interface,
-                            const char *method, const QVariantList &arguments) {
-            QTest::newRow(name) << path << interface << QString::fromLatin1(method) << arguments;
-        };
-        const QString menuPath = itemPath + QStringLiteral("/Menu");
-        const QVariant number = QVariant::fromValue(QDBusVariant(7));
-        constexpr int huge = std::numeric_limits<int>::max();
-        row("no numbers", itemPath, itemInterface, "Activate", {});
-        row("text for numbers", itemPath, itemInterface, "Activate",
-            {QStringLiteral("1"), QStringLiteral("2")});
-        row("unknown method", itemPath, itemInterface, "deleteLater", {});
-        row("our own signal", itemPath, itemInterface, "activated", {1, 2});
-        row("number for a token", itemPath, itemInterface, "ProvideXdgActivationToken", {1});
-        row("unknown property", itemPath, propertiesInterface, "Get",
-            {itemInterface, QStringLiteral("NoSuchProperty")});
-        row("constant property", itemPath, propertiesInterface, "Set",
-            {itemInterface, QStringLiteral("Status"), number});
-        row("unknown parent", menuPath, menuInterface, "GetLayout", {huge, -1, QStringList()});
-        row("negative parent", menuPath, menuInterface, "GetLayout", {-huge, huge, QStringList()});
-        row("property of nothing", menuPath, menuInterface, "GetProperty",
-            {huge, QStringLiteral("label")});
-        row("no such property", menuPath, menuInterface, "GetProperty",
-            {1, QStringLiteral("icon-data")});
-        row("event for nothing", menuPath, menuInterface, "Event",
-            {-1, QStringLiteral("clicked"), number, 0u});
-        row("event without data", menuPath, menuInterface, "Event", {1, QStringLiteral("clicked")});
-        row("show nothing", menuPath, menuInterface, "AboutToShow", {huge});
-        row("texts for ids", menuPath, menuInterface, "AboutToShowGroup",
-            {QStringList{QStringLiteral("x")}});
-        row("events for nothing", menuPath, menuInterface, "EventGroup",
-            {QVariant::fromValue(
-                QList<MenuEvent>{{huge, QStringLiteral("clicked"), QDBusVariant(7), 0}})});
+        QStringList entries;
+        QList<MenuAction> chosen;
+        connect(&m_session->program.item, &TrayHost::menuChosen, &panel,
+                [&](MenuAction action) { chosen.append(action); });
+        for (const MenuLayout &entry : root.children) {
+            const QVariantMap &properties = entry.properties;
+            entries +=
+                properties.value(QStringLiteral("label"), properties.value(QStringLiteral("type")))
+                    .toString();
+            panel.call(menuPath, menuInterface, QStringLiteral("Event"),
+                       {entry.id, QStringLiteral("clicked"), m_number, 0u});
+        }
+        QCOMPARE(entries.join(u'|'),
+                 QStringLiteral("Open Dashboard|Open Settings|separator|Quit meterkin"));
+        QTRY_COMPARE(chosen.size(), 3);
+        QCOMPARE(chosen,
+                 (QList{MenuAction::OpenDashboard, MenuAction::OpenSettings, MenuAction::Quit}));
     }
 
     void endures()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, interface);
-        QFETCH(QString, method);
-        QFETCH(QVariantList, arguments);
-        ScriptedWatcher watcher(m_daemon->connectClient());
-        Program program;
-        QTRY_COMPARE(watcher.items().size(), 1);
-        QSignalSpy clicked(&program.item, &TrayHost::clicked);
-        QCOMPARE(watcher.call(path, interface, method, arguments).type(),
-                 QDBusMessage::ErrorMessage);
-        QCOMPARE(watcher.property(QStringLiteral("Id")).toString(), QStringLiteral("meterkin"));
-        QCOMPARE(clicked.size(), 0);
+        const auto fails = [this](const QString &path, const char *method,
+                                  const QVariantList &arguments) {
+            const QDBusMessage reply =
+                m_session->panel.call(path, path == menuPath ? menuInterface : itemInterface,
+                                      QString::fromLatin1(method), arguments);
+            return reply.type() == QDBusMessage::ErrorMessage
+                && m_session->panel.property(QStringLiteral("Id")) == QStringLiteral("meterkin");
+        };
+        const QString clicked = QStringLiteral("clicked");
+        const QList<MenuEvent> events{{INT_MAX, clicked, QDBusVariant(7), 0}};
+        QVERIFY(fails(itemPath, "Activate", {}));
+        QVERIFY(fails(itemPath, "Activate", {clicked, clicked}));
+        QVERIFY(fails(itemPath, "deleteLater", {}));
+        QVERIFY(fails(itemPath, "activated", {1, 2}));
+        QVERIFY(fails(menuPath, "GetLayout", {INT_MIN, INT_MAX, QStringList()}));
+        QVERIFY(fails(menuPath, "GetProperty", {INT_MAX, QStringLiteral("label")}));
+        QVERIFY(fails(menuPath, "GetProperty", {1, QStringLiteral("icon-data")}));
+        QVERIFY(fails(menuPath, "Event", {-1, clicked, m_number, 0u}));
+        QVERIFY(fails(menuPath, "AboutToShow", {INT_MAX}));
+        QVERIFY(fails(menuPath, "EventGroup", {QVariant::fromValue(events)}));
+    }
+
+    void tellsAToolTipOnceAWhile()
+    {
+        QStringList told;
+        QTRY_VERIFY_WITH_TIMEOUT(!(told += m_session->panel.takeSignals()).isEmpty(), 20'000);
+        QCOMPARE(told, QStringList{QStringLiteral("NewToolTip")});
     }
 
 private:
-    std::unique_ptr<PrivateBus> m_daemon;
+    std::unique_ptr<Session> m_session;
+    const QVariant m_number = QVariant::fromValue(QDBusVariant(7));
 };
 
 METERKIN_TEST(NotifierItemTest);

@@ -6,90 +6,63 @@
 
 #include <QtTest>
 
-namespace {
-
-const QString launchAtLoginKey = QStringLiteral("launchAtLogin");
-
-enum class Moment { Start, Toggle };
-
-} // namespace
-
 class LaunchAtLoginTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void wishMeetsState_data();
-    void wishMeetsState();
-    void freshUserWithoutLoginItemKeepsTheWish();
+    // Before and after: the stored wish and the login item, as they are on (1) or off (0).
+    void wishMeetsState_data()
+    {
+        QTest::addColumn<QString>("toggle"); // to what the user switches it; empty: at the start
+        QTest::addColumn<QString>("before");
+        QTest::addColumn<bool>("works");
+        QTest::addColumn<QString>("after");
+        const auto row = [](const char *toggle, const char *before, bool works, const char *after) {
+            QTest::addRow("%s %s %d", toggle, before, works)
+                << QString::fromLatin1(toggle) << QString::fromLatin1(before) << works
+                << QString::fromLatin1(after);
+        };
+        row("", "11", false, "11 ");
+        row("", "00", false, "00 ");
+        row("", "10", true, "11 register");
+        row("", "01", true, "00 unregister");
+        row("", "10", false, "00 register");
+        row("", "01", false, "11 unregister");
+        row("1", "00", false, "10 register");
+        row("0", "11", false, "01 unregister");
+        row("1", "01", true, "11 register");
+    }
+    void wishMeetsState()
+    {
+        QFETCH(const QString, toggle);
+        QFETCH(const QString, before);
+        QFETCH(const bool, works);
+        ScriptedStore store;
+        store.setBoolean(QStringLiteral("launchAtLogin"), before[0] == u'1');
+        SettingsViewModel settings(store);
+        ScriptedLoginItem item;
+        item.enabled = before[1] == u'1';
+        item.works = works;
+        if (toggle.isEmpty())
+            synchronizeLaunchAtLogin(settings, &item);
+        else
+            setLaunchAtLogin(settings, toggle == u"1", &item);
+        const bool stored = store.boolean(QStringLiteral("launchAtLogin"));
+        QCOMPARE(settings.launchAtLogin(), stored);
+        QTEST(QStringLiteral("%1%2 %3").arg(stored).arg(item.enabled).arg(item.calls.join(u'|')),
+              "after");
+    }
+
+    void withoutLoginItemTheWishIsKept()
+    {
+        ScriptedStore store;
+        SettingsViewModel settings(store);
+        synchronizeLaunchAtLogin(settings, nullptr);
+        QVERIFY(settings.launchAtLogin());
+        setLaunchAtLogin(settings, false, nullptr);
+        QVERIFY(!settings.launchAtLogin());
+    }
 };
-
-void LaunchAtLoginTest::wishMeetsState_data()
-{
-    QTest::addColumn<Moment>("moment");
-    QTest::addColumn<bool>("wish");
-    QTest::addColumn<bool>("enabled");
-    QTest::addColumn<bool>("works");
-    QTest::addColumn<QString>("call"); // empty: none
-    QTest::addColumn<bool>("storedAfter");
-    QTest::addColumn<bool>("enabledAfter");
-
-    const QString none;
-    const QString on = QStringLiteral("register");
-    const QString off = QStringLiteral("unregister");
-    constexpr Moment Start = Moment::Start;
-    constexpr Moment Toggle = Moment::Toggle;
-
-    QTest::newRow("start, both on") << Start << true << true << false << none << true << true;
-    QTest::newRow("start, both off") << Start << false << false << false << none << false << false;
-    QTest::newRow("start, to register") << Start << true << false << true << on << true << true;
-    QTest::newRow("start, to remove") << Start << false << true << true << off << false << false;
-    QTest::newRow("start, refused") << Start << true << false << false << on << false << false;
-    QTest::newRow("start, kept") << Start << false << true << false << off << true << true;
-
-    QTest::newRow("switch on") << Toggle << true << false << true << on << true << true;
-    QTest::newRow("switch off") << Toggle << false << true << true << off << false << false;
-    QTest::newRow("on, refused") << Toggle << true << false << false << on << true << false;
-    QTest::newRow("off, kept") << Toggle << false << true << false << off << false << true;
-    QTest::newRow("on again") << Toggle << true << true << true << on << true << true;
-    QTest::newRow("off again") << Toggle << false << false << true << off << false << false;
-}
-
-void LaunchAtLoginTest::wishMeetsState()
-{
-    QFETCH(const Moment, moment);
-    QFETCH(const bool, wish);
-    QFETCH(const bool, enabled);
-    QFETCH(const bool, works);
-    QFETCH(const QString, call);
-    QFETCH(const bool, storedAfter);
-
-    ScriptedStore store;
-    store.setBoolean(launchAtLoginKey, moment == Moment::Start ? wish : !wish);
-    SettingsViewModel settings(store);
-    ScriptedLoginItem item;
-    item.enabled = enabled;
-    item.works = works;
-
-    if (moment == Moment::Start)
-        synchronizeLaunchAtLogin(settings, &item);
-    else
-        setLaunchAtLogin(settings, wish, &item);
-
-    QCOMPARE(item.calls, call.isEmpty() ? QStringList() : QStringList(call));
-    QTEST(item.enabled, "enabledAfter");
-    QCOMPARE(store.boolean(launchAtLoginKey), storedAfter);
-    QCOMPARE(settings.launchAtLogin(), storedAfter);
-}
-
-void LaunchAtLoginTest::freshUserWithoutLoginItemKeepsTheWish()
-{
-    ScriptedStore store;
-    SettingsViewModel settings(store);
-    synchronizeLaunchAtLogin(settings, nullptr);
-    QVERIFY(settings.launchAtLogin());
-    setLaunchAtLogin(settings, false, nullptr);
-    QVERIFY(!store.boolean(launchAtLoginKey));
-}
 
 METERKIN_TEST(LaunchAtLoginTest);
 #include "LaunchAtLoginTest.moc"

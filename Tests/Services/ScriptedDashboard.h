@@ -6,18 +6,25 @@
 
 #include <QEventLoop>
 
+/// Beside the fan of the vitals a second one that stands still.
+class TwoVitalFans : public VitalFans {
+public:
+    using VitalFans::VitalFans;
+    bool call(const ControllerRecord &request, ControllerRecord &reply) override
+    {
+        const bool isRead = VitalFans::call(request, reply);
+        if (request.key == fourCharacterCode("FNum"))
+            reply.data[0] = 2;
+        else if (request.key == fourCharacterCode("F1Ac"))
+            reply.data = {};
+        return isRead;
+    }
+};
+
 /// A dashboard over a machine that reports what the test says.
 class ScriptedDashboard {
 public:
-    ScriptedDashboard()
-        : m_collector(std::make_unique<VitalFans>(m_vitals), std::make_unique<VitalPages>(m_vitals),
-                      std::make_unique<VitalTicks>(m_vitals))
-        , m_dashboard(m_collector)
-    {
-        report({.cpuUsage = 0.0}); // processor usage is a difference of two samples
-    }
-
-    const DashboardViewModel &dashboard() const { return m_dashboard; }
+    DashboardViewModel &dashboard() { return m_dashboard; }
 
     /// Lets the machine report the values and the dashboard take them in.
     void report(const Vitals &vitals)
@@ -32,6 +39,8 @@ public:
 
 private:
     std::shared_ptr<Vitals> m_vitals = std::make_shared<Vitals>();
-    MetricCollector m_collector;
-    DashboardViewModel m_dashboard;
+    MetricCollector m_collector{std::make_unique<TwoVitalFans>(m_vitals),
+                                std::make_unique<VitalPages>(m_vitals),
+                                std::make_unique<VitalTicks>(m_vitals)};
+    DashboardViewModel m_dashboard{m_collector};
 };

@@ -8,6 +8,10 @@
 PrivateBus::PrivateBus()
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", address().toUtf8());
+    m_daemon.setStandardErrorFile(QProcess::nullDevice());
+    // A test that crashes takes its bus along.
+    m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    start();
 }
 
 PrivateBus::~PrivateBus()
@@ -18,27 +22,21 @@ PrivateBus::~PrivateBus()
     qunsetenv("DBUS_SESSION_BUS_ADDRESS");
 }
 
-bool PrivateBus::start()
+void PrivateBus::start()
 {
     QFile::remove(m_folder.filePath(QStringLiteral("bus")));
-    m_daemon = std::make_unique<QProcess>();
-    m_daemon->setStandardErrorFile(QProcess::nullDevice());
-    // A test that crashes takes its bus along.
-    m_daemon->setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-    m_daemon->start(QStringLiteral("dbus-daemon"),
-                    {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                     QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
-                     QStringLiteral("--address=") + address()});
-    return m_daemon->waitForReadyRead();
+    m_daemon.start(QStringLiteral("dbus-daemon"),
+                   {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                    QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
+                    QStringLiteral("--address=") + address()});
+    if (!m_daemon.waitForReadyRead())
+        qFatal("no session bus: %s", qPrintable(m_daemon.errorString()));
 }
 
 void PrivateBus::stop()
 {
-    if (!m_daemon)
-        return;
-    m_daemon->kill();
-    m_daemon->waitForFinished();
-    m_daemon.reset();
+    m_daemon.kill();
+    m_daemon.waitForFinished();
 }
 
 QString PrivateBus::address() const

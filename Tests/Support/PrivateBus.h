@@ -4,17 +4,16 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <memory>
-
 /// A session bus of the test's own. It always listens at the same address, which the environment
-/// names for as long as the object lives.
+/// names from the making of the object to its end.
 class PrivateBus {
 public:
+    /// Starts it.
     PrivateBus();
     ~PrivateBus();
 
     /// Returns once the bus takes connections.
-    bool start();
+    void start();
     void stop();
 
     QString address() const;
@@ -23,6 +22,6 @@ public:
 
 private:
     QTemporaryDir m_folder;
-    std::unique_ptr<QProcess> m_daemon;
+    QProcess m_daemon;
     QStringList m_clients;
 };

@@ -8,8 +8,7 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <condition_variable>
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -25,50 +24,23 @@ public:
         const std::lock_guard lock(m_mutex);
         m_answer = std::move(answer);
     }
+    /// From now on every read hangs until release(), which the same thread calls.
+    void hold() { m_mutex.lock(); }
+    void release() { m_mutex.unlock(); }
     /// Reads that have begun.
-    int readCount() const
-    {
-        const std::lock_guard lock(m_mutex);
-        return m_readCount;
-    }
-    /// From now on every read hangs until release().
-    void hold()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isHeld = true;
-    }
-    void release()
-    {
-        const std::lock_guard lock(m_mutex);
-        m_isHeld = false;
-        m_changed.notify_all();
-    }
-    /// True as soon as a read hangs; false when none does for five seconds.
-    bool waitForHeldRead()
-    {
-        std::unique_lock lock(m_mutex);
-        return m_changed.wait_for(lock, std::chrono::seconds(5),
-                                  [this] { return m_heldReads > 0; });
-    }
+    int readCount() const { return m_readCount; }
     /// The source's side.
     Answer read()
     {
-        std::unique_lock lock(m_mutex);
         ++m_readCount;
-        ++m_heldReads;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return !m_isHeld; });
-        --m_heldReads;
+        const std::lock_guard lock(m_mutex);
         return m_answer;
     }
 
 private:
-    mutable std::mutex m_mutex;
-    std::condition_variable m_changed;
+    std::mutex m_mutex;
     Answer m_answer{};
-    int m_readCount = 0;
-    int m_heldReads = 0;
-    bool m_isHeld = false;
+    std::atomic<int> m_readCount = 0;
 };
 
 using Cores = std::vector<ProcessorCore>;
@@ -80,58 +52,47 @@ struct ScriptedKey {
     std::string type = "flt ";
     std::array<std::uint8_t, 4> bytes{};
     std::uint32_t size = 4;
-
-    bool operator==(const ScriptedKey &) const = default;
 };
 /// Absent: the machine has no controller. A key that is not there cannot be read.
 using FanKeys = std::optional<std::map<std::string, ScriptedKey>>;
 using FansScript = Script<FanKeys>;
 
-class ScriptedTicks : public ProcessorTicks {
-public:
-    explicit ScriptedTicks(std::shared_ptr<TicksScript> script)
-        : m_script(std::move(script))
+struct ScriptedTicks : ProcessorTicks {
+    explicit ScriptedTicks(std::shared_ptr<TicksScript> source)
+        : script(std::move(source))
     {
     }
     bool read(Cores &cores) override
     {
-        const std::optional<Cores> answer = m_script->read();
+        const std::optional<Cores> answer = script->read();
         cores = answer.value_or(Cores());
         return answer.has_value();
     }
-
-private:
-    std::shared_ptr<TicksScript> m_script;
+    std::shared_ptr<TicksScript> script;
 };
 
-class ScriptedPages : public PageCounters {
-public:
-    ScriptedPages(std::shared_ptr<PagesScript> script, std::uint64_t physicalMemory)
-        : m_script(std::move(script))
-        , m_physicalMemory(physicalMemory)
+struct ScriptedPages : PageCounters {
+    explicit ScriptedPages(std::shared_ptr<PagesScript> source, std::uint64_t memory = 0)
+        : script(std::move(source))
+        , total(memory)
     {
     }
-    std::optional<PageCounts> read() override { return m_script->read(); }
-    std::uint64_t physicalMemory() override { return m_physicalMemory; }
-
-private:
-    std::shared_ptr<PagesScript> m_script;
-    std::uint64_t m_physicalMemory;
+    std::optional<PageCounts> read() override { return script->read(); }
+    std::uint64_t physicalMemory() override { return total; }
+    std::shared_ptr<PagesScript> script;
+    std::uint64_t total;
 };
 
-class ScriptedFans : public FanControllerConnection {
-public:
-    explicit ScriptedFans(std::shared_ptr<FansScript> script)
-        : m_script(std::move(script))
+struct ScriptedFans : FanControllerConnection {
+    explicit ScriptedFans(std::shared_ptr<FansScript> source)
+        : script(std::move(source))
     {
     }
-    bool open() override { return m_script->read().has_value(); }
+    bool open() override { return script->read().has_value(); }
     bool call(const ControllerRecord &request, ControllerRecord &reply) override
     {
-        const FanKeys keys = m_script->read();
-        const auto found = std::find_if(keys->begin(), keys->end(), [&request](const auto &key) {
-            return fourCharacterCode(key.first) == request.key;
-        });
+        const FanKeys keys = script->read();
+        const auto found = keys->find(fourCharacterText(request.key));
         if (found == keys->end())
             return false;
         const ScriptedKey &key = found->second;
@@ -140,16 +101,12 @@ public:
             reply.dataSize = key.size;
             return true;
         }
-        if (request.command != ReadKeyBytes || request.dataSize != key.size
-            || request.dataType != 0)
-            return false;
         std::copy(key.bytes.begin(), key.bytes.end(), reply.data.begin());
-        return true;
+        return request.command == ReadKeyBytes && request.dataSize == key.size
+            && request.dataType == 0;
     }
     void close() override { }
-
-private:
-    std::shared_ptr<FansScript> m_script;
+    std::shared_ptr<FansScript> script;
 };
 
 /// All a collector reads from, without cores, memory or fans until the test sets them.
@@ -159,11 +116,11 @@ struct ScriptedMachine {
     std::shared_ptr<FansScript> fans = std::make_shared<FansScript>();
     std::uint64_t physicalMemory = 0;
 
-    std::unique_ptr<MetricCollector> makeCollector() const
+    /// Any user of the three sources: a collector unless told.
+    template <typename User = MetricCollector> std::unique_ptr<User> makeCollector() const
     {
-        return std::make_unique<MetricCollector>(
-            std::make_unique<ScriptedFans>(fans),
-            std::make_unique<ScriptedPages>(pages, physicalMemory),
-            std::make_unique<ScriptedTicks>(ticks));
+        return std::make_unique<User>(std::make_unique<ScriptedFans>(fans),
+                                      std::make_unique<ScriptedPages>(pages, physicalMemory),
+                                      std::make_unique<ScriptedTicks>(ticks));
     }
 };

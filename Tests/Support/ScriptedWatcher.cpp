@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDBusConnectionInterface>
-#include <QDBusVariant>
+#include <QDBusReply>
 
 #include <algorithm>
 
@@ -11,7 +11,6 @@ namespace {
 const QString watcherName = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString watcherPath = QStringLiteral("/StatusNotifierWatcher");
 const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
-const QString busName = QStringLiteral("org.freedesktop.DBus");
 
 } // namespace
 
@@ -22,13 +21,12 @@ ScriptedWatcher::ScriptedWatcher(const QDBusConnection &connection, Answer toPro
     , m_toRegister(toRegister)
 {
     m_connection.registerVirtualObject(watcherPath, this);
-    m_connection.connect(QString(), QString(), busName, QStringLiteral("NameOwnerChanged"), this,
+    m_connection.connect(QString(), QString(), QStringLiteral("org.freedesktop.DBus"),
+                         QStringLiteral("NameOwnerChanged"), this,
                          SLOT(recordName(QString, QString, QString)));
     m_connection.connect(QString(), QString(), itemInterface, QString(), this,
                          SLOT(recordSignal(QDBusMessage)));
-    m_connection.interface()->registerService(watcherName,
-                                              QDBusConnectionInterface::DontQueueService,
-                                              QDBusConnectionInterface::AllowReplacement);
+    takeOver();
 }
 
 ScriptedWatcher::~ScriptedWatcher()
@@ -54,11 +52,6 @@ void ScriptedWatcher::setHost(bool registered)
                                               : QStringLiteral("StatusNotifierHostUnregistered")));
 }
 
-QStringList ScriptedWatcher::items() const
-{
-    return (QSet<QString>(m_registered) & m_names).values();
-}
-
 QDBusMessage ScriptedWatcher::call(const QString &path, const QString &interface,
                                    const QString &method, const QVariantList &arguments)
 {
@@ -69,13 +62,10 @@ QDBusMessage ScriptedWatcher::call(const QString &path, const QString &interface
 
 QVariant ScriptedWatcher::property(const QString &name)
 {
-    const QDBusMessage reply = call(QStringLiteral("/StatusNotifierItem"),
-                                    QStringLiteral("org.freedesktop.DBus.Properties"),
-                                    QStringLiteral("GetAll"), {itemInterface});
-    QVariantMap properties;
-    if (reply.type() == QDBusMessage::ReplyMessage)
-        reply.arguments().value(0).value<QDBusArgument>() >> properties;
-    return properties.value(name);
+    const QDBusReply<QVariantMap> properties = call(
+        QStringLiteral("/StatusNotifierItem"), QStringLiteral("org.freedesktop.DBus.Properties"),
+        QStringLiteral("GetAll"), {itemInterface});
+    return properties.value().value(name);
 }
 
 QStringList ScriptedWatcher::takeSignals()
@@ -91,24 +81,17 @@ bool ScriptedWatcher::handleMessage(const QDBusMessage &message, const QDBusConn
     const bool registers = message.member() == u"RegisterStatusNotifierItem";
     if (registers)
         ++m_registrations;
-    switch (registers ? m_toRegister : m_toProperty) {
-    case Answer::None:
-        break;
-    case Answer::Error:
+    const Answer answer = registers ? m_toRegister : m_toProperty;
+    if (answer == Answer::Error) {
         m_connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
-        break;
-    case Answer::Wrong:
+    } else if (answer == Answer::Wrong) {
         m_connection.send(message.createReply(QStringLiteral("true")));
-        break;
-    case Answer::Good:
-        if (registers) {
-            m_lastItem = message.arguments().value(0).toString();
-            m_registered.insert(m_lastItem);
-            m_connection.send(message.createReply());
-        } else {
-            m_connection.send(message.createReply(QVariant::fromValue(QDBusVariant(m_host))));
-        }
-        break;
+    } else if (answer == Answer::Good && registers) {
+        m_lastItem = message.arguments().value(0).toString();
+        m_registered.insert(m_lastItem);
+        m_connection.send(message.createReply());
+    } else if (answer == Answer::Good) {
+        m_connection.send(message.createReply(QVariant::fromValue(QDBusVariant(m_host))));
     }
     return true;
 }
@@ -122,9 +105,4 @@ void ScriptedWatcher::recordName(const QString &name, const QString &, const QSt
     else
         m_names.insert(name);
     m_mostNames = std::max(m_mostNames, m_names.size());
-}
-
-void ScriptedWatcher::recordSignal(const QDBusMessage &message)
-{
-    m_signals.append(message.member());
 }

@@ -12,18 +12,17 @@ class ScriptedWatcher : public QDBusVirtualObject {
 public:
     enum class Answer { Good, Wrong, Error, None };
 
-    /// Takes the watcher's name on this connection.
+    /// Takes the watcher's name, also from another one.
     explicit ScriptedWatcher(const QDBusConnection &connection, Answer toProperty = Answer::Good,
                              Answer toRegister = Answer::Good);
     /// Gives the name up.
     ~ScriptedWatcher() override;
 
-    /// Takes the name away from another watcher.
     void takeOver();
     void setHost(bool registered);
 
     /// Items that registered here and still have their bus name.
-    QStringList items() const;
+    QStringList items() const { return (QSet<QString>(m_registered) & m_names).values(); }
     int registrations() const { return m_registrations; }
     /// The most item names that were on the bus at the same time, registered or not.
     qsizetype mostNames() const { return m_mostNames; }
@@ -41,7 +40,7 @@ public:
 
 private slots:
     void recordName(const QString &name, const QString &oldOwner, const QString &newOwner);
-    void recordSignal(const QDBusMessage &message);
+    void recordSignal(const QDBusMessage &message) { m_signals.append(message.member()); }
 
 private:
     QDBusConnection m_connection;
