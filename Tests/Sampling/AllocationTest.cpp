@@ -1,4 +1,6 @@
-#include "AllocationCounter.h"
+// A sanitizer brings an allocator of its own.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+
 #include "Platform/Linux/ProcMeminfo.h"
 #include "Platform/Linux/ProcStat.h"
 #include "Sampling/CPUReader.h"
@@ -7,17 +9,27 @@
 
 #include <QtTest>
 
+static thread_local int allocations = 0;
+
+// The standard library's operator new and the lists of Qt come through here.
+extern "C" {
+
+void *__libc_malloc(std::size_t size);
+
+void *malloc(std::size_t size)
+{
+    ++allocations;
+    return __libc_malloc(size);
+}
+
+} // extern "C"
+
 class AllocationTest : public QObject {
     Q_OBJECT
 
 private slots:
     void samplesAllocateNothing()
     {
-        const std::optional<int> control = allocationsOf([] { QByteArray(100, 'x').clear(); });
-        if (!control)
-            QSKIP("built with a sanitizer");
-        QCOMPARE(*control, 1);
-
         CPUReader processors(std::make_unique<ProcStat>());
         MemoryReader memory(1, std::make_unique<ProcMeminfo>());
         std::optional<CPUInfo> published; // kept from one sample to the next, as a listener does
@@ -25,16 +37,19 @@ private slots:
             published = processors.read();
             QVERIFY(published && memory.read());
         };
+        int before = allocations;
         sample();
         sample(); // the second of two lists
-        QCOMPARE(allocationsOf([&sample] {
-                     for (int i = 0; i < 50; ++i)
-                         sample();
-                 }),
-                 std::optional(0));
+        QVERIFY(allocations > before);
+        before = allocations;
+        for (int i = 0; i < 50; ++i)
+            sample();
+        QCOMPARE(allocations - before, 0);
     }
 };
 
 METERKIN_TEST(AllocationTest);
 
 #include "AllocationTest.moc"
+
+#endif

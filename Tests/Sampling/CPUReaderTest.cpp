@@ -1,120 +1,177 @@
 #include "Sampling/CPUReader.h"
+#include "Files.h"
+#include "Platform/Linux/ProcStat.h"
 #include "Support/ScriptedSources.h"
 #include "Support/TestMain.h"
 
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <limits>
 
 namespace {
 
-ProcessorCore core(std::uint32_t number, CoreTicks ticks)
-{
-    return {number, ticks};
-}
-
 /// A core that was busy for `busy` of 100 ticks.
 ProcessorCore busyCore(std::uint32_t number, std::uint64_t busy)
 {
-    return core(number, {busy, 0, 100 - busy, 0});
+    return {number, {busy, 0, 100 - busy, 0}};
 }
 
 constexpr std::uint64_t Most = std::numeric_limits<std::uint64_t>::max();
 
-} // namespace
+/// "number:user,system,idle,nice" of each core, or "failed".
+QByteArray parsed(const QByteArray &text)
+{
+    std::vector<ProcessorCore> cores;
+    if (!ProcStat::parse(text.toStdString(), cores))
+        return "failed";
+    QByteArrayList list;
+    for (const auto &[number, ticks] : cores)
+        list += QByteArray::fromStdString(std::to_string(number) + ':' + std::to_string(ticks.user)
+                                          + ',' + std::to_string(ticks.system) + ','
+                                          + std::to_string(ticks.idle) + ','
+                                          + std::to_string(ticks.nice));
+    return list.join(' ');
+}
 
-Q_DECLARE_METATYPE(Cores)
+/// Busy and idle ticks of the first core, worked out with nothing of the reader's.
+std::pair<double, double> kernelTicks()
+{
+    const auto words =
+        contents(QStringLiteral("/proc/stat")).split('\n').value(1).simplified().split(' ');
+    double all = 0;
+    for (int i = 1; i <= 8; ++i)
+        all += words.value(i).toDouble();
+    const double idle = words.value(4).toDouble() + words.value(5).toDouble();
+    return {all - idle, idle};
+}
+
+const QByteArray Good = "cpu1 1 2 3 4 5 6 7 8 9 10\n";
+const QByteArray GoodCore = "1:1,24,9,2";
+
+} // namespace
 
 class CPUReaderTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void usage_data()
-    {
-        QTest::addColumn<Cores>("before");
-        QTest::addColumn<Cores>("now");
-        QTest::addColumn<QList<double>>("usages");
-        QTest::addColumn<double>("aggregate");
-
-        QTest::newRow("first") << Cores{} << Cores{busyCore(0, 90)} << QList{0.0} << 0.0;
-        QTest::newRow("idle clock")
-            << Cores{busyCore(0, 9)} << Cores{busyCore(0, 9)} << QList{0.0} << 0.0;
-        QTest::newRow("one core") << Cores{core(0, {100, 50, 800, 50})}
-                                  << Cores{core(0, {160, 70, 960, 60})} << QList{36.0} << 36.0;
-        Cores idle;
-        Cores busy;
-        for (std::uint32_t i = 0; i < 8; ++i) {
-            idle.push_back(core(i, {}));
-            busy.push_back(busyCore(i, 10 * (i + 1)));
-        }
-        QTest::newRow("eight cores")
-            << idle << busy << QList{10.0, 20.0, 30.0, 40.0, 50.0, 60.0, 70.0, 80.0} << 45.0;
-        QTest::newRow("one more") << Cores{core(0, {})} << Cores{busyCore(0, 50), busyCore(1, 50)}
-                                  << QList{50.0, 0.0} << 25.0;
-        QTest::newRow("one less") << Cores{core(0, {}), core(1, {})} << Cores{busyCore(0, 50)}
-                                  << QList{50.0} << 50.0;
-        QTest::newRow("gap opens")
-            << Cores{core(0, {}), busyCore(1, 99), core(2, {})}
-            << Cores{busyCore(0, 20), busyCore(2, 40)} << QList{20.0, 40.0} << 30.0;
-        QTest::newRow("gap closes") << Cores{core(0, {}), core(2, {})}
-                                    << Cores{busyCore(0, 30), busyCore(1, 99), busyCore(2, 60)}
-                                    << QList{30.0, 0.0, 60.0} << 30.0;
-        QTest::newRow("counter goes down")
-            << Cores{core(0, {0, 0, 500, 0})} << Cores{core(0, {10, 0, 400, 0})} << QList{100.0}
-            << 100.0;
-        QTest::newRow("all go down")
-            << Cores{core(0, {9, 9, 9, 9})} << Cores{core(0, {1, 1, 1, 1})} << QList{0.0} << 0.0;
-        QTest::newRow("largest counters")
-            << Cores{core(0, {})} << Cores{core(0, {Most, Most, Most, Most})} << QList{75.0}
-            << 75.0;
-    }
     void usage()
     {
-        QFETCH(Cores, before);
-        QFETCH(Cores, now);
-        m_script->set(before);
-        m_reader.read();
-        m_script->set(now);
-        const std::optional<CPUInfo> info = m_reader.read();
-        QVERIFY(info);
-        QTEST(info->perCoreUsage, "usages");
-        QTEST(info->aggregateUsage, "aggregate");
+        const struct {
+            Cores before;
+            Cores now;
+            QList<double> usages;
+            double aggregate;
+        } cases[]{
+            {{}, {busyCore(0, 90)}, {0.0}, 0.0},
+            {{{0, {}}}, {}, {}, 0.0},
+            {{busyCore(0, 9)}, {busyCore(0, 9)}, {0.0}, 0.0},
+            {{{0, {100, 50, 800, 50}}}, {{0, {160, 70, 960, 60}}}, {36.0}, 36.0},
+            // A core goes off line, and comes back.
+            {{{0, {}}, busyCore(1, 99), {2, {}}},
+             {busyCore(0, 20), busyCore(2, 40)},
+             {20.0, 40.0},
+             30.0},
+            {{{0, {}}, {2, {}}},
+             {busyCore(0, 30), busyCore(1, 99), busyCore(2, 60)},
+             {30.0, 0.0, 60.0},
+             30.0},
+            // Waiting time is taken back; then all counters go down.
+            {{{0, {0, 0, 500, 0}}}, {{0, {10, 0, 400, 0}}}, {100.0}, 100.0},
+            {{{0, {9, 9, 9, 9}}}, {{0, {1, 1, 1, 1}}}, {0.0}, 0.0},
+            {{{0, {}}}, {{0, {Most, Most, Most, Most}}}, {75.0}, 75.0},
+        };
+        for (const auto &[before, now, usages, aggregate] : cases) {
+            const auto script = std::make_shared<TicksScript>();
+            CPUReader reader(std::make_unique<ScriptedTicks>(script));
+            script->set(before);
+            reader.read();
+            script->set(std::nullopt); // a failed read changes nothing for the next
+            QVERIFY(!reader.read());
+            script->set(now);
+            const std::optional<CPUInfo> info = reader.read();
+            QVERIFY(info);
+            for (int i = 0; i < 3; ++i)
+                reader.read();
+            QCOMPARE(info->perCoreUsage, usages); // a kept sample stays as it was
+            QCOMPARE(info->aggregateUsage, aggregate);
+        }
     }
 
-    void noCoreIsNoFailure()
+    void columnsAndLines()
     {
-        m_script->set(Cores{core(0, {})});
-        m_reader.read();
-        m_script->set(Cores{});
-        const std::optional<CPUInfo> info = m_reader.read();
-        QVERIFY(info && info->perCoreUsage.isEmpty());
-        QCOMPARE(info->aggregateUsage, 0.0);
+        const QByteArray damaged(
+            "cpu0 1 2 3|cpu0 1 -2 3 4|cpu0 1 2 3 4 -5|cpu0 1 2 3 4x|cpuX 1 2 3 4|"
+            "cpu-1 1 2 3 4|cpu0 99999999999999999999 2 3 4|cpu4294967296 1 2 3 4|"
+            "cpu0 0 0 0 18446744073709551615 1");
+        for (const QByteArray &line : damaged.split('|'))
+            QVERIFY2(parsed(line + '\n' + Good) == GoodCore, line);
+        QCOMPARE(parsed(QByteArray("cpu0 1\0 2 3 4\n", 14) + Good), GoodCore);
+        QCOMPARE(parsed("cpu  9 9 9 9\n" + Good + "intr 5\ncpu2 1 2 3 4\n"), GoodCore);
+        QCOMPARE(parsed("cpu0 1 2 3 4\ncpu7 1 2 3 4 5 \n"), QByteArray("0:1,3,4,2 7:1,3,9,2"));
+        QCOMPARE(parsed("cpu0 1 2 3 4" + QByteArray(100000, ' ') + "5\n"), QByteArray("0:1,3,9,2"));
+        QCOMPARE(parsed("intr 5\n" + Good), QByteArray("failed"));
+        QCOMPARE(parsed(Good + Good), QByteArray("failed"));
     }
 
-    void failedReadKeepsTheLastGoodCounters()
+    void everyPrefixHoldsTheFullLinesOnly()
     {
-        m_script->set(Cores{core(0, {})});
-        m_reader.read();
-        m_script->set(std::nullopt);
-        QVERIFY(!m_reader.read());
-        m_script->set(Cores{busyCore(0, 25)});
-        QCOMPARE(m_reader.read()->aggregateUsage, 25.0);
+        const QByteArray whole = contents(QStringLiteral(FIXTURES "/stat-2-cores.txt"));
+        const QByteArrayList cores = parsed(whole).split(' ');
+        QCOMPARE(cores.size(), 2);
+        for (qsizetype size = 0; size < whole.size(); ++size) {
+            const QByteArray prefix = whole.left(size);
+            const qsizetype full = std::clamp<qsizetype>(prefix.count('\n') - 1, 0, 2);
+            QCOMPARE(parsed(prefix), full == 0 ? "failed" : cores.first(full).join(' '));
+        }
     }
 
-    void keptSampleStaysAsItWas()
+    void thousandCoresInAFileThatFailedBefore()
     {
-        m_script->set(Cores{core(0, {})});
-        m_reader.read();
-        m_script->set(Cores{busyCore(0, 25)});
-        const std::optional<CPUInfo> kept = m_reader.read();
-        for (int i = 0; i < 3; ++i)
-            m_reader.read();
-        QCOMPARE(kept->perCoreUsage, QList{25.0});
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("stat"));
+        ProcStat source(path.toStdString());
+        std::vector<ProcessorCore> cores;
+        QVERIFY(!source.read(cores));
+        QVERIFY(QDir().mkdir(path)); // opens, but cannot be read
+        QVERIFY(!source.read(cores));
+        QVERIFY(QDir().rmdir(path));
+        QByteArray text;
+        for (int i = 0; i < 1024; ++i)
+            text += "cpu" + QByteArray::number(i) + ' ' + QByteArray::number(i * 1000003LL)
+                + " 0 0 9876543210 0 0 0 0 0 0\n";
+        QVERIFY(write(path, text + "intr " + QByteArray(50000, '0') + '\n'));
+        QVERIFY(source.read(cores));
+        QCOMPARE(cores.size(), std::size_t(1024));
+        QCOMPARE(cores.back().ticks.user, std::uint64_t(1023 * 1000003LL));
+        QVERIFY(write(path, "cpu0 5 2 3 4\n"));
+        QVERIFY(source.read(cores) && cores.size() == 1 && cores.front().ticks.user == 5);
     }
 
-private:
-    std::shared_ptr<TicksScript> m_script = std::make_shared<TicksScript>();
-    CPUReader m_reader{std::make_unique<ScriptedTicks>(m_script)};
+    /// The readings of the test enclose those of the reader, so its usage lies between two bounds.
+    void agreesWithTheKernel()
+    {
+        CPUReader reader(std::make_unique<ProcStat>());
+        const auto agrees = [&reader] {
+            const auto beforeFirst = kernelTicks();
+            reader.read();
+            const auto afterFirst = kernelTicks();
+            auto beforeSecond = afterFirst;
+            while (beforeSecond.first + beforeSecond.second
+                   < afterFirst.first + afterFirst.second + 20)
+                beforeSecond = kernelTicks();
+            const double usage = reader.read()->perCoreUsage.value(0);
+            const auto afterSecond = kernelTicks();
+            const double leastBusy = beforeSecond.first - afterFirst.first;
+            const double leastIdle = beforeSecond.second - afterFirst.second;
+            const double mostBusy = afterSecond.first - beforeFirst.first;
+            const double mostIdle = afterSecond.second - beforeFirst.second;
+            return usage >= leastBusy / (leastBusy + mostIdle) * 100.0 - 1e-9
+                && usage <= mostBusy / (mostBusy + leastIdle) * 100.0 + 1e-9;
+        };
+        // Waiting time may be taken back in between, which breaks the bounds: once more then.
+        QVERIFY(agrees() || agrees() || agrees());
+    }
 };
 
 METERKIN_TEST(CPUReaderTest);

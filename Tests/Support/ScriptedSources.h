@@ -57,37 +57,34 @@ struct ScriptedKey {
 using FanKeys = std::optional<std::map<std::string, ScriptedKey>>;
 using FansScript = Script<FanKeys>;
 
-struct ScriptedTicks : ProcessorTicks {
-    explicit ScriptedTicks(std::shared_ptr<TicksScript> source)
+/// A seam interface whose answers come from a script that the test keeps.
+template <typename Interface, typename Source> struct Scripted : Interface {
+    explicit Scripted(std::shared_ptr<Source> source)
         : script(std::move(source))
     {
     }
+    std::shared_ptr<Source> script;
+};
+
+struct ScriptedTicks : Scripted<ProcessorTicks, TicksScript> {
+    using Scripted::Scripted;
     bool read(Cores &cores) override
     {
         const std::optional<Cores> answer = script->read();
         cores = answer.value_or(Cores());
         return answer.has_value();
     }
-    std::shared_ptr<TicksScript> script;
 };
 
-struct ScriptedPages : PageCounters {
-    explicit ScriptedPages(std::shared_ptr<PagesScript> source, std::uint64_t memory = 0)
-        : script(std::move(source))
-        , total(memory)
-    {
-    }
+struct ScriptedPages : Scripted<PageCounters, PagesScript> {
+    using Scripted::Scripted;
     std::optional<PageCounts> read() override { return script->read(); }
     std::uint64_t physicalMemory() override { return total; }
-    std::shared_ptr<PagesScript> script;
-    std::uint64_t total;
+    std::uint64_t total = 0;
 };
 
-struct ScriptedFans : FanControllerConnection {
-    explicit ScriptedFans(std::shared_ptr<FansScript> source)
-        : script(std::move(source))
-    {
-    }
+struct ScriptedFans : Scripted<FanControllerConnection, FansScript> {
+    using Scripted::Scripted;
     bool open() override { return script->read().has_value(); }
     bool call(const ControllerRecord &request, ControllerRecord &reply) override
     {
@@ -106,7 +103,6 @@ struct ScriptedFans : FanControllerConnection {
             && request.dataType == 0;
     }
     void close() override { }
-    std::shared_ptr<FansScript> script;
 };
 
 /// All a collector reads from, without cores, memory or fans until the test sets them.
@@ -119,8 +115,9 @@ struct ScriptedMachine {
     /// Any user of the three sources: a collector unless told.
     template <typename User = MetricCollector> std::unique_ptr<User> makeCollector() const
     {
-        return std::make_unique<User>(std::make_unique<ScriptedFans>(fans),
-                                      std::make_unique<ScriptedPages>(pages, physicalMemory),
+        auto memory = std::make_unique<ScriptedPages>(pages);
+        memory->total = physicalMemory;
+        return std::make_unique<User>(std::make_unique<ScriptedFans>(fans), std::move(memory),
                                       std::make_unique<ScriptedTicks>(ticks));
     }
 };
