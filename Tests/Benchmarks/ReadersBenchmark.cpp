@@ -26,8 +26,9 @@ double medianMicroseconds(const std::function<void()> &action)
         action();
         time = std::chrono::duration<double, std::micro>(Clock::now() - begin).count();
     }
-    std::nth_element(times.begin(), times.begin() + times.size() / 2, times.end());
-    return times[times.size() / 2];
+    const auto middle = times.begin() + std::ssize(times) / 2;
+    std::nth_element(times.begin(), middle, times.end());
+    return *middle;
 }
 
 /// A reader of ours against a bare read of the same file.

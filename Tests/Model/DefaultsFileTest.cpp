@@ -204,8 +204,8 @@ private slots:
         QTest::addColumn<QByteArray>("values");
         QTest::addColumn<QByteArray>("reason"); // empty: all is well
         // The name of each is a command of the shell, in the folder of the file.
-        const auto row = [](QByteArray role, const char *command, QByteArray values,
-                            QByteArray reason) {
+        const auto row = [](const QByteArray &role, const char *command, const QByteArray &values,
+                            const QByteArray &reason) {
             QTest::newRow(command) << role << values << reason;
         };
         const QByteArray all("11 2 33");

@@ -14,7 +14,7 @@ static thread_local int allocations = 0;
 // The standard library's operator new and the lists of Qt come through here.
 extern "C" {
 
-void *__libc_malloc(std::size_t size);
+void *__libc_malloc(std::size_t size); // NOLINT(bugprone-reserved-identifier): the library's own
 
 void *malloc(std::size_t size)
 {

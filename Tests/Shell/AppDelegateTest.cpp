@@ -206,8 +206,8 @@ private slots:
         const QString bound = QStringLiteral("register 46+0x1800 as MKHT 1");
         QTRY_COMPARE(m_platform->registrar.calls.count(bound), 1);
         m_platform->registrar.press();
-        QVERIFY(m_platform->shownPopover.calls.isEmpty()); // from the event loop, not the handler
-        QTRY_COMPARE(m_platform->shownPopover.calls, QStringList{QStringLiteral("show at 700")});
+        QVERIFY(m_platform->shownPopover.done.isEmpty()); // from the event loop, not the handler
+        QTRY_COMPARE(m_platform->shownPopover.done, QStringList{QStringLiteral("show at 700")});
         settings.setHotkeyKeyCode(0);
         QTRY_COMPARE(m_platform->registrar.calls.last(), QStringLiteral("remove"));
     }
@@ -215,7 +215,7 @@ private slots:
     void opensAndClosesTheDashboard()
     {
         launch();
-        const QStringList &calls = m_platform->shownPopover.calls;
+        const QStringList &calls = m_platform->shownPopover.done;
         emit m_platform->item->clicked();
         emit m_platform->item->clicked();
         QCOMPARE(calls.join(u','), QStringLiteral("show at 700,close"));
@@ -224,7 +224,7 @@ private slots:
         QCOMPARE(calls.size(), 3);
         emit m_platform->item->openSettingsRequested();
         QCOMPARE(calls.last(), QStringLiteral("close"));
-        QCOMPARE(m_platform->openWindows.calls, QStringList{QStringLiteral("settings")});
+        QCOMPARE(m_platform->openWindows.done, QStringList{QStringLiteral("settings")});
         m_platform->item->button = false;
         m_delegate->togglePopover();
         QCOMPARE(calls.last(), QStringLiteral("close"));
@@ -234,12 +234,12 @@ private slots:
     {
         m_platform->store.setBoolean(QStringLiteral("onboardingShown"), false);
         launch();
-        QVERIFY(m_platform->openWindows.calls.isEmpty());
-        QTRY_COMPARE(m_platform->openWindows.calls, QStringList{QStringLiteral("onboarding")});
+        QVERIFY(m_platform->openWindows.done.isEmpty());
+        QTRY_COMPARE(m_platform->openWindows.done, QStringList{QStringLiteral("onboarding")});
         QVERIFY(!m_platform->store.boolean(QStringLiteral("onboardingShown")));
         m_platform->openWindows.completed();
         QVERIFY(m_platform->store.boolean(QStringLiteral("onboardingShown")));
-        QCOMPARE(m_platform->openWindows.calls.last(), QStringLiteral("close onboarding"));
+        QCOMPARE(m_platform->openWindows.done.last(), QStringLiteral("close onboarding"));
         // A window that outlives the delegate calls into nothing.
         m_delegate.reset();
         m_platform->openWindows.completed();

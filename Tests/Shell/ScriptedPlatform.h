@@ -54,31 +54,31 @@ public:
     DiskImageCleaner *diskImageCleaner() override { return noted("disk image", &m_cleaner); }
 
     struct Popover : PopoverContainer {
-        QStringList calls;
+        QStringList done;
         bool isShown() const override { return shown; }
-        void show(const QRect &item) override
+        void show(const QRect &place) override
         {
             shown = true;
-            calls << QStringLiteral("show at %1").arg(item.x());
+            done << QStringLiteral("show at %1").arg(place.x());
         }
         void close() override
         {
             shown = false;
-            calls << QStringLiteral("close");
+            done << QStringLiteral("close");
         }
         bool shown = false;
     } shownPopover;
 
     struct Windows : ApplicationWindows {
-        QStringList calls;
+        QStringList done;
         std::function<void()> completed;
-        void openSettings() override { calls << QStringLiteral("settings"); }
-        void showOnboarding(std::function<void()> done) override
+        void openSettings() override { done << QStringLiteral("settings"); }
+        void showOnboarding(std::function<void()> whenCompleted) override
         {
-            calls << QStringLiteral("onboarding");
-            completed = std::move(done);
+            done << QStringLiteral("onboarding");
+            completed = std::move(whenCompleted);
         }
-        void closeOnboarding() override { calls << QStringLiteral("close onboarding"); }
+        void closeOnboarding() override { done << QStringLiteral("close onboarding"); }
     } openWindows;
 
 private:

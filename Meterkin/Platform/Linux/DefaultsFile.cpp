@@ -145,7 +145,7 @@ std::optional<QString> DefaultsFile::text(const QString &key) const
 {
     if (const auto unsaved = m_unsaved.find(key); unsaved != m_unsaved.end())
         return *unsaved;
-    if (const std::optional<QString> stored = settingIn(m_text, key))
+    if (std::optional<QString> stored = settingIn(m_text, key))
         return stored;
     if (const auto standard = m_defaults.find(key); standard != m_defaults.end())
         return standard->toString();

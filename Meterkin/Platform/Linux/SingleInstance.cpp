@@ -13,7 +13,7 @@ constexpr int ConnectMilliseconds = 300;
 /// A folder that belongs to this user alone; empty when there is none.
 QString privateFolder()
 {
-    const QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
+    QString runtime = qEnvironmentVariable("XDG_RUNTIME_DIR");
     if (QDir::isAbsolutePath(runtime) && QDir(runtime).exists())
         return runtime;
     const QString config = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
