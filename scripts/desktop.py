@@ -4,10 +4,12 @@ import os
 import signal
 import subprocess
 import sys
+import time
 
 from panels import PANELS
 from private_desktop import Desktop
 
+SETTLE_SECONDS = 0.5
 ENDING = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
 
 
@@ -53,11 +55,17 @@ def look(desktop, program, wanted):
     def shown():
         if program.poll() is not None:
             raise RuntimeError(f"{wanted.command[0]} ended with status {program.returncode}")
-        return any(window.name.startswith(wanted.window) and desktop.is_painted(window)
-                   for window in desktop.x.windows())
+        return [window.rect for window in desktop.x.windows()
+                if window.name.startswith(wanted.window) and desktop.is_painted(window)]
+
+    def settled():
+        # panels arrange themselves anew around an item that has just come
+        before = shown()
+        time.sleep(SETTLE_SECONDS)
+        return before and shown() == before
 
     if wanted.window:
-        desktop.wait(shown, 20, f'a window named "{wanted.window}"')
+        desktop.wait(settled, 20, f'a window named "{wanted.window}"')
     if wanted.seconds is not None:
         end_of(program, wanted.seconds)
     if wanted.screenshot:
