@@ -17,7 +17,7 @@ class MetricCollector;
 /// A value that others follow and only the dashboard itself writes.
 #define METERKIN_DASHBOARD_PROPERTY(Type, name, Name)                                              \
 public:                                                                                            \
-    Q_PROPERTY(Type name READ name NOTIFY name##Changed BINDABLE bindable##Name)                   \
+    Q_PROPERTY(Type name READ name NOTIFY name##Changed BINDABLE bindable##Name FINAL)             \
     Type name() const                                                                              \
     {                                                                                              \
         return m_##name.value();                                                                   \

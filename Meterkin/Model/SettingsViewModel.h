@@ -15,7 +15,7 @@ class DefaultsStore;
 /// the store is the property's name.
 // clang-format off
 #define METERKIN_SETTINGS(SETTING) \
-    SETTING(SystemMetric, menuBarMetric, MenuBarMetric, SystemMetric::memoryUsage) \
+    SETTING(SystemMetrics::SystemMetric, menuBarMetric, MenuBarMetric, SystemMetric::memoryUsage) \
     SETTING(double, updateInterval, UpdateInterval, 3.0) /* seconds */ \
     SETTING(double, fanSpeedGreen, FanSpeedGreen, 2000.0) /* revolutions per minute */ \
     SETTING(double, fanSpeedYellow, FanSpeedYellow, 4000.0) \
@@ -36,7 +36,8 @@ class DefaultsStore;
 /// would not reach the store.
 #define METERKIN_SETTING_PROPERTY(Type, name, Name, standard)                                      \
 public:                                                                                            \
-    Q_PROPERTY(Type name READ name WRITE set##Name NOTIFY name##Changed BINDABLE bindable##Name)   \
+    Q_PROPERTY(                                                                                    \
+        Type name READ name WRITE set##Name NOTIFY name##Changed BINDABLE bindable##Name FINAL)    \
     Type name() const                                                                              \
     {                                                                                              \
         return m_##name.value();                                                                   \

@@ -1,8 +1,9 @@
 #include "Model/SystemMetric.h"
 
+#include "Model/DecimalText.h"
+
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 QString titleOf(SystemMetric metric)
 {
@@ -27,13 +28,9 @@ QString valueText(SystemMetric metric, std::optional<double> value)
 {
     if (!value || !std::isfinite(*value))
         return QStringLiteral("N/A");
-    // The largest double has 309 digits. QString's own formatting rounds halves up, printf to even.
-    std::array<char, 320> digits{};
-    // Adding zero turns a negative zero into a plain one: "-0%" would look like a fault.
-    std::snprintf(digits.data(), digits.size(), "%.0f", std::rint(*value) + 0.0);
     const QString unit =
         metric == SystemMetric::fanSpeed ? QStringLiteral(" RPM") : QStringLiteral("%");
-    return QLatin1StringView(digits.data()) + unit;
+    return decimalText(*value, 0) + unit;
 }
 
 QString widestText(SystemMetric metric)

@@ -7,20 +7,20 @@
 #include <optional>
 
 /// Gives the enumeration its names at run time, for QML and for test output.
-namespace SystemMetrics {
-Q_NAMESPACE
+class SystemMetrics : public QObject {
+    Q_OBJECT
 
-/// The kinds of measurement.
-enum class SystemMetric {
-    fanSpeed, ///< the first fan, in revolutions per minute
-    memoryUsage, ///< percent
-    cpuUsage, ///< percent, the mean of the cores
+public:
+    /// The kinds of measurement.
+    enum class SystemMetric {
+        fanSpeed, ///< the first fan, in revolutions per minute
+        memoryUsage, ///< percent
+        cpuUsage, ///< percent, the mean of the cores
+    };
+    Q_ENUM(SystemMetric)
 };
-Q_ENUM_NS(SystemMetric)
 
-} // namespace SystemMetrics
-
-using SystemMetrics::SystemMetric;
+using SystemMetric = SystemMetrics::SystemMetric;
 
 /// Every kind, in the order in which pickers and loops take them.
 inline constexpr std::array allMetrics{SystemMetric::fanSpeed, SystemMetric::memoryUsage,

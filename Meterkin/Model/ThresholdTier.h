@@ -5,16 +5,16 @@
 #include <optional>
 
 /// Gives the enumeration its names at run time, for QML and for test output.
-namespace ThresholdTiers {
-Q_NAMESPACE
+class ThresholdTiers : public QObject {
+    Q_OBJECT
 
-/// How a value is judged.
-enum class ThresholdTier { green, yellow, red };
-Q_ENUM_NS(ThresholdTier)
+public:
+    /// How a value is judged.
+    enum class ThresholdTier { green, yellow, red };
+    Q_ENUM(ThresholdTier)
+};
 
-} // namespace ThresholdTiers
-
-using ThresholdTiers::ThresholdTier;
+using ThresholdTier = ThresholdTiers::ThresholdTier;
 
 /// Where the tiers of one kind of measurement begin, in its unit. The order is not enforced: with
 /// green above yellow there is no yellow tier.

@@ -1,4 +1,4 @@
-#include "Services/ScriptedDashboard.h"
+#include "Support/ScriptedDashboard.h"
 #include "Support/TestMain.h"
 
 #include <QSignalSpy>
@@ -32,7 +32,7 @@ private slots:
 
     void firstFanCounts()
     {
-        m_machine->report({.fanSpeed = 1200.0});
+        m_machine->report({.fanSpeed = 1200.0, .fans = 2});
         QCOMPARE(m_dashboard->fanCount(), 2);
         m_machine->report({.memory = 25.0}); // leaves history and extremes as they were
         QCOMPARE(m_dashboard->fanCount(), 0);

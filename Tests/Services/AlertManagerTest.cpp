@@ -1,6 +1,6 @@
 #include "Services/AlertManager.h"
 #include "Model/SettingsViewModel.h"
-#include "Services/ScriptedDashboard.h"
+#include "Support/ScriptedDashboard.h"
 #include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"

@@ -17,9 +17,14 @@ struct Vitals {
     std::optional<double> fanSpeed = {}; ///< RPM; absent: no fans
     std::optional<double> memory = {}; ///< percent
     std::optional<double> cpuUsage = {}; ///< percent, from the second sample on
+
+    int fans = 1; ///< all but the first stand still
+    std::optional<float> fanRange = {}; ///< the highest speed of each; the lowest is a tenth of it
+    std::uint64_t totalMemory = 100'000; ///< bytes
+    std::size_t cores = 1; ///< all equally busy
 };
 
-/// One fan, its speed as a little-endian float.
+/// Speeds as little-endian floats.
 class VitalFans : public FanControllerConnection {
 public:
     explicit VitalFans(std::shared_ptr<const Vitals> vitals)
@@ -33,15 +38,25 @@ public:
             return false;
         reply.dataSize = 4;
         reply.dataType = fourCharacterCode("flt ");
-        const auto speed = static_cast<float>(*m_vitals->fanSpeed);
-        std::memcpy(reply.data.data(), &speed, sizeof speed);
-        if (request.key == fourCharacterCode("FNum"))
-            reply.data[0] = 1;
+        if (request.key == fourCharacterCode("FNum")) {
+            reply.data[0] = static_cast<std::uint8_t>(m_vitals->fans);
+            return true;
+        }
+        const bool isFirst = (request.key >> 16U & 0xffU) == '0';
+        float value = isFirst ? static_cast<float>(*m_vitals->fanSpeed) : 0.0F;
+        if (const auto field = request.key & 0xffffU; field != AcField) {
+            if (!m_vitals->fanRange)
+                return false;
+            value = field == MnField ? *m_vitals->fanRange / 10.0F : *m_vitals->fanRange;
+        }
+        std::memcpy(reply.data.data(), &value, sizeof value);
         return true;
     }
     void close() override { }
 
 private:
+    static constexpr std::uint32_t AcField = fourCharacterCode("F0Ac") & 0xffffU;
+    static constexpr std::uint32_t MnField = fourCharacterCode("F0Mn") & 0xffffU;
     std::shared_ptr<const Vitals> m_vitals;
 };
 
@@ -55,13 +70,13 @@ public:
     {
         if (!m_vitals->memory)
             return std::nullopt;
-        const double pages = *m_vitals->memory / 100.0 * static_cast<double>(Total);
+        const double pages = *m_vitals->memory / 100.0
+            * static_cast<double>(m_vitals->totalMemory);
         return PageCounts{.pageSize = 1, .active = static_cast<std::uint64_t>(std::llround(pages))};
     }
-    std::uint64_t physicalMemory() override { return Total; }
+    std::uint64_t physicalMemory() override { return m_vitals->totalMemory; }
 
 private:
-    static constexpr std::uint64_t Total = 100'000;
     std::shared_ptr<const Vitals> m_vitals;
 };
 
@@ -79,7 +94,9 @@ public:
         const auto busyTicks = static_cast<std::uint64_t>(std::llround(busy));
         m_sum.user += busyTicks;
         m_sum.idle += Period - busyTicks;
-        cores = {{0, m_sum}};
+        cores.clear();
+        for (std::size_t core = 0; core < m_vitals->cores; ++core)
+            cores.push_back({static_cast<std::uint32_t>(core), m_sum});
         return true;
     }
 

@@ -6,24 +6,15 @@
 
 #include <QEventLoop>
 
-/// Beside the fan of the vitals a second one that stands still.
-class TwoVitalFans : public VitalFans {
-public:
-    using VitalFans::VitalFans;
-    bool call(const ControllerRecord &request, ControllerRecord &reply) override
-    {
-        const bool isRead = VitalFans::call(request, reply);
-        if (request.key == fourCharacterCode("FNum"))
-            reply.data[0] = 2;
-        else if (request.key == fourCharacterCode("F1Ac"))
-            reply.data = {};
-        return isRead;
-    }
-};
-
 /// A dashboard over a machine that reports what the test says.
 class ScriptedDashboard {
 public:
+    /// The size of the memory is read here and not again.
+    explicit ScriptedDashboard(const Vitals &vitals = {})
+        : m_vitals(std::make_shared<Vitals>(vitals))
+    {
+    }
+
     DashboardViewModel &dashboard() { return m_dashboard; }
 
     /// Lets the machine report the values and the dashboard take them in.
@@ -38,8 +29,8 @@ public:
     }
 
 private:
-    std::shared_ptr<Vitals> m_vitals = std::make_shared<Vitals>();
-    MetricCollector m_collector{std::make_unique<TwoVitalFans>(m_vitals),
+    std::shared_ptr<Vitals> m_vitals;
+    MetricCollector m_collector{std::make_unique<VitalFans>(m_vitals),
                                 std::make_unique<VitalPages>(m_vitals),
                                 std::make_unique<VitalTicks>(m_vitals)};
     DashboardViewModel m_dashboard{m_collector};

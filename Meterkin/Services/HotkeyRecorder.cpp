@@ -1,0 +1,70 @@
+#include "Services/HotkeyRecorder.h"
+
+#include "Model/SettingsViewModel.h"
+#include "Platform/KeyDownMonitor.h"
+#include "Services/HotkeyText.h"
+
+namespace {
+
+constexpr std::uint32_t Qualifying =
+    EventModifier::command | EventModifier::option | EventModifier::control;
+constexpr std::uint32_t NoKeyCode = 255;
+
+} // namespace
+
+HotkeyRecorder::HotkeyRecorder(SettingsViewModel &settings, KeyDownMonitor *monitor,
+                               QObject *parent)
+    : QObject(parent)
+    , m_settings(settings)
+    , m_monitor(monitor)
+{
+    m_isSet.setBinding(
+        [this] { return m_settings.hotkeyKeyCode() != 0 || m_settings.hotkeyModifiers() != 0; });
+    m_displayText.setBinding([this] {
+        return m_isSet
+            ? modifierSymbols(m_settings.hotkeyModifiers()) + keyName(m_settings.hotkeyKeyCode())
+            : QStringLiteral("Not set");
+    });
+    m_canClear.setBinding([this] { return !m_isRecording && m_settings.hotkeyKeyCode() != 0; });
+}
+
+HotkeyRecorder::~HotkeyRecorder()
+{
+    cancel();
+}
+
+void HotkeyRecorder::record()
+{
+    if (m_isRecording)
+        return;
+    m_isRecording = true;
+    if (m_monitor != nullptr)
+        m_monitor->install([this](const KeyDown &key) { return capture(key); });
+}
+
+void HotkeyRecorder::cancel()
+{
+    if (!m_isRecording)
+        return;
+    if (m_monitor != nullptr)
+        m_monitor->remove();
+    m_isRecording = false;
+}
+
+void HotkeyRecorder::clear()
+{
+    m_settings.setHotkeyKeyCode(0);
+    m_settings.setHotkeyModifiers(0);
+}
+
+bool HotkeyRecorder::capture(const KeyDown &key)
+{
+    // A copy: what runs now goes with the monitor.
+    const KeyDown pressed = key;
+    if ((pressed.flags & Qualifying) == 0 || pressed.keyCode == NoKeyCode)
+        return false;
+    m_settings.setHotkeyKeyCode(pressed.keyCode);
+    m_settings.setHotkeyModifiers(carbonModifiers(pressed.flags));
+    cancel();
+    return true;
+}
