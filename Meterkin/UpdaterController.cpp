@@ -31,3 +31,9 @@ void UpdaterController::setAutomaticallyDownloadsUpdates(bool automatically)
         m_framework->setAutomaticallyDownloadsUpdates(automatically);
     m_store.setBoolean(automaticKey, automatically);
 }
+
+void UpdaterController::checkForUpdates()
+{
+    if (m_framework != nullptr)
+        m_framework->checkForUpdates();
+}

@@ -11,10 +11,10 @@
 class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged
-                   BINDABLE bindableCanCheckForUpdates)
+                   BINDABLE bindableCanCheckForUpdates FINAL)
     Q_PROPERTY(bool automaticallyDownloadsUpdates READ automaticallyDownloadsUpdates WRITE
                    setAutomaticallyDownloadsUpdates NOTIFY automaticallyDownloadsUpdatesChanged
-                       BINDABLE bindableAutomaticallyDownloadsUpdates)
+                       BINDABLE bindableAutomaticallyDownloadsUpdates FINAL)
 
 public:
     /// Starts the framework at once. Without one nothing can be checked and only the preference is
@@ -31,6 +31,10 @@ public:
     {
         return &m_automaticallyDownloadsUpdates;
     }
+
+public slots:
+    /// The user asked for it. Nothing happens without a framework.
+    void checkForUpdates();
 
 signals:
     void canCheckForUpdatesChanged();

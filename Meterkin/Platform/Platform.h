@@ -1,10 +1,11 @@
 #pragma once
 
-#include "Platform/ApplicationWindows.h"
 #include "Platform/DefaultsStore.h"
+#include "Platform/DesktopAppearance.h"
 #include "Platform/DiskImageCleaner.h"
 #include "Platform/FanControllerConnection.h"
 #include "Platform/HotkeyRegistrar.h"
+#include "Platform/KeyDownMonitor.h"
 #include "Platform/LoginItem.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/PageCounters.h"
@@ -12,6 +13,7 @@
 #include "Platform/ProcessorTicks.h"
 #include "Platform/StatusItem.h"
 #include "Platform/UpdateFramework.h"
+#include "Platform/WindowStyle.h"
 
 #include <memory>
 
@@ -25,6 +27,8 @@ public:
     virtual std::unique_ptr<ProcessorTicks> makeProcessorTicks() = 0;
     virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;
     virtual DefaultsStore &defaultsStore() = 0;
+    /// What people call a machine of this system.
+    virtual QString computerWord() const = 0;
 
     // Services that a system, or a build, may lack: null then, and the program does without.
     virtual NotificationCentre *notificationCentre() { return nullptr; }
@@ -32,6 +36,8 @@ public:
     virtual LoginItem *loginItem() { return nullptr; }
     virtual UpdateFramework *updateFramework() { return nullptr; }
     virtual PopoverContainer *popover() { return nullptr; }
-    virtual ApplicationWindows *windows() { return nullptr; }
+    virtual WindowStyle *windowStyle() { return nullptr; }
+    virtual KeyDownMonitor *keyDownMonitor() { return nullptr; }
+    virtual DesktopAppearance *desktopAppearance() { return nullptr; }
     virtual DiskImageCleaner *diskImageCleaner() { return nullptr; }
 };

@@ -1,11 +1,24 @@
 #pragma once
 
+#include <QQuickItem>
 #include <QRect>
 
-/// The frame of the dashboard that drops from the status item. Main thread only.
+#include <functional>
+#include <memory>
+
+/// The frame of the dashboard that drops from the status item: transient, animated, as large as its
+/// content wants to be. Main thread only.
 class PopoverContainer {
 public:
+    /// Makes the content: an item whose implicit size is the size it asks for. Its height may be
+    /// set lower.
+    using MakeContent = std::function<std::unique_ptr<QQuickItem>()>;
+
     virtual ~PopoverContainer() = default;
+
+    /// `make` is called when the popover is first shown, and again after a long time hidden. What
+    /// was made before is destroyed at once; with an empty function there is nothing to show.
+    virtual void setContent(MakeContent make) = 0;
 
     virtual bool isShown() const = 0;
     /// Shows it at the item, with the keyboard focus. `item` is where the status item is on the

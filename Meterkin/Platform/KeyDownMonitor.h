@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+/// A key as it went down.
+struct KeyDown {
+    std::uint32_t keyCode = 0; ///< virtual key code of the ANSI layout; 255: a key without one
+    /// Shift 0x20000, control 0x40000, option 0x80000, command 0x100000; others as they come.
+    std::uint32_t flags = 0;
+};
+
+/// Sees the keys that go down in the program's own windows before the windows do. Keys that are
+/// modifiers themselves are not reported. Main thread only.
+class KeyDownMonitor {
+public:
+    virtual ~KeyDownMonitor() = default;
+
+    /// Until removal, `handler` runs for each key; it returns true to swallow the key and may
+    /// remove itself. At most one at a time.
+    virtual void install(std::function<bool(const KeyDown &)> handler) = 0;
+    /// Fine to call when none is installed.
+    virtual void remove() = 0;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QObject>
+#include <QProperty>
+#include <QtQml/qqmlregistration.h>
+
+class QJSEngine;
+class QQmlEngine;
+
+/// What the views have to know of the desktop's look. One for each ViewEngine. Main thread only.
+class Appearance : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool dark READ isDark NOTIFY darkChanged BINDABLE bindableDark FINAL)
+    Q_PROPERTY(
+        double textScale READ textScale NOTIFY textScaleChanged BINDABLE bindableTextScale FINAL)
+
+public:
+    // No default constructor: QML would use it rather than create().
+    explicit Appearance(QObject *parent)
+        : QObject(parent)
+    {
+    }
+
+    /// How QML finds it: the one of the engine.
+    static Appearance *create(QQmlEngine *engine, QJSEngine *);
+
+    bool isDark() const { return m_dark; }
+    void setDark(bool dark) { m_dark = dark; }
+    QBindable<bool> bindableDark() const { return &m_dark; }
+
+    /// The factor by which texts are larger than designed.
+    double textScale() const { return m_textScale; }
+    void setTextScale(double scale) { m_textScale = scale; }
+    QBindable<double> bindableTextScale() const { return &m_textScale; }
+
+signals:
+    void darkChanged();
+    void textScaleChanged();
+
+private:
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Appearance, bool, m_dark, false, &Appearance::darkChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Appearance, double, m_textScale, 1.0,
+                                         &Appearance::textScaleChanged)
+};

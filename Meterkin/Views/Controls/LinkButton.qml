@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+T.AbstractButton {
+    id: link
+
+    implicitWidth: implicitContentWidth + 8
+    implicitHeight: implicitContentHeight + 4
+    font.pixelSize: Theme.points(13)
+    font.underline: link.hovered
+    Accessible.name: link.text
+    Keys.onReturnPressed: link.clicked()
+    Keys.onEnterPressed: link.clicked()
+
+    contentItem: Text {
+        text: link.text
+        font: link.font
+        color: Theme.accent
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    background: Item {
+        FocusRing {
+            visible: link.visualFocus
+            distance: 0
+        }
+    }
+    HoverHandler {
+        cursorShape: Qt.PointingHandCursor
+    }
+}

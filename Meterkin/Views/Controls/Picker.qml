@@ -1,0 +1,141 @@
+pragma ComponentBehavior: Bound
+
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+// A choice of texts from a list that opens.
+T.ComboBox {
+    id: picker
+
+    required property string name
+
+    function opens(): bool {
+        if (picker.popup.visible)
+            return false
+        picker.popup.open()
+        return true
+    }
+
+    // All as wide as each other where the text lets them.
+    implicitWidth: Math.max(140 * Appearance.textScale, implicitContentWidth + leftPadding + rightPadding)
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    leftPadding: 12
+    rightPadding: 30
+    topPadding: 4
+    bottomPadding: 4
+    font.pixelSize: Theme.points(13)
+    Accessible.name: picker.name
+    Accessible.description: picker.displayText
+    Accessible.onPressAction: picker.popup.open()
+    // The open list takes these keys itself.
+    Keys.onReturnPressed: event => event.accepted = picker.opens()
+    Keys.onEnterPressed: event => event.accepted = picker.opens()
+
+    contentItem: Text {
+        text: picker.displayText
+        font: picker.font
+        color: Theme.primary
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    indicator: Item {
+        x: picker.width - width - 10
+        y: (picker.height - height) / 2
+        width: Theme.points(10)
+        height: Theme.points(17)
+        Accessible.ignored: true
+
+        SystemSymbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            name: "chevron.up"
+            pointSize: Theme.points(8)
+            color: Theme.secondary
+        }
+        SystemSymbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: parent.bottom
+            name: "chevron.down"
+            pointSize: Theme.points(8)
+            color: Theme.secondary
+        }
+    }
+    background: Rectangle {
+        radius: 6
+        color: picker.down ? Theme.separator
+            : picker.hovered ? Theme.faded(Theme.separator, 0.65) : Theme.faded(Theme.separator, 0.45)
+        border.width: 1
+        border.color: Theme.separator
+
+        FocusRing {
+            visible: picker.visualFocus
+        }
+    }
+    delegate: T.ItemDelegate {
+        id: choice
+
+        required property string modelData
+        required property int index
+
+        readonly property bool isChosen: picker.currentIndex === choice.index
+
+        width: picker.popup.availableWidth
+        implicitHeight: implicitContentHeight + topPadding + bottomPadding
+        leftPadding: 12 + Theme.points(15)
+        rightPadding: 12
+        topPadding: 5
+        bottomPadding: 5
+        text: choice.modelData
+        font.pixelSize: Theme.points(13)
+        highlighted: picker.highlightedIndex === choice.index
+        Accessible.name: choice.text
+        Accessible.selectable: true
+        Accessible.selected: choice.isChosen
+
+        contentItem: Text {
+            text: choice.text
+            font: choice.font
+            color: choice.highlighted ? Theme.textOnAccent : Theme.primary
+            verticalAlignment: Text.AlignVCenter
+            Accessible.ignored: true
+        }
+        background: Rectangle {
+            radius: 5
+            color: choice.highlighted ? Theme.accent : "transparent"
+
+            SystemSymbol {
+                x: 8
+                anchors.verticalCenter: parent.verticalCenter
+                visible: choice.isChosen
+                name: "checkmark"
+                pointSize: Theme.points(11)
+                color: choice.highlighted ? Theme.textOnAccent : Theme.primary
+                Accessible.ignored: true
+            }
+        }
+    }
+    popup: T.Popup {
+        y: picker.height + 4
+        x: picker.width - width
+        width: picker.width + 14
+        implicitHeight: implicitContentHeight + topPadding + bottomPadding
+        margins: 8
+        padding: 5
+
+        contentItem: ListView {
+            implicitHeight: contentHeight
+            boundsBehavior: Flickable.StopAtBounds
+            clip: true
+            model: picker.delegateModel
+            currentIndex: picker.highlightedIndex
+            Accessible.role: Accessible.List
+            Accessible.name: picker.name
+        }
+        background: Rectangle {
+            radius: 9
+            color: Theme.windowBackground
+            border.width: 1
+            border.color: Theme.controlBorder
+        }
+    }
+}

@@ -1,0 +1,41 @@
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+T.Button {
+    id: button
+
+    property color textColor: Theme.primary
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: implicitContentHeight + topPadding + bottomPadding
+    leftPadding: 12
+    rightPadding: 12
+    topPadding: 4
+    bottomPadding: 4
+    font.pixelSize: Theme.points(13)
+    Accessible.name: button.text
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
+
+    contentItem: Text {
+        text: button.text
+        font: button.font
+        color: button.enabled ? button.textColor : Theme.secondary
+        opacity: button.enabled ? 1.0 : 0.6
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    background: Rectangle {
+        radius: 6
+        color: button.down ? Theme.separator
+            : button.hovered ? Theme.faded(Theme.separator, 0.65) : Theme.faded(Theme.separator, 0.45)
+        border.width: 1
+        border.color: Theme.separator
+
+        FocusRing {
+            visible: button.visualFocus
+        }
+    }
+}

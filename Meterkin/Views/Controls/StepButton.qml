@@ -1,0 +1,29 @@
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+// One half of a stepper's pair of buttons. The keyboard has the arrow keys instead.
+T.AbstractButton {
+    id: button
+
+    required property string symbol
+
+    implicitWidth: 20 * Appearance.textScale
+    autoRepeat: true
+    focusPolicy: Qt.NoFocus
+    Accessible.ignored: true
+
+    background: Rectangle {
+        radius: 4
+        color: button.down ? Theme.separator
+            : button.hovered ? Theme.faded(Theme.separator, 0.65) : Theme.faded(Theme.separator, 0.45)
+    }
+    contentItem: Item {
+        SystemSymbol {
+            anchors.centerIn: parent
+            name: button.symbol
+            pointSize: Theme.points(9)
+            color: Theme.primary
+        }
+    }
+}

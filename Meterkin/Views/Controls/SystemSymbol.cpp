@@ -1,0 +1,69 @@
+#include "Views/Controls/SystemSymbol.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// A drawing's square holds a text's line: about 1.2 times the text's size.
+constexpr double SquarePerPoint = 1.25;
+
+} // namespace
+
+SystemSymbol::SystemSymbol(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+{
+    setAntialiasing(true);
+    adoptPointSize();
+}
+
+void SystemSymbol::setName(const QString &name)
+{
+    if (m_name == name)
+        return;
+    m_name = name;
+    m_drawing.load(QStringLiteral(":/Meterkin/Views/symbols/%1.svg").arg(name));
+    update();
+    emit nameChanged();
+}
+
+void SystemSymbol::setColor(const QColor &color)
+{
+    if (m_color == color)
+        return;
+    m_color = color;
+    update();
+    emit colorChanged();
+}
+
+void SystemSymbol::setPointSize(double size)
+{
+    if (m_pointSize == size)
+        return;
+    m_pointSize = size;
+    adoptPointSize();
+    emit pointSizeChanged();
+}
+
+void SystemSymbol::paint(QPainter *painter)
+{
+    if (!m_drawing.isValid())
+        return;
+    const double side = std::min(width(), height());
+    m_drawing.render(painter, QRectF((width() - side) / 2.0, (height() - side) / 2.0, side, side));
+    // The drawing is a stencil: what it covers takes the colour. The painter's picture holds
+    // nothing else.
+    painter->save();
+    painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter->fillRect(boundingRect(), m_color);
+    painter->restore();
+}
+
+void SystemSymbol::adoptPointSize()
+{
+    // Whole pixels: the picture of a painted item has no others, and would be cut or stretched.
+    const double side = std::round(m_pointSize * SquarePerPoint);
+    setImplicitSize(side, side);
+}

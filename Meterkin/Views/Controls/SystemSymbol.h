@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickPaintedItem>
+#include <QSvgRenderer>
+
+/// A symbol in one colour, named as the symbols of the design are ("gearshape", "arrow.up").
+/// A square as large as its point size asks for; in another shape it stands in the middle. An
+/// unknown name draws nothing. GUI thread.
+class SystemSymbol : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged FINAL)
+    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
+    /// The size of the text that it stands beside, in logical pixels.
+    Q_PROPERTY(double pointSize READ pointSize WRITE setPointSize NOTIFY pointSizeChanged FINAL)
+
+public:
+    explicit SystemSymbol(QQuickItem *parent = nullptr);
+
+    QString name() const { return m_name; }
+    void setName(const QString &name);
+    QColor color() const { return m_color; }
+    void setColor(const QColor &color);
+    double pointSize() const { return m_pointSize; }
+    void setPointSize(double size);
+
+    void paint(QPainter *painter) override;
+
+signals:
+    void nameChanged();
+    void colorChanged();
+    void pointSizeChanged();
+
+private:
+    void adoptPointSize();
+
+    QSvgRenderer m_drawing; // that of the name
+    QString m_name;
+    QColor m_color;
+    double m_pointSize = 13.0;
+};

@@ -1,0 +1,66 @@
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+// A row's label with a switch at its end. It asks for the change and shows what becomes of it.
+T.Switch {
+    id: toggle
+
+    required property bool isOn
+
+    signal chosen(wish: bool)
+
+    function ask(): void {
+        toggle.chosen(!toggle.isOn)
+        toggle.checked = toggle.isOn
+    }
+
+    implicitHeight: Math.max(implicitContentHeight, implicitIndicatorHeight)
+    font.pixelSize: Theme.points(13)
+    Accessible.name: toggle.text
+    Accessible.onPressAction: toggle.ask()
+    Accessible.onToggleAction: toggle.ask()
+    Keys.onReturnPressed: toggle.ask()
+    Keys.onEnterPressed: toggle.ask()
+    Component.onCompleted: toggle.checked = toggle.isOn
+    onIsOnChanged: toggle.checked = toggle.isOn
+    onToggled: toggle.ask()
+
+    contentItem: Text {
+        text: toggle.text
+        font: toggle.font
+        color: Theme.primary
+        wrapMode: Text.WordWrap
+        rightPadding: toggle.implicitIndicatorWidth + 12
+        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
+    }
+    indicator: Rectangle {
+        anchors.right: toggle.right
+        anchors.verticalCenter: toggle.verticalCenter
+        implicitWidth: 36
+        implicitHeight: 20
+        radius: 10
+        color: toggle.isOn ? Theme.accent : Theme.controlBorder
+
+        Rectangle {
+            x: toggle.isOn ? parent.width - width - 2 : 2
+            anchors.verticalCenter: parent.verticalCenter
+            width: 16
+            height: 16
+            radius: 8
+            color: toggle.isOn ? Theme.textOnAccent : Theme.controlBackground
+
+            Behavior on x {
+                NumberAnimation {
+                    duration: 120
+                    easing.type: Easing.OutCubic
+                }
+            }
+        }
+        FocusRing {
+            visible: toggle.visualFocus
+            innerRadius: 10
+        }
+    }
+}

@@ -1,0 +1,9 @@
+import QtQuick
+import Meterkin.Views
+
+// The dashboard's small print.
+Text {
+    color: Theme.secondary
+    font.pixelSize: Theme.points(10)
+    Accessible.ignored: true
+}

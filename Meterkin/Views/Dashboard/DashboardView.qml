@@ -1,0 +1,178 @@
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+// What drops from the status item: a card a metric, between the program's name and two buttons.
+FocusScope {
+    id: view
+
+    required property DashboardViewModel viewModel
+    required property SettingsViewModel settings
+
+    // For the frame that holds it.
+    readonly property color background: Theme.windowBackground
+    readonly property color border: Theme.separator
+
+    readonly property int fixedWidth: 320
+    readonly property int contentPadding: 10
+    readonly property int cardSpacing: 8
+
+    readonly property bool isShown: view.Window.visibility !== Window.Hidden
+
+    signal openSettings()
+    signal quit()
+
+    implicitWidth: fixedWidth * Appearance.textScale
+    implicitHeight: header.height + upperDivider.height + cards.implicitHeight + 2 * contentPadding
+                    + lowerDivider.height + footer.height
+
+    // Whoever opens it again begins at the top: not with the button that he pressed last.
+    onIsShownChanged: {
+        scrollArea.focus = true
+        scrollArea.contentY = 0
+    }
+
+    Accessible.role: Accessible.Pane
+    Accessible.name: "meterkin"
+
+    DashboardReadings {
+        id: readings
+
+        viewModel: view.viewModel
+        settings: view.settings
+        active: view.isShown
+    }
+
+    Item {
+        id: header
+
+        width: parent.width
+        height: name.implicitHeight + 2 * 10
+
+        Row {
+            x: 14
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: 6
+
+            SystemSymbol {
+                anchors.verticalCenter: parent.verticalCenter
+                name: "gauge.with.dots.needle.33percent"
+                pointSize: Theme.points(13)
+                color: Theme.orange
+            }
+
+            Text {
+                id: name
+
+                objectName: "name"
+                text: "meterkin"
+                color: Theme.primary
+                font.pixelSize: Theme.points(13)
+                font.weight: Font.Bold
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+    }
+
+    Rectangle {
+        id: upperDivider
+
+        anchors.top: header.bottom
+        width: parent.width
+        height: 1
+        color: Theme.separator
+    }
+
+    Flickable {
+        id: scrollArea
+
+        objectName: "scrollArea"
+        anchors.top: upperDivider.bottom
+        anchors.bottom: lowerDivider.top
+        width: parent.width
+        contentHeight: cards.implicitHeight + 2 * view.contentPadding
+        boundsBehavior: Flickable.StopAtBounds
+        interactive: contentHeight > height
+        clip: true
+        focus: true
+
+        Keys.onUpPressed: bar.decrease()
+        Keys.onDownPressed: bar.increase()
+
+        T.ScrollBar.vertical: ScrollIndicator {
+            id: bar
+        }
+
+        Column {
+            id: cards
+
+            x: view.contentPadding
+            y: view.contentPadding
+            width: parent.width - 2 * view.contentPadding
+            spacing: view.cardSpacing
+
+            MemorySection {
+                width: parent.width
+                card: readings.memory
+                breakdown: readings.memoryBreakdown
+            }
+
+            CpuSection {
+                width: parent.width
+                card: readings.cpu
+                perCoreUsage: readings.perCoreUsage
+                greenThreshold: view.settings.cpuUsageGreen
+                yellowThreshold: view.settings.cpuUsageYellow
+            }
+
+            FanSection {
+                width: parent.width
+                visible: readings.hasFans
+                card: readings.fan
+                fans: readings.fans
+            }
+        }
+    }
+
+    Rectangle {
+        id: lowerDivider
+
+        anchors.bottom: footer.top
+        width: parent.width
+        height: 1
+        color: Theme.separator
+    }
+
+    Item {
+        id: footer
+
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: settingsButton.implicitHeight + 2 * 8
+
+        SymbolButton {
+            id: settingsButton
+
+            objectName: "settingsButton"
+            anchors.left: parent.left
+            anchors.leftMargin: 14 - leftPadding
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "gearshape"
+            pointSize: 12
+            label: "Open Settings"
+            onClicked: view.openSettings()
+        }
+
+        SymbolButton {
+            objectName: "quitButton"
+            anchors.right: parent.right
+            anchors.rightMargin: 14 - rightPadding
+            anchors.verticalCenter: parent.verticalCenter
+            symbol: "power"
+            pointSize: 11
+            label: "Quit meterkin"
+            onClicked: view.quit()
+        }
+    }
+}

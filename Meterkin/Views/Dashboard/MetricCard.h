@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Model/ThresholdTier.h"
+
+#include <QList>
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+#include <optional>
+
+/// What a metric's card shows.
+struct MetricCard {
+    Q_GADGET
+    QML_VALUE_TYPE(metricCard)
+    Q_PROPERTY(QString title MEMBER title CONSTANT)
+    Q_PROPERTY(QString value MEMBER value CONSTANT)
+    Q_PROPERTY(int tier READ tierNumber CONSTANT)
+    Q_PROPERTY(QList<double> sparklineData MEMBER sparklineData CONSTANT)
+    Q_PROPERTY(bool hasSparkline READ hasSparkline CONSTANT)
+    Q_PROPERTY(bool hasExtremes READ hasExtremes CONSTANT)
+    Q_PROPERTY(QString highText READ highText CONSTANT)
+    Q_PROPERTY(QString lowText READ lowText CONSTANT)
+
+public:
+    QString title;
+    QString value; ///< formatted, or "N/A"
+    ThresholdTier tier = ThresholdTier::green;
+    QList<double> sparklineData; ///< oldest first
+    std::optional<double> high; ///< since the start
+    std::optional<double> low;
+    QString unit; ///< follows the high and the low; with a leading blank where one belongs
+
+    int tierNumber() const { return static_cast<int>(tier); }
+    bool hasSparkline() const { return !sparklineData.isEmpty(); }
+    /// Both are there: one alone is not shown.
+    bool hasExtremes() const { return high && low; }
+    QString highText() const;
+    QString lowText() const;
+
+    bool operator==(const MetricCard &) const = default;
+};

@@ -1,0 +1,85 @@
+import QtQuick
+import Meterkin.Views
+
+// One metric: what it is, its value in the colour of its tier, its history and its extremes.
+Item {
+    id: view
+
+    required property metricCard card
+
+    readonly property int cornerRadius: 8
+    readonly property int sidePadding: 12
+    readonly property int edgePadding: 10
+    readonly property int spacing: 8
+    readonly property color tierColor: Theme.tierColor(card.tier)
+
+    implicitHeight: content.implicitHeight + 2 * edgePadding
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: card.title + ", " + card.value
+    Accessible.description: card.hasExtremes ? card.highText + ", " + card.lowText : ""
+
+    Rectangle {
+        anchors.fill: parent
+        radius: view.cornerRadius
+        color: Theme.faded(Theme.controlBackground, 0.5)
+        border.width: 0.5
+        border.color: Theme.faded(Theme.primary, 0.06)
+    }
+
+    Column {
+        id: content
+
+        x: view.sidePadding
+        y: view.edgePadding
+        width: parent.width - 2 * view.sidePadding
+        spacing: view.spacing
+
+        Text {
+            objectName: "title"
+            text: view.card.title
+            color: Theme.secondary
+            font.pixelSize: Theme.points(11)
+            font.weight: Font.Medium
+            Accessible.ignored: true
+        }
+
+        Text {
+            objectName: "value"
+            width: parent.width
+            text: view.card.value
+            color: view.tierColor
+            font.pixelSize: Theme.points(18)
+            font.weight: Font.Bold
+            // A terabyte of memory needs more room than there is.
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: 10
+            Accessible.ignored: true
+        }
+
+        SparklineView {
+            objectName: "sparkline"
+            width: parent.width
+            height: 30
+            visible: view.card.hasSparkline
+            data: view.card.sparklineData
+            lineColor: view.tierColor
+        }
+
+        Row {
+            objectName: "extremes"
+            visible: view.card.hasExtremes
+            spacing: 12
+
+            IconLabel {
+                symbol: "arrow.up"
+                text: view.card.highText
+            }
+
+            IconLabel {
+                symbol: "arrow.down"
+                text: view.card.lowText
+            }
+        }
+    }
+}

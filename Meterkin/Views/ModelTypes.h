@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Model/DashboardViewModel.h"
+#include "Model/SettingsViewModel.h"
+#include "Model/SystemMetric.h"
+#include "Model/ThresholdTier.h"
+#include "Services/HotkeyRecorder.h"
+#include "UpdaterController.h"
+
+#include <QtQml/qqml.h>
+
+// The models under their names in QML; they know nothing of it themselves.
+
+struct DashboardViewModelInQml {
+    Q_GADGET
+    QML_FOREIGN(DashboardViewModel)
+    QML_NAMED_ELEMENT(DashboardViewModel)
+    QML_UNCREATABLE("made by the program")
+};
+
+struct SettingsViewModelInQml {
+    Q_GADGET
+    QML_FOREIGN(SettingsViewModel)
+    QML_NAMED_ELEMENT(SettingsViewModel)
+    QML_UNCREATABLE("made by the program")
+};
+
+struct UpdaterControllerInQml {
+    Q_GADGET
+    QML_FOREIGN(UpdaterController)
+    QML_NAMED_ELEMENT(UpdaterController)
+    QML_UNCREATABLE("made by the program")
+};
+
+struct HotkeyRecorderInQml {
+    Q_GADGET
+    QML_FOREIGN(HotkeyRecorder)
+    QML_NAMED_ELEMENT(HotkeyRecorder)
+    QML_UNCREATABLE("made by the program")
+};
+
+struct SystemMetricInQml {
+    Q_GADGET
+    QML_FOREIGN(SystemMetrics)
+    QML_ANONYMOUS
+};
+
+struct ThresholdTierInQml {
+    Q_GADGET
+    QML_FOREIGN(ThresholdTiers)
+    QML_ANONYMOUS
+};

@@ -1,0 +1,31 @@
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+T.AbstractButton {
+    id: button
+
+    implicitWidth: Theme.points(28)
+    implicitHeight: implicitWidth
+    hoverEnabled: true
+    Accessible.name: "Close"
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
+
+    contentItem: Item {
+        SystemSymbol {
+            anchors.centerIn: parent
+            name: "xmark"
+            pointSize: Theme.points(11)
+            color: button.hovered ? OnboardingColors.primary : OnboardingColors.secondary
+            Accessible.ignored: true
+        }
+    }
+    background: Rectangle {
+        radius: height / 2
+        color: button.down ? OnboardingColors.border
+            : button.hovered ? OnboardingColors.strip : "transparent"
+        border.width: button.visualFocus ? 2 : 0
+        border.color: OnboardingColors.focusRing
+    }
+}

@@ -1,0 +1,129 @@
+import QtQuick
+import Meterkin.Views
+
+Item {
+    id: screen
+
+    required property real circleTrim
+    required property real checkmarkTrim
+    required property real glowOpacity
+    required property bool headlineVisible
+    required property bool subtextVisible
+    required property bool previewVisible
+    required property bool button2Visible
+    required property real shimmerPhase
+
+    signal pressed()
+
+    Item {
+        anchors.centerIn: parent
+        width: parent.width
+        height: button.y + button.height
+
+        OnboardingGlow {
+            anchors.centerIn: checkmark
+            width: Theme.points(220)
+            height: width
+            color: OnboardingColors.green
+            opacity: screen.glowOpacity
+        }
+        OnboardingCheckmarkShape {
+            id: checkmark
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: Theme.points(84)
+            height: width
+            circleTrim: screen.circleTrim
+            checkmarkTrim: screen.checkmarkTrim
+            color: OnboardingColors.green
+        }
+        OnboardingReveal {
+            id: headline
+
+            anchors.top: checkmark.bottom
+            anchors.topMargin: Theme.points(22)
+            anchors.horizontalCenter: parent.horizontalCenter
+            shown: screen.headlineVisible
+
+            Text {
+                text: "You're all set."
+                font.pixelSize: Theme.points(28)
+                font.weight: Font.Bold
+                color: OnboardingColors.primary
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+        OnboardingReveal {
+            id: subtext
+
+            anchors.top: headline.bottom
+            anchors.topMargin: Theme.points(8)
+            anchors.horizontalCenter: parent.horizontalCenter
+            shown: screen.subtextVisible
+
+            Text {
+                text: "Look for the system stats in your menu bar."
+                font.pixelSize: Theme.points(14)
+                color: OnboardingColors.secondary
+                Accessible.role: Accessible.StaticText
+                Accessible.name: text
+            }
+        }
+        OnboardingReveal {
+            id: preview
+
+            anchors.top: subtext.bottom
+            anchors.topMargin: Theme.points(24)
+            anchors.horizontalCenter: parent.horizontalCenter
+            shown: screen.previewVisible
+
+            Rectangle {
+                width: readings.width + 2 * Theme.points(18)
+                height: readings.height + 2 * Theme.points(8)
+                radius: Theme.points(9)
+                color: OnboardingColors.strip
+                border.color: OnboardingColors.border
+
+                // In the colours that the thresholds give them as they come: 42% is a machine at
+                // ease, the fan is past its first threshold, so both show what colours mean.
+                Row {
+                    id: readings
+
+                    anchors.centerIn: parent
+                    spacing: Theme.points(20)
+
+                    OnboardingReading {
+                        symbol: "memorychip"
+                        text: "42%"
+                        color: OnboardingColors.green
+                    }
+                    OnboardingReading {
+                        symbol: "fan.fill"
+                        text: "3200 RPM"
+                        color: OnboardingColors.yellow
+                    }
+                }
+            }
+        }
+        OnboardingReveal {
+            id: button
+
+            anchors.top: preview.bottom
+            anchors.topMargin: Theme.points(30)
+            anchors.horizontalCenter: parent.horizontalCenter
+            shown: screen.button2Visible
+            duration: 300
+            easesIn: true
+            onShownChanged: startUsing.forceActiveFocus(Qt.OtherFocusReason)
+
+            OnboardingButton {
+                id: startUsing
+
+                text: "Start Using meterkin"
+                shimmerPhase: screen.shimmerPhase
+                onClicked: screen.pressed()
+            }
+        }
+    }
+}

@@ -1,0 +1,27 @@
+import QtQuick
+import Meterkin.Views
+
+// Fades its content in while that rises to its place.
+Item {
+    id: reveal
+
+    required property bool shown
+    property int duration: 400
+    property bool easesIn: false
+
+    implicitWidth: childrenRect.width
+    implicitHeight: childrenRect.height
+    visible: shown
+    opacity: shown ? 1 : 0
+    transform: Translate {
+        y: Math.round((1 - reveal.opacity) * Theme.points(8))
+    }
+
+    Behavior on opacity {
+        NumberAnimation {
+            duration: reveal.duration
+            easing.type: Easing.BezierSpline
+            easing.bezierCurve: reveal.easesIn ? [0.42, 0, 0.58, 1, 1, 1] : [0, 0, 0.58, 1, 1, 1]
+        }
+    }
+}

@@ -1,0 +1,49 @@
+#include "Views/Onboarding/OnboardingShimmer.h"
+
+#include <QLinearGradient>
+#include <QPainter>
+
+#include <cmath>
+#include <numbers>
+
+namespace {
+
+constexpr int Stops = 12;
+constexpr int Brightness = 70; // of 255
+constexpr double HalfWidthPerHeight = 1.1;
+constexpr double SlantPerHeight = 0.35;
+
+} // namespace
+
+OnboardingShimmer::OnboardingShimmer(QQuickItem *parent)
+    : QQuickPaintedItem(parent)
+{
+    setAntialiasing(true);
+}
+
+void OnboardingShimmer::setPhase(double phase)
+{
+    if (m_phase == phase)
+        return;
+    m_phase = phase;
+    update();
+    emit phaseChanged();
+}
+
+void OnboardingShimmer::paint(QPainter *painter)
+{
+    const double halfWidth = HalfWidthPerHeight * height();
+    const QPointF half(halfWidth, SlantPerHeight * halfWidth);
+    const double reach = halfWidth + SlantPerHeight * height();
+    const QPointF centre(m_phase * (width() + 2 * reach) - reach, height() / 2);
+    QLinearGradient band(centre - half, centre + half);
+    for (int i = 0; i <= Stops; ++i) {
+        const double place = double(i) / Stops;
+        const double rise = std::sin(std::numbers::pi * place);
+        band.setColorAt(place, QColor(255, 255, 255, qRound(Brightness * rise * rise)));
+    }
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(band);
+    // The whole capsule, as clipping knows no round ends here; beyond the band it stays clear.
+    painter->drawRoundedRect(QRectF(0, 0, width(), height()), height() / 2, height() / 2);
+}

@@ -1,0 +1,31 @@
+import QtQuick
+
+// A damped spring, let go at 0, that comes to rest at 1. No easing curve is one: they end at a
+// duration that is given, a spring when its swing has died away.
+QtObject {
+    id: spring
+
+    required property bool released
+    required property real response // seconds of one swing without damping
+    required property real dampingFraction // of the damping that no longer swings, below 1
+
+    readonly property real frequency: 2 * Math.PI / response
+    readonly property real decay: dampingFraction * frequency
+    readonly property real dampedFrequency: frequency * Math.sqrt(1 - dampingFraction * dampingFraction)
+    // What is left of the swing then is a thousandth.
+    readonly property real settlingTime: Math.log(1000) / decay
+    readonly property real position: elapsed < settlingTime ? positionAt(elapsed) : 1
+    property real elapsed: released ? settlingTime : 0
+
+    function positionAt(seconds: real): real {
+        const phase = dampedFrequency * seconds
+        return 1 - Math.exp(-decay * seconds)
+            * (Math.cos(phase) + decay / dampedFrequency * Math.sin(phase))
+    }
+
+    Behavior on elapsed {
+        NumberAnimation {
+            duration: Math.round(1000 * spring.settlingTime)
+        }
+    }
+}

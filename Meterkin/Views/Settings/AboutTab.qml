@@ -1,0 +1,98 @@
+import QtQuick
+import Meterkin.Views
+
+FormPage {
+    id: page
+
+    required property UpdaterController updaterController
+    required property string version
+    required property url projectLink
+
+    readonly property string linkText: page.projectLink
+
+    signal checkForUpdates()
+
+    Column {
+        width: parent ? parent.width - 40 : 0
+        topPadding: 8
+        bottomPadding: 8
+        spacing: 6
+
+        SystemSymbol {
+            anchors.horizontalCenter: parent.horizontalCenter
+            name: "gauge.with.dots.needle.33percent"
+            pointSize: Theme.points(48)
+            color: Theme.accent
+            Accessible.ignored: true
+        }
+        Text {
+            objectName: "programName"
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: "meterkin"
+            font.pixelSize: Theme.points(20)
+            font.weight: Font.DemiBold
+            color: Theme.primary
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            text: "Version " + page.version
+            font.pixelSize: Theme.points(13)
+            color: Theme.secondary
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
+        Text {
+            anchors.horizontalCenter: parent.horizontalCenter
+            width: Math.min(parent.width, 330 * Appearance.textScale)
+            topPadding: 4
+            text: "Monitor CPU usage, memory pressure, and fan speed from your menu bar."
+            font.pixelSize: Theme.points(13)
+            color: Theme.primary
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WordWrap
+        }
+    }
+    FormSection {
+        FormRow {
+            Column {
+                width: parent.width
+                spacing: 6
+
+                PushButton {
+                    objectName: "checkForUpdates"
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    text: "Check for Updates…"
+                    enabled: page.updaterController.canCheckForUpdates
+                    onClicked: page.checkForUpdates()
+                }
+                Text {
+                    width: parent.width
+                    visible: !page.updaterController.canCheckForUpdates
+                    text: "Updates are not available on this computer."
+                    font.pixelSize: Theme.points(11)
+                    color: Theme.secondary
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.WordWrap
+                }
+            }
+        }
+        ToggleRow {
+            objectName: "automaticallyDownloadsUpdates"
+            text: "Automatically download updates"
+            isOn: page.updaterController.automaticallyDownloadsUpdates
+            onChosen: wish => page.updaterController.automaticallyDownloadsUpdates = wish
+        }
+    }
+    LinkButton {
+        anchors.horizontalCenter: parent ? parent.horizontalCenter : undefined
+        visible: page.linkText !== ""
+        text: "Project website"
+        onClicked: Qt.openUrlExternally(page.projectLink)
+    }
+}

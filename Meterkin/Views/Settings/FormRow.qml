@@ -1,0 +1,41 @@
+import QtQuick
+import Meterkin.Views
+
+// A row of a section: a label and, at the end, what it labels; or, with no label, what fills it.
+Item {
+    id: row
+
+    property string label
+    default property alias content: place.data
+    readonly property Item held: place.children[0] // the only one
+    readonly property real inset: 12
+    readonly property real distance: 8
+
+    width: parent ? parent.width : 0
+    implicitHeight: Math.max(40, Math.max(text.implicitHeight, place.height) + 2 * row.distance)
+
+    Rectangle {
+        x: row.inset
+        width: row.width - row.inset
+        height: 1
+        visible: row.y > 0
+        color: Theme.separator
+        Accessible.ignored: true
+    }
+    Text {
+        id: text
+        x: row.inset
+        anchors.verticalCenter: row.verticalCenter
+        text: row.label
+        font.pixelSize: Theme.points(13)
+        color: Theme.primary
+        Accessible.ignored: true
+    }
+    Item {
+        id: place
+        x: row.label === "" ? row.inset : row.inset + text.width + 12
+        width: row.width - x - row.inset
+        height: row.held ? row.held.height : 0
+        anchors.verticalCenter: row.verticalCenter
+    }
+}

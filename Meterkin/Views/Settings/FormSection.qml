@@ -1,0 +1,39 @@
+import QtQuick
+import Meterkin.Views
+
+// A titled group of rows.
+Column {
+    id: section
+
+    property string title
+    default property alias rows: group.data
+
+    width: parent ? parent.width - 40 : 0
+    spacing: 6
+    Accessible.role: Accessible.Grouping
+    Accessible.name: section.title
+
+    Text {
+        leftPadding: 12
+        visible: section.title !== ""
+        text: section.title
+        font.pixelSize: Theme.points(12)
+        font.weight: Font.DemiBold
+        color: Theme.secondary
+        Accessible.role: Accessible.Heading
+        Accessible.name: section.title
+    }
+    Rectangle {
+        width: section.width
+        height: group.height
+        radius: 9
+        color: Theme.controlBackground
+        border.width: 1
+        border.color: Theme.separator
+
+        Column {
+            id: group
+            width: section.width
+        }
+    }
+}

@@ -1,0 +1,82 @@
+import QtQuick
+import Meterkin.Views
+
+FormPage {
+    id: page
+
+    required property SettingsViewModel settings
+    required property HotkeyRecorder recorder
+
+    signal restartCollector(interval: real)
+    signal launchAtLoginChosen(wish: bool)
+
+    // -1 for an interval that is none of the choices.
+    function choiceOf(interval: real): int {
+        return interval === 1.0 ? 0 : interval === 3.0 ? 1 : interval === 5.0 ? 2
+            : interval === 10.0 ? 3 : -1
+    }
+    function chooseInterval(choice: int): void {
+        const interval = choice === 0 ? 1.0 : choice === 1 ? 3.0 : choice === 2 ? 5.0 : 10.0
+        page.settings.updateInterval = interval
+        page.restartCollector(interval)
+    }
+
+    FormSection {
+        title: "Menu Bar Display"
+
+        FormRow {
+            id: metricRow
+            label: "Show in menu bar:"
+
+            Picker {
+                objectName: "menuBarMetric"
+                anchors.right: parent.right
+                name: metricRow.label
+                model: MetricTitles.all
+                currentIndex: page.settings.menuBarMetric
+                onActivated: index => page.settings.menuBarMetric = index
+            }
+        }
+    }
+    FormSection {
+        title: "Update Interval"
+
+        FormRow {
+            id: intervalRow
+            label: "Read metrics every:"
+
+            Picker {
+                objectName: "updateInterval"
+                anchors.right: parent.right
+                name: intervalRow.label
+                model: ["1 second", "3 seconds", "5 seconds", "10 seconds"]
+                currentIndex: page.choiceOf(page.settings.updateInterval)
+                displayText: currentIndex < 0 ? page.settings.updateInterval + " seconds" : currentText
+                onActivated: index => page.chooseInterval(index)
+            }
+        }
+    }
+    FormSection {
+        title: "Global Hotkey"
+
+        ToggleRow {
+            objectName: "hotkeyEnabled"
+            text: "Enable global hotkey"
+            isOn: page.settings.hotkeyEnabled
+            onChosen: wish => page.settings.hotkeyEnabled = wish
+        }
+        HotkeyRecorderRow {
+            recorder: page.recorder
+        }
+    }
+    FormSection {
+        title: "System"
+
+        ToggleRow {
+            objectName: "launchAtLogin"
+            text: "Launch at login"
+            isOn: page.settings.launchAtLogin
+            onChosen: wish => page.launchAtLoginChosen(wish)
+        }
+    }
+}

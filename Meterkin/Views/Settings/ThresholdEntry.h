@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+#include <QtQml/qqmlregistration.h>
+
+/// What the steppers of the thresholds show and accept. Metrics are numbers of SystemMetric;
+/// values are in the metric's unit. Main thread only.
+class ThresholdEntry : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+
+public:
+    using QObject::QObject;
+
+    Q_INVOKABLE double minimum(int metric) const;
+    Q_INVOKABLE double maximum(int metric) const;
+    Q_INVOKABLE double step(int metric) const;
+
+    /// With the unit and without decimals.
+    Q_INVOKABLE QString text(int metric, double value) const;
+    /// The number typed, with or without the unit, within the bounds; `value` when it is none.
+    Q_INVOKABLE double entered(int metric, const QString &typed, double value) const;
+    /// So many steps away from the value, at most at a bound. A value that is beyond the bound
+    /// already stays.
+    Q_INVOKABLE double stepped(int metric, double value, int steps) const;
+};

@@ -1,0 +1,38 @@
+pragma Singleton
+
+import QtQuick
+import Meterkin.Views
+
+// The colours of every view, for the light and the dark appearance of the desktop. Texts keep a
+// contrast of 4.5:1 on the backgrounds that they stand on, tier colours 3:1 and more.
+QtObject {
+    readonly property bool dark: Appearance.dark
+
+    readonly property color windowBackground: dark ? "#2a2a2e" : "#f4f4f6"
+    readonly property color controlBackground: dark ? "#1c1c1f" : "#ffffff"
+    readonly property color primary: dark ? "#f2f2f4" : "#1d1d1f"
+    readonly property color secondary: dark ? "#adadb4" : "#5c5c63"
+    readonly property color separator: dark ? "#45454b" : "#d5d5da"
+    readonly property color controlBorder: dark ? "#8a8a92" : "#8a8a91"
+    readonly property color accent: dark ? "#4c9dff" : "#0b62d0"
+    readonly property color textOnAccent: dark ? "#101014" : "#ffffff"
+    readonly property color orange: dark ? "#ff9f40" : "#b04700"
+
+    readonly property color green: dark ? "#3ddc68" : "#1a7a35"
+    readonly property color yellow: dark ? "#f5c518" : "#8a6000"
+    readonly property color red: dark ? "#ff7069" : "#c41e26"
+
+    // The size in pixels of a text designed with that many points.
+    function points(size: real): int {
+        return Math.round(size * Appearance.textScale)
+    }
+
+    // By number: QML has no names for enumerators that begin with a small letter.
+    function tierColor(tier: int): color {
+        return tier === 0 ? green : tier === 1 ? yellow : red
+    }
+
+    function faded(color: color, opacity: real): color {
+        return Qt.rgba(color.r, color.g, color.b, color.a * opacity)
+    }
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "Views/Appearance.h"
+
+#include <QQmlEngine>
+#include <QQuickItem>
+#include <QVariantMap>
+
+#include <memory>
+
+/// The engine that the views live in. It outlives them. Main thread only.
+class ViewEngine : public QQmlEngine {
+    Q_OBJECT
+
+public:
+    explicit ViewEngine(QObject *parent = nullptr);
+
+    Appearance *appearance() const { return m_appearance; }
+
+    /// Makes a view, named by its file below Views, with its required properties. A view that
+    /// cannot be made is a mistake in the build and ends the program.
+    std::unique_ptr<QQuickItem> create(const QString &view, const QVariantMap &properties);
+
+private:
+    Appearance *m_appearance = new Appearance(this); ///< a child: it outlives what QML made
+};
