@@ -40,13 +40,32 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     , m_settingsVM(platform.defaultsStore())
     , m_hotkeyManager(platform.hotkeyRegistrar())
     , m_updaterController(platform.updateFramework(), platform.defaultsStore())
+    , m_windows(platform, m_settingsVM, m_updaterController)
 {
+    connectWindows();
     m_animationTimer.setTimerType(Qt::PreciseTimer);
     m_animationTimer.setInterval(AnimationPeriod);
     connect(&m_animationTimer, &QTimer::timeout, this, &AppDelegate::animationStep);
 }
 
-AppDelegate::~AppDelegate() = default;
+AppDelegate::~AppDelegate()
+{
+    if (PopoverContainer *popover = m_platform.popover())
+        popover->setContent({});
+}
+
+void AppDelegate::connectWindows()
+{
+    connect(&m_windows, &ApplicationWindows::settingsRequested, this, &AppDelegate::openSettings);
+    connect(&m_windows, &ApplicationWindows::quitRequested, this, &AppDelegate::quit);
+    connect(&m_windows, &ApplicationWindows::intervalChosen, &m_collector, &MetricCollector::start);
+    connect(&m_windows, &ApplicationWindows::launchAtLoginChosen, this,
+            [this](bool wish) { setLaunchAtLogin(m_settingsVM, wish, m_platform.loginItem()); });
+    connect(&m_windows, &ApplicationWindows::onboardingStarted, this,
+            &AppDelegate::rememberOnboarding);
+    connect(&m_windows, &ApplicationWindows::onboardingCompleted, this,
+            &AppDelegate::completeOnboarding);
+}
 
 void AppDelegate::applicationDidFinishLaunching()
 {
@@ -62,6 +81,8 @@ void AppDelegate::applicationDidFinishLaunching()
     if (m_statusItem->hasButton())
         m_statusItem->setTitle({QStringLiteral("-"), tierColor(ThresholdTier::green),
                                 widestText(m_settingsVM.menuBarMetric())});
+    if (PopoverContainer *popover = m_platform.popover())
+        popover->setContent([this] { return m_windows.makeDashboard(dashboard()); });
 
     synchronizeLaunchAtLogin(m_settingsVM, m_platform.loginItem());
 
@@ -204,24 +225,23 @@ void AppDelegate::openSettings()
 {
     if (PopoverContainer *popover = m_platform.popover())
         popover->close();
-    if (ApplicationWindows *windows = m_platform.windows())
-        windows->openSettings();
+    m_windows.openSettings(static_cast<int>(m_collector.fanCount()));
 }
 
 void AppDelegate::showOnboarding()
 {
-    if (ApplicationWindows *windows = m_platform.windows())
-        windows->showOnboarding([self = QPointer(this)] {
-            if (self)
-                self->completeOnboarding();
-        });
+    m_windows.showOnboarding();
+}
+
+void AppDelegate::rememberOnboarding()
+{
+    m_platform.defaultsStore().setBoolean(onboardingShownKey, true);
 }
 
 void AppDelegate::completeOnboarding()
 {
-    m_platform.defaultsStore().setBoolean(onboardingShownKey, true);
-    if (ApplicationWindows *windows = m_platform.windows())
-        windows->closeOnboarding();
+    rememberOnboarding();
+    m_windows.closeOnboarding();
 }
 
 void AppDelegate::quit()

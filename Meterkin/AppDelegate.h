@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ApplicationWindows.h"
 #include "Model/DashboardViewModel.h"
 #include "Model/ObservationScope.h"
 #include "Model/SettingsViewModel.h"
@@ -41,12 +42,15 @@ public:
     void showDashboard();
     void openSettings();
     void showOnboarding();
+    /// The user has seen enough not to be greeted again.
+    void rememberOnboarding();
     /// Remembers that the onboarding was finished and closes its window.
     void completeOnboarding();
     void quit();
 
     MetricCollector &collector() { return m_collector; }
     SettingsViewModel &settings() { return m_settingsVM; }
+    ApplicationWindows &windows() { return m_windows; }
 
 signals:
     /// A sample has been taken in and shown.
@@ -55,6 +59,7 @@ signals:
 private:
     using TimePoint = std::chrono::steady_clock::time_point;
 
+    void connectWindows();
     void handleTick();
     void updateStatusItem();
     void registerHotkey();
@@ -80,6 +85,7 @@ private:
     std::unique_ptr<DashboardViewModel> m_dashboardVM; ///< from the launch sequence on
     std::unique_ptr<StatusItem> m_statusItem; ///< likewise
     UpdaterController m_updaterController;
+    ApplicationWindows m_windows;
 
     ThresholdTier m_previousTier = ThresholdTier::green;
     QTimer m_animationTimer;

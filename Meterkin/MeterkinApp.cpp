@@ -7,6 +7,7 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/TerminationSignals.h"
 
+#include <QQuickWindow>
 #include <QSessionManager>
 
 #include <cstdio>
@@ -23,6 +24,9 @@ MeterkinApp::MeterkinApp(int &argc, char **argv)
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    // What changes once in seconds needs no graphics processor, whose driver costs more than it
+    // all.
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     // The autostart entry brings us back after a login, not the session's memory.
     QObject::connect(
         qGuiApp, &QGuiApplication::saveStateRequest, qGuiApp,

@@ -5,6 +5,27 @@
 #include "Platform/Linux/ProcMeminfo.h"
 #include "Platform/Linux/ProcStat.h"
 
+#include <QGuiApplication>
+
+namespace {
+
+// On X11 the size of texts is part of the screen's scale, which the kit follows by itself.
+PortalAppearance::TextScale textScaleSource()
+{
+    return QGuiApplication::platformName() == QStringLiteral("xcb")
+        ? PortalAppearance::TextScale::FromWindowSystem
+        : PortalAppearance::TextScale::FromPortal;
+}
+
+} // namespace
+
+LinuxPlatform::LinuxPlatform()
+    : m_popover(m_x11)
+    , m_windowStyle(m_x11)
+    , m_appearance(m_bus, textScaleSource())
+{
+}
+
 std::unique_ptr<FanControllerConnection> LinuxPlatform::makeFanController()
 {
     return std::make_unique<HwmonFans>();

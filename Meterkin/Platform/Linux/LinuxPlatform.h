@@ -1,6 +1,10 @@
 #pragma once
 
 #include "Platform/Linux/DefaultsFile.h"
+#include "Platform/Linux/KeyDownFilter.h"
+#include "Platform/Linux/LinuxPopover.h"
+#include "Platform/Linux/LinuxWindowStyle.h"
+#include "Platform/Linux/PortalAppearance.h"
 #include "Platform/Linux/SessionBus.h"
 #include "Platform/Linux/X11Connection.h"
 #include "Platform/Platform.h"
@@ -8,14 +12,25 @@
 /// The back ends of a Linux desktop.
 class LinuxPlatform : public Platform {
 public:
+    LinuxPlatform();
+
     std::unique_ptr<FanControllerConnection> makeFanController() override;
     std::unique_ptr<PageCounters> makePageCounters() override;
     std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;
     DefaultsStore &defaultsStore() override { return m_defaults; }
+    QString computerWord() const override { return QStringLiteral("computer"); }
+    PopoverContainer *popover() override { return &m_popover; }
+    WindowStyle *windowStyle() override { return &m_windowStyle; }
+    KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
+    DesktopAppearance *desktopAppearance() override { return &m_appearance; }
 
 private:
     DefaultsFile m_defaults;
     X11Connection m_x11;
     SessionBus m_bus;
+    LinuxPopover m_popover;
+    LinuxWindowStyle m_windowStyle;
+    KeyDownFilter m_keyDownFilter;
+    PortalAppearance m_appearance;
 };

@@ -66,7 +66,10 @@ QRect LinuxStatusItem::geometry() const
 void LinuxStatusItem::follow(TrayHost &host)
 {
     connect(&host, &TrayHost::availabilityChanged, this, &LinuxStatusItem::choose);
-    connect(&host, &TrayHost::clicked, this, &StatusItem::clicked);
+    connect(&host, &TrayHost::clicked, this, [this] {
+        showToolTip(false); // nor over what the click opens
+        emit clicked();
+    });
     connect(&host, &TrayHost::menuChosen, this, &LinuxStatusItem::perform);
     connect(&host, &TrayHost::menuRequested, this, &LinuxStatusItem::showMenu);
 }
@@ -120,6 +123,7 @@ void LinuxStatusItem::publish()
 
 void LinuxStatusItem::showMenu(QPoint anchor)
 {
+    showToolTip(false);
     const auto *menu = new ItemMenu(anchor); // deletes itself
     connect(menu, &ItemMenu::chosen, this, &LinuxStatusItem::perform);
 }

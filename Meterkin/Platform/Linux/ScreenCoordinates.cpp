@@ -41,3 +41,9 @@ QRect logicalRect(const QRect &native)
     return QRect(scaled(native.topLeft(), *screen),
                  (QSizeF(native.size()) / screen->devicePixelRatio()).toSize());
 }
+
+QPoint nativePosition(QPoint logical, const QScreen &screen)
+{
+    const QPoint origin = screen.geometry().topLeft();
+    return origin + (QPointF(logical - origin) * screen.devicePixelRatio()).toPoint();
+}

@@ -129,7 +129,10 @@ void XembedTray::handleEvent(const xcb_generic_event_t *event)
         break;
     case XCB_ENTER_NOTIFY:
     case XCB_LEAVE_NOTIFY:
-        if (xcbEvent<xcb_enter_notify_event_t>(event).event == m_window)
+        // The end of a grab, as after a click, is no coming of the pointer.
+        if (const auto &crossing = xcbEvent<xcb_enter_notify_event_t>(event);
+            crossing.event == m_window
+            && (type == XCB_LEAVE_NOTIFY || crossing.mode == XCB_NOTIFY_MODE_NORMAL))
             emit hoverChanged(type == XCB_ENTER_NOTIFY);
         break;
     default:

@@ -1,0 +1,195 @@
+#include "ApplicationWindows.h"
+
+#include "Model/DashboardViewModel.h"
+#include "Model/SettingsViewModel.h"
+#include "Platform/Platform.h"
+#include "Services/HotkeyRecorder.h"
+#include "UpdaterController.h"
+#include "Views/ViewEngine.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QUrl>
+
+#include <algorithm>
+
+namespace {
+
+// Points; the settings window grows to what its content asks for, so that nothing is cut off.
+constexpr QSize SettingsSize(450, 520);
+constexpr QRgb OnboardingBackground = qRgb(13, 17, 23);
+
+/// Gives the window its content and the content's size, now and whenever that changes.
+void fill(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize least)
+{
+    QQuickItem *item = content.release();
+    item->setParent(&window);
+    item->setParentItem(window.contentItem());
+    item->setFocus(true);
+    const auto fit = [&window, item, least] {
+        const QSize size(std::max(least.width(), qCeil(item->implicitWidth())),
+                         std::max(least.height(), qCeil(item->implicitHeight())));
+        window.setMinimumSize(size);
+        window.setMaximumSize(size);
+        window.resize(size);
+        item->setSize(size);
+    };
+    QObject::connect(item, &QQuickItem::implicitWidthChanged, &window, fit);
+    QObject::connect(item, &QQuickItem::implicitHeightChanged, &window, fit);
+    fit();
+}
+
+void centre(QQuickWindow &window)
+{
+    const QRect area = window.screen()->availableGeometry();
+    window.setPosition(area.center() - QPoint(window.width() / 2, window.height() / 2));
+}
+
+} // namespace
+
+ApplicationWindows::ApplicationWindows(Platform &platform, SettingsViewModel &settings,
+                                       UpdaterController &updater, QObject *parent)
+    : QObject(parent)
+    , m_platform(platform)
+    , m_settings(settings)
+    , m_updater(updater)
+{
+    if (const DesktopAppearance *desktop = platform.desktopAppearance())
+        connect(desktop, &DesktopAppearance::changed, this, &ApplicationWindows::followAppearance);
+}
+
+ApplicationWindows::~ApplicationWindows()
+{
+    // The views before their engine; the popover has given its one back already.
+    m_settingsWindow.reset();
+    m_onboardingWindow.reset();
+}
+
+std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel &model)
+{
+    std::unique_ptr<QQuickItem> view =
+        engine().create(QStringLiteral("Dashboard/DashboardView"),
+                        {{QStringLiteral("viewModel"), QVariant::fromValue(&model)},
+                         {QStringLiteral("settings"), QVariant::fromValue(&m_settings)}});
+    connect(view.get(), SIGNAL(openSettings()), this, SIGNAL(settingsRequested()));
+    connect(view.get(), SIGNAL(quit()), this, SIGNAL(quitRequested()));
+    connect(view.get(), &QObject::destroyed, this, &ApplicationWindows::giveUpEngineSoon);
+    m_dashboard = view.get();
+    return view;
+}
+
+void ApplicationWindows::openSettings(int fanCount)
+{
+    if (!m_settingsWindow)
+        m_settingsWindow = makeSettingsWindow(fanCount);
+    else if (!m_settingsWindow->isVisible())
+        m_settingsWindow->setPosition(m_settingsWindow->position()); // else it is placed anew
+    present(*m_settingsWindow);
+}
+
+std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCount)
+{
+    m_recorder = std::make_unique<HotkeyRecorder>(m_settings, m_platform.keyDownMonitor());
+    std::unique_ptr<QQuickItem> view = engine().create(
+        QStringLiteral("Settings/SettingsView"),
+        {{QStringLiteral("settings"), QVariant::fromValue(&m_settings)},
+         {QStringLiteral("fanCount"), fanCount},
+         {QStringLiteral("updaterController"), QVariant::fromValue(&m_updater)},
+         {QStringLiteral("recorder"), QVariant::fromValue(m_recorder.get())},
+         {QStringLiteral("version"), QStringLiteral(METERKIN_VERSION)},
+         {QStringLiteral("projectLink"), QUrl(QStringLiteral(METERKIN_PROJECT_URL))}});
+    connect(view.get(), SIGNAL(restartCollector(double)), this, SIGNAL(intervalChosen(double)));
+    connect(view.get(), SIGNAL(launchAtLoginChosen(bool)), this, SIGNAL(launchAtLoginChosen(bool)));
+    connect(view.get(), SIGNAL(checkForUpdates()), &m_updater, SLOT(checkForUpdates()));
+
+    auto window = std::make_unique<QQuickWindow>();
+    window->setTitle(QStringLiteral("meterkin Settings"));
+    window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+                     | Qt::WindowCloseButtonHint);
+    window->setColor(view->property("color").value<QColor>());
+    // A hidden window does not get the key that would end the recording.
+    connect(window.get(), &QQuickWindow::visibleChanged, m_recorder.get(), &HotkeyRecorder::cancel);
+    fill(*window, std::move(view), SettingsSize);
+    centre(*window);
+    return window;
+}
+
+void ApplicationWindows::showOnboarding()
+{
+    m_onboardingWindow = makeOnboardingWindow();
+    present(*m_onboardingWindow);
+}
+
+std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
+{
+    auto window = std::make_unique<QQuickWindow>();
+    window->setTitle(QStringLiteral("meterkin"));
+    window->setColor(QColor(OnboardingBackground));
+    WindowStyle *style = m_platform.windowStyle();
+    const bool hasTitleBar =
+        style == nullptr || style->makeOnboarding(*window) == WindowStyle::TitleBar::System;
+    std::unique_ptr<QQuickItem> view =
+        engine().create(QStringLiteral("Onboarding/OnboardingView"),
+                        {{QStringLiteral("computerWord"), m_platform.computerWord()},
+                         {QStringLiteral("systemTitleBar"), hasTitleBar}});
+    view->setProperty("rounded", window->color().alpha() == 0);
+    connect(view.get(), SIGNAL(getStarted()), this, SIGNAL(onboardingStarted()));
+    connect(view.get(), SIGNAL(complete()), this, SIGNAL(onboardingCompleted()));
+    connect(view.get(), SIGNAL(closeRequested()), window.get(), SLOT(close()));
+    connect(window.get(), &QQuickWindow::visibleChanged, this, [this](bool visible) {
+        if (visible)
+            return;
+        m_onboardingWindow.release()->deleteLater(); // not from within its own signal
+        giveUpEngineSoon();
+    });
+    // The timetable runs from the moment that something is seen.
+    connect(
+        window.get(), &QQuickWindow::frameSwapped, view.get(),
+        [item = view.get()] { QMetaObject::invokeMethod(item, "start"); },
+        Qt::SingleShotConnection);
+    fill(*window, std::move(view), QSize());
+    centre(*window);
+    return window;
+}
+
+void ApplicationWindows::closeOnboarding()
+{
+    if (m_onboardingWindow)
+        m_onboardingWindow->close();
+}
+
+void ApplicationWindows::present(QQuickWindow &window)
+{
+    window.show();
+    if (WindowStyle *style = m_platform.windowStyle())
+        style->activate(window);
+}
+
+ViewEngine &ApplicationWindows::engine()
+{
+    if (!m_engine) {
+        m_engine = std::make_unique<ViewEngine>();
+        followAppearance();
+    }
+    return *m_engine;
+}
+
+void ApplicationWindows::giveUpEngineSoon()
+{
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (!m_dashboard && !m_settingsWindow && !m_onboardingWindow)
+                m_engine.reset();
+        },
+        Qt::QueuedConnection);
+}
+
+void ApplicationWindows::followAppearance()
+{
+    const DesktopAppearance *desktop = m_platform.desktopAppearance();
+    if (!m_engine || desktop == nullptr)
+        return;
+    m_engine->appearance()->setDark(desktop->isDark());
+    m_engine->appearance()->setTextScale(desktop->textScale());
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Platform/KeyDownMonitor.h"
+
+#include <QObject>
+
+#include <optional>
+
+class QKeyEvent;
+
+/// Watches the keys of the application's own windows. Main thread only.
+class KeyDownFilter : public QObject, public KeyDownMonitor {
+    Q_OBJECT
+
+public:
+    using QObject::QObject;
+
+    void install(std::function<bool(const KeyDown &)> handler) override;
+    void remove() override;
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    enum class Verdict { Passed, Swallowed };
+    /// What became of the key that went down last.
+    struct Judged {
+        quint32 scanCode;
+        Verdict verdict;
+        bool isPressToCome; ///< so far only the question whether it may be a shortcut
+    };
+
+    Verdict judgePress(const QKeyEvent &key);
+    Verdict judgeRelease(const QKeyEvent &key);
+    Verdict ask(const QKeyEvent &key) const;
+    void watch();
+
+    std::function<bool(const KeyDown &)> m_handler;
+    std::optional<Judged> m_judged;
+    bool m_isWatching = false;
+};

@@ -1,0 +1,224 @@
+#include "Platform/Linux/LinuxPopover.h"
+
+#include "Platform/Linux/Compositing.h"
+#include "Platform/Linux/ScreenCoordinates.h"
+#include "Platform/Linux/X11Panel.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+
+#include <xcb/shape.h>
+
+#include <utility>
+
+#include <malloc.h>
+
+namespace {
+
+constexpr int ForgetMilliseconds = 30000;
+constexpr int TrimMilliseconds = 1000; // by then what the content used is given up, too
+
+QRect scaled(const QRect &logical, qreal factor)
+{
+    return QRectF(QPointF(logical.topLeft()) * factor, QSizeF(logical.size()) * factor).toRect();
+}
+
+} // namespace
+
+LinuxPopover::LinuxPopover(X11Connection &connection, QObject *parent)
+    : QObject(parent)
+    , m_connection(connection)
+    , m_presses(connection)
+    , m_focus(connection, m_presses)
+{
+    m_clock.start();
+    m_placeSoon.setSingleShot(true);
+    connect(&m_placeSoon, &QTimer::timeout, this, &LinuxPopover::place);
+    m_forgetLater.setSingleShot(true);
+    m_forgetLater.setTimerType(Qt::VeryCoarseTimer);
+    m_forgetLater.setInterval(ForgetMilliseconds);
+    connect(&m_forgetLater, &QTimer::timeout, this, &LinuxPopover::forget);
+    connect(&m_presses, &X11Presses::pressed, this, &LinuxPopover::handlePress);
+    connect(&m_presses, &X11Presses::released, this,
+            [this] { m_guard.released(m_clock.elapsed()); });
+    connect(&m_focus, &X11Focus::lost, this, &LinuxPopover::handleFocusLoss);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LinuxPopover::close);
+}
+
+LinuxPopover::~LinuxPopover() = default;
+
+void LinuxPopover::setContent(MakeContent make)
+{
+    close();
+    m_window.reset();
+    m_make = std::move(make);
+}
+
+void LinuxPopover::show(const QRect &item)
+{
+    if (m_shown || !m_make || QGuiApplication::primaryScreen() == nullptr
+        || m_guard.swallows(item, m_clock.elapsed()))
+        return;
+    const FrameStyle style = isComposited(m_connection) ? FrameStyle::Rounded : FrameStyle::Square;
+    if (!m_window || m_window->style() != style)
+        makeWindow(style);
+    m_forgetLater.stop();
+    m_shown = true;
+    m_wantsFocus = true;
+    lookAround(item);
+    place();
+    const bool onScreen = m_window->isExposed(); // still on its way out
+    m_window->show();
+    m_window->raise();
+    m_window->animateIn();
+    if (onX11())
+        m_presses.start();
+    else
+        m_window->requestActivate();
+    if (onScreen)
+        handleExposure();
+}
+
+void LinuxPopover::close()
+{
+    if (!m_shown)
+        return;
+    m_focus.giveBack();
+    startClosing();
+}
+
+bool LinuxPopover::onX11() const
+{
+    return m_connection.isOpen() && QGuiApplication::platformName() == u"xcb";
+}
+
+void LinuxPopover::makeWindow(FrameStyle style)
+{
+    m_focus.giveBack();
+    m_window.reset();
+    // An ordinary type of window: some compositors refuse the keyboard to menus and tools.
+    const Qt::WindowFlags flags = onX11()
+        ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
+        : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    m_window = std::make_unique<PopoverWindow>(m_make(), style, flags);
+    connect(m_window.get(), &PopoverWindow::exposed, this, &LinuxPopover::handleExposure);
+    connect(m_window.get(), &PopoverWindow::dismissed, this, &LinuxPopover::close);
+    connect(m_window.get(), &PopoverWindow::hidden, this, &LinuxPopover::handleHidden);
+    connect(m_window.get(), &PopoverWindow::wantedSizeChanged, this,
+            [this] { m_placeSoon.start(0); });
+    if (!onX11()) {
+        connect(m_window.get(), &QWindow::activeChanged, this, [this] {
+            if (!m_window->isActive())
+                closeByPress(std::nullopt);
+        });
+    }
+}
+
+void LinuxPopover::lookAround(const QRect &item)
+{
+    const QPoint cursor = QCursor::pos();
+    m_screen = item.isEmpty() ? nullptr : QGuiApplication::screenAt(item.center());
+    QRect place = item;
+    if (m_screen == nullptr) {
+        m_screen = QGuiApplication::screenAt(cursor);
+        const QRect panel = x11PanelAt(m_connection, cursor);
+        if (m_screen == nullptr
+            || (panel.isEmpty() && m_screen->availableGeometry().contains(cursor)))
+            m_screen = QGuiApplication::primaryScreen();
+        place = likelyItem(m_screen->geometry(), x11FreeGeometry(m_connection, *m_screen), cursor,
+                           panel);
+    }
+    m_surroundings = {place, x11PanelAt(m_connection, place.center()), m_screen->geometry(),
+                      x11FreeGeometry(m_connection, *m_screen)};
+}
+
+void LinuxPopover::place()
+{
+    if (!m_window || !m_screen)
+        return;
+    m_window->place(placePopover(m_surroundings, m_window->wantedSize()), *m_screen);
+    if (!onX11()) {
+        // A window of one possible size floats, also under a tiling compositor.
+        m_window->setMinimumSize(m_window->size());
+        m_window->setMaximumSize(m_window->size());
+    }
+    leaveShadowToOthers();
+}
+
+void LinuxPopover::handleExposure()
+{
+    if (onX11() && m_shown && std::exchange(m_wantsFocus, false))
+        m_focus.take(static_cast<xcb_window_t>(m_window->winId()));
+}
+
+void LinuxPopover::leaveShadowToOthers()
+{
+    const QRect frame = m_window->frameRect();
+    if (!onX11()) {
+        // There a mask is the region that takes input, and nothing more.
+        if (QGuiApplication::platformName() == u"wayland")
+            m_window->setMask(frame);
+        return;
+    }
+    const QRect native = scaled(frame, m_window->devicePixelRatio());
+    const xcb_rectangle_t rectangle{
+        static_cast<qint16>(native.x()), static_cast<qint16>(native.y()),
+        static_cast<quint16>(native.width()), static_cast<quint16>(native.height())};
+    // On the kit's connection: the window is new there, and must not be seen without its shape.
+    auto *kit = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    xcb_shape_rectangles(kit, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                         static_cast<xcb_window_t>(m_window->winId()), 0, 0, 1, &rectangle);
+}
+
+void LinuxPopover::handlePress()
+{
+    if (!m_shown || !onX11())
+        return;
+    const X11Presses::Pointer pointer =
+        m_presses.pointer(static_cast<xcb_window_t>(m_window->winId()));
+    if (scaled(m_window->frameRect(), m_window->devicePixelRatio()).contains(pointer.inWindow))
+        return;
+    closeByPress(logicalPosition(pointer.onRoot));
+}
+
+void LinuxPopover::handleFocusLoss()
+{
+    // Without sight of the presses, one that moves the focus shows by the button that is down.
+    const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
+    if (!m_presses.isAvailable() && pointer.buttonDown)
+        closeByPress(logicalPosition(pointer.onRoot));
+    else
+        startClosing();
+}
+
+void LinuxPopover::closeByPress(std::optional<QPoint> place)
+{
+    if (!m_shown)
+        return;
+    m_guard.closedByPress(place, m_clock.elapsed());
+    // What is pressed may take the focus; if it does not, it is given back in the end.
+    m_focus.stopWatching();
+    startClosing();
+}
+
+void LinuxPopover::startClosing()
+{
+    if (!std::exchange(m_shown, false))
+        return;
+    m_wantsFocus = false;
+    m_presses.stop();
+    m_window->animateOut();
+}
+
+void LinuxPopover::handleHidden()
+{
+    m_focus.giveBack();
+    m_window->hide();
+    m_forgetLater.start();
+}
+
+void LinuxPopover::forget()
+{
+    m_window.reset();
+    QTimer::singleShot(TrimMilliseconds, this, [] { malloc_trim(0); });
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Platform/Linux/PopoverWindow.h"
+#include "Platform/Linux/ReopenGuard.h"
+#include "Platform/Linux/X11Focus.h"
+#include "Platform/PopoverContainer.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QScreen>
+#include <QTimer>
+
+/// The popover of a Linux desktop. On X11 it places itself and takes the keyboard whatever the
+/// window manager thinks; on Wayland the compositor places it. Window and content live from the
+/// first show until some time after the last.
+class LinuxPopover : public QObject, public PopoverContainer {
+    Q_OBJECT
+
+public:
+    /// The connection outlives it and may be closed.
+    explicit LinuxPopover(X11Connection &connection, QObject *parent = nullptr);
+    ~LinuxPopover() override;
+
+    void setContent(MakeContent make) override;
+    bool isShown() const override { return m_shown; }
+    void show(const QRect &item) override;
+    void close() override;
+
+private:
+    bool onX11() const;
+    void makeWindow(FrameStyle style);
+    void lookAround(const QRect &item);
+    void place();
+    /// Presses on the shadow are for what is below.
+    void leaveShadowToOthers();
+    void handleExposure();
+    void handlePress();
+    void handleFocusLoss();
+    void closeByPress(std::optional<QPoint> place);
+    void startClosing();
+    void handleHidden();
+    void forget();
+
+    X11Connection &m_connection;
+    X11Presses m_presses;
+    X11Focus m_focus;
+    MakeContent m_make;
+    std::unique_ptr<PopoverWindow> m_window;
+    PopoverSurroundings m_surroundings;
+    QPointer<QScreen> m_screen; ///< the item's
+    ReopenGuard m_guard;
+    QElapsedTimer m_clock;
+    QTimer m_placeSoon;
+    QTimer m_forgetLater;
+    bool m_shown = false;
+    bool m_wantsFocus = false; ///< once it is on the screen
+};

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "Platform/Linux/X11Connection.h"
+#include "Platform/WindowStyle.h"
+
+/// Windows on a Linux desktop.
+class LinuxWindowStyle : public QObject, public WindowStyle {
+    Q_OBJECT
+
+public:
+    /// The connection outlives it and may be closed.
+    explicit LinuxWindowStyle(X11Connection &connection, QObject *parent = nullptr);
+
+    TitleBar makeOnboarding(QQuickWindow &window) override;
+    void activate(QQuickWindow &window) override;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void demandFocus(const QQuickWindow &window);
+
+    X11Connection &m_connection;
+};

@@ -1,0 +1,88 @@
+#include "Platform/Linux/PortalAppearance.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString schemeKey = QStringLiteral("color-scheme");
+const QString textGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString textKey = QStringLiteral("text-scaling-factor");
+
+constexpr uint PreferDark = 1;
+constexpr double LeastTextScale = 0.5; // what desktops offer, and a bound for what they may send
+constexpr double MostTextScale = 3.0;
+
+/// Read() wraps its answer in one variant more than the signal does.
+QVariant unwrapped(QVariant value)
+{
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
+}
+
+} // namespace
+
+PortalAppearance::PortalAppearance(SessionBus &bus, TextScale source, QObject *parent)
+    : DesktopAppearance(parent)
+    , m_bus(bus)
+    , m_source(source)
+{
+    connect(&bus, &SessionBus::connected, this, &PortalAppearance::follow);
+    connect(&bus, &SessionBus::disconnected, this, [this] { m_portal.reset(); });
+    if (bus.connection())
+        follow();
+}
+
+void PortalAppearance::follow()
+{
+    QDBusConnection connection = *m_bus.connection();
+    m_portal = std::make_unique<QDBusServiceWatcher>(service, connection,
+                                                     QDBusServiceWatcher::WatchForRegistration);
+    connect(m_portal.get(), &QDBusServiceWatcher::serviceRegistered, this, [this] { ask(); });
+    // From any sender: to name the sender here would mean to wait for the bus.
+    connection.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
+                       SLOT(take(QString, QString, QDBusVariant)));
+    ask();
+}
+
+void PortalAppearance::ask()
+{
+    ask(appearanceGroup, schemeKey);
+    if (m_source == TextScale::FromPortal)
+        ask(textGroup, textKey);
+}
+
+void PortalAppearance::ask(const QString &group, const QString &key)
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
+    call << group << key;
+    m_bus.call(call, m_portal.get(), [this, group, key](const QDBusMessage &reply) {
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            take(group, key, QDBusVariant(reply.arguments().value(0)));
+    });
+}
+
+void PortalAppearance::take(const QString &group, const QString &key, const QDBusVariant &value)
+{
+    const QVariant content = unwrapped(value.variant());
+    bool differs = false;
+    if (group == appearanceGroup && key == schemeKey) {
+        const bool isDark = content.toUInt() == PreferDark;
+        differs = std::exchange(m_isDark, isDark) != isDark;
+    } else if (group == textGroup && key == textKey && m_source == TextScale::FromPortal) {
+        const double told = content.toDouble();
+        const double scale = std::isfinite(told) && told > 0.0
+            ? std::clamp(told, LeastTextScale, MostTextScale)
+            : 1.0;
+        differs = std::exchange(m_textScale, scale) != scale;
+    }
+    if (differs)
+        emit changed();
+}

@@ -1,0 +1,31 @@
+#include "Platform/Linux/ReopenGuard.h"
+
+#include <utility>
+
+namespace {
+
+constexpr qint64 ClickMilliseconds = 400; // a panel may take its time to report a click
+constexpr int Tolerance = 8; // logical pixels: panels report a point beside the press, too
+
+} // namespace
+
+void ReopenGuard::closedByPress(std::optional<QPoint> place, qint64 now)
+{
+    // Without a place there is no release to wait for either.
+    m_press = Press{place, place ? std::nullopt : std::optional(now)};
+}
+
+void ReopenGuard::released(qint64 now)
+{
+    if (m_press && !m_press->releasedAt)
+        m_press->releasedAt = now;
+}
+
+bool ReopenGuard::swallows(const QRect &item, qint64 now)
+{
+    const std::optional<Press> press = std::exchange(m_press, std::nullopt);
+    if (!press || (press->releasedAt && now - *press->releasedAt > ClickMilliseconds))
+        return false;
+    return item.isEmpty() || !press->place
+        || item.adjusted(-Tolerance, -Tolerance, Tolerance, Tolerance).contains(*press->place);
+}
