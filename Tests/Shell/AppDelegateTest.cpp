@@ -50,7 +50,7 @@ private slots:
         // First what is constructed, then the launch sequence.
         QCOMPARE(m_platform->calls.join(QStringLiteral(", ")),
                  QStringLiteral("fans, pages, ticks, alerts, hot key, updates, status item, "
-                                "login item, disk image"));
+                                "popover, login item, disk image"));
         QCOMPARE(m_platform->item->titles.first(),
                  (AttributedTitle{QStringLiteral("-"), green(), QStringLiteral("100%")}));
         tick();
@@ -224,7 +224,7 @@ private slots:
         QCOMPARE(calls.size(), 3);
         emit m_platform->item->openSettingsRequested();
         QCOMPARE(calls.last(), QStringLiteral("close"));
-        QCOMPARE(m_platform->openWindows.done, QStringList{QStringLiteral("settings")});
+        QVERIFY(m_delegate->windows().settingsWindow()->isVisible());
         m_platform->item->button = false;
         m_delegate->togglePopover();
         QCOMPARE(calls.last(), QStringLiteral("close"));
@@ -234,15 +234,22 @@ private slots:
     {
         m_platform->store.setBoolean(QStringLiteral("onboardingShown"), false);
         launch();
-        QVERIFY(m_platform->openWindows.done.isEmpty());
-        QTRY_COMPARE(m_platform->openWindows.done, QStringList{QStringLiteral("onboarding")});
+        const ApplicationWindows &windows = m_delegate->windows();
+        QVERIFY(windows.onboardingWindow() == nullptr);
+        QTRY_VERIFY(windows.onboardingWindow() != nullptr);
+        windows.onboardingWindow()->close();
+        QVERIFY(windows.onboardingWindow() == nullptr);
         QVERIFY(!m_platform->store.boolean(QStringLiteral("onboardingShown")));
-        m_platform->openWindows.completed();
+
+        m_delegate->showOnboarding();
+        QQuickItem *view = windows.onboardingWindow()->contentItem()->childItems().first();
+        QMetaObject::invokeMethod(view, "getStarted");
         QVERIFY(m_platform->store.boolean(QStringLiteral("onboardingShown")));
-        QCOMPARE(m_platform->openWindows.done.last(), QStringLiteral("close onboarding"));
-        // A window that outlives the delegate calls into nothing.
-        m_delegate.reset();
-        m_platform->openWindows.completed();
+        QVERIFY(windows.onboardingWindow() != nullptr);
+        m_platform->store.setBoolean(QStringLiteral("onboardingShown"), false);
+        QMetaObject::invokeMethod(view, "complete");
+        QVERIFY(m_platform->store.boolean(QStringLiteral("onboardingShown")));
+        QVERIFY(windows.onboardingWindow() == nullptr);
     }
 
     void alertsAfterTheTitle()

@@ -7,6 +7,7 @@
 #include "Support/ScriptedVitals.h"
 
 #include <QPointer>
+#include <QQuickWindow>
 #include <QStringList>
 
 #include <utility>
@@ -45,16 +46,20 @@ public:
         return made;
     }
     DefaultsStore &defaultsStore() override { return store; }
+    QString computerWord() const override { return QStringLiteral("abacus"); }
     NotificationCentre *notificationCentre() override { return noted("alerts", &centre); }
     HotkeyRegistrar *hotkeyRegistrar() override { return noted("hot key", &registrar); }
     LoginItem *loginItem() override { return noted("login item", &login); }
     UpdateFramework *updateFramework() override { return noted("updates", &m_updates); }
     PopoverContainer *popover() override { return noted("popover", &shownPopover); }
-    ApplicationWindows *windows() override { return noted("windows", &openWindows); }
+    WindowStyle *windowStyle() override { return &style; }
+    DesktopAppearance *desktopAppearance() override { return &appearance; }
     DiskImageCleaner *diskImageCleaner() override { return noted("disk image", &m_cleaner); }
 
     struct Popover : PopoverContainer {
         QStringList done;
+        MakeContent make;
+        void setContent(MakeContent makeContent) override { make = std::move(makeContent); }
         bool isShown() const override { return shown; }
         void show(const QRect &place) override
         {
@@ -69,17 +74,22 @@ public:
         bool shown = false;
     } shownPopover;
 
-    struct Windows : ApplicationWindows {
+    struct Style : WindowStyle {
         QStringList done;
-        std::function<void()> completed;
-        void openSettings() override { done << QStringLiteral("settings"); }
-        void showOnboarding(std::function<void()> whenCompleted) override
+        TitleBar makeOnboarding(QQuickWindow &) override
         {
             done << QStringLiteral("onboarding");
-            completed = std::move(whenCompleted);
+            return TitleBar::System;
         }
-        void closeOnboarding() override { done << QStringLiteral("close onboarding"); }
-    } openWindows;
+        void activate(QQuickWindow &window) override { done << window.title(); }
+    } style;
+
+    struct Appearance : DesktopAppearance {
+        bool isDark() const override { return dark; }
+        double textScale() const override { return scale; }
+        bool dark = false;
+        double scale = 1.0;
+    } appearance;
 
 private:
     template <typename Service> Service *noted(const char *name, Service *service)

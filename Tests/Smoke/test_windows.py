@@ -1,0 +1,187 @@
+"""Dashboard, settings and onboarding, opened, used and closed with the pointer and the keyboard."""
+import unittest
+
+from smoke_case import FULL
+from window_case import PANEL_HEIGHT, POPOVER_WIDTH, WindowCase
+from x_display import Rect
+
+AT_THE_TOP = ("xfce4", "mate")
+HOSTS = ("xfce4", "mate", "lxqt", "tint2", "polybar", "none") if FULL else ("xfce4", "lxqt")
+
+
+class TestDashboard(WindowCase):
+    def start_on(self, host):
+        self.open_desktop(host)
+        self.start()
+        self.wait_for_item_in(host, seconds=10)
+        self.wait_for_color("green")
+
+    def open_popover(self):
+        self.click_title()
+        return self.wait_for(self.popover)
+
+    def test_drops_from_the_title(self):
+        for host in HOSTS:
+            with self.subTest(host):
+                self.start_on(host)
+                screen = self.desktop.x.windows()[0].rect
+                rect = self.open_popover().rect
+                place = self.title_place()
+                self.assertTrue(screen.contains(rect), f"{rect} is off the screen")
+                self.assertEqual(rect.width, POPOVER_WIDTH)
+                self.assertTrue(rect.x <= place[0] <= rect.x + rect.width, f"{rect}, {place}")
+                distance = rect.y - place[1] if host in AT_THE_TOP else \
+                    place[1] - rect.y - rect.height
+                self.assertTrue(0 < distance <= PANEL_HEIGHT + 10, f"{distance} from the title")
+                self.check_ways_to_close(screen)
+                self.stop()
+
+    def check_ways_to_close(self, screen):
+        for way in (lambda: self.click_title(),
+                    lambda: self.key("Escape"),
+                    lambda: self.click(40, screen.height // 2)):
+            self.wait_for(self.popover)
+            way()
+            self.wait_for_end_of(self.popover)
+            self.stays_away(self.popover)
+            self.click_title()
+        self.wait_for(self.popover)
+
+    def test_rounded_where_it_is_composited(self):
+        for composited in (False, True):
+            with self.subTest(composited=composited):
+                self.open_desktop("xfce4")
+                if composited:
+                    self.desktop.spawn(["picom", "--backend", "xrender"], "picom")
+                    self.desktop.wait(lambda: self.desktop.x.selection_owner("_NET_WM_CM_S0"),
+                                      what="the compositor")
+                self.start()
+                self.wait_for_item_in("xfce4", seconds=10)
+                window = self.open_popover()
+                self.assertEqual(window.rect.width > POPOVER_WIDTH, composited)
+                shadow = (window.rect.width - POPOVER_WIDTH) // 2
+                frame = Rect(window.rect.x + shadow, window.rect.y + shadow, POPOVER_WIDTH, 60)
+                image = self.desktop.screenshot(frame)
+                background = image.pixel(5, 40)
+                self.assertEqual(image.pixel(40, 5), background)
+                self.assertEqual(image.pixel(1, 1) == background, not composited)
+                self.stop()
+
+    def test_keyboard(self):
+        self.start_on("xfce4")
+        self.open_popover()
+        self.key("Tab", "Return")
+        self.wait_for(self.settings_window)
+        self.wait_for_end_of(self.popover)
+        # What had the keyboard before gets it back.
+        self.open_popover()
+        self.key("Escape")
+        self.wait_for_end_of(self.popover)
+        self.key("alt+F4")
+        self.wait_for_end_of(self.settings_window)
+        self.open_popover()
+        self.key("Tab", "Tab", "space")
+        self.assertEqual(self.program.wait(5), 0, "the quit button ends the program")
+
+    def test_click_elsewhere_reaches_its_target(self):
+        self.start_on("xfce4")
+        self.open_popover()
+        self.key("Tab", "Return")
+        self.wait_for(self.settings_window)
+        self.open_popover()
+        self.click_in(self.settings_window, 424, 404)     # "Launch at login"
+        self.wait_for_end_of(self.popover)
+        self.wait_for_setting("launchAtLogin", "false")
+        self.stop()
+
+    def test_second_start_opens_it(self):
+        self.start_on("xfce4")
+        self.assertEqual(self.launch("second").wait(10), 0)
+        self.wait_for(self.popover)
+        self.stop()
+
+    def test_stays_on_the_screen_of_the_title(self):
+        self.open_desktop("none")
+        for name, place, output in (("left", "640/160x720/180+0+0", "screen"),
+                                    ("right", "640/160x720/180+640+0", "none")):
+            self.desktop.run("xrandr", "--setmonitor", name, place, output)
+        for x, screen in ((560, Rect(0, 0, 640, 720)), (660, Rect(640, 0, 640, 720))):
+            with self.subTest(x=x):
+                self.write_settings(stripPosition=f"{x},300")
+                self.start()
+                self.wait_for_item()
+                rect = self.open_popover().rect
+                self.assertTrue(screen.contains(rect), f"{rect} is not on {screen}")
+                self.stop()
+
+
+class TestSettings(WindowCase):
+    def test_round_trip(self):
+        self.open_desktop("xfce4")
+        self.start()
+        self.wait_for_item_in("xfce4", seconds=10)
+        self.click_title()
+        self.wait_for(self.popover)
+        self.key("Tab", "Return")
+        place = self.wait_for(self.settings_window).rect
+        screen = self.desktop.x.windows()[0].rect
+        self.assertAlmostEqual(place.x + place.width / 2, screen.width / 2, delta=10)
+        self.assertEqual((place.width, place.height), (470, 520))
+
+        self.click_in(self.settings_window, 372, 124)     # what stands in the menu bar
+        self.key("Down", "Return")
+        self.wait_for_setting("menuBarMetric", "CPU Usage")
+        self.click_in(self.settings_window, 372, 204)     # the interval
+        self.key("Home", "Down", "Return")
+        self.wait_for_setting("updateInterval", "3")
+
+        self.click_in(self.settings_window, 410, 324)     # "Record"
+        self.key("shift+k", "k")
+        self.assertEqual(self.setting("hotkeyKeyCode"), None)
+        self.key("ctrl+alt+k")
+        self.wait_for_setting("hotkeyKeyCode", "40")
+        self.wait_for_setting("hotkeyModifiers", str(0x1000 | 0x800))
+        self.click_in(self.settings_window, 410, 324)     # "Clear" by now
+        self.wait_for_setting("hotkeyModifiers", "0")
+
+        self.click_in(self.settings_window, 190, 32)      # "Thresholds"
+        self.click_in(self.settings_window, 427, 397)     # CPU, green, one step up
+        self.wait_for_setting("cpuUsageGreen", "51")
+        self.stop()
+
+
+class TestOnboarding(WindowCase):
+    settings = {"updateInterval": 0.5}
+
+    def greet(self):
+        self.start()
+        return self.wait_for(self.onboarding)
+
+    def test_greets_until_it_is_through(self):
+        self.open_desktop("xfce4")
+        rect = self.greet().rect
+        screen = self.desktop.x.windows()[0].rect
+        self.assertEqual((rect.width, rect.height), (520, 420))
+        self.assertAlmostEqual(rect.x + rect.width / 2, screen.width / 2, delta=5)
+        self.key("Escape")
+        self.wait_for_end_of(self.onboarding)
+        self.wait_for_item()
+        self.stop()
+        self.assertNotEqual(self.setting("onboardingShown"), "true")
+
+        self.greet()
+        self.key("Return")      # "Get Started"
+        self.wait_for_setting("onboardingShown", "true")
+        self.wait_for(self.onboarding)
+        self.key("Return")      # "Start Using meterkin"
+        self.wait_for_end_of(self.onboarding)
+        self.stop()
+
+        self.start()
+        self.wait_for_item()
+        self.stays_away(self.onboarding)
+        self.stop()
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,88 @@
+"""The program's windows, driven with the pointer and the keyboard."""
+from smoke_case import SmokeCase, hue_name
+from x_display import Rect
+
+POPOVER_WIDTH = 320
+SHADOW = 30         # at most, on each side, where the desktop composites
+PANEL_HEIGHT = 30
+CLICK_SETTLES = 0.7     # no bounce comes later than that
+
+
+class WindowCase(SmokeCase):
+    # --- what is there -------------------------------------------------------------------------
+
+    def window(self, name, width):
+        found = [window for window in self.desktop.x.windows()
+                 if window.viewable and window.name == name
+                 and width <= window.rect.width <= width + 2 * SHADOW]
+        self.assertLessEqual(len(found), 1, f"one {name} at a time")
+        return found[0] if found else None
+
+    def popover(self):
+        return self.window("meterkin", POPOVER_WIDTH)
+
+    def settings_window(self):
+        return self.window("meterkin Settings", 470)
+
+    def onboarding(self):
+        return self.window("meterkin", 520)
+
+    def wait_for(self, window, seconds=5.0):
+        """Waits for a window to be seen, with something in it, at its final place."""
+        last = []
+
+        def settled():
+            last.append(window())
+            return (len(last) > 3 and last[-1] and last[-1] == last[-3]
+                    and self.desktop.is_painted(last[-1]) and last[-1])
+        return self.desktop.wait(settled, seconds, window.__name__)
+
+    def wait_for_end_of(self, window, seconds=3.0):
+        self.desktop.wait(lambda: not window(), seconds, f"the end of {window.__name__}")
+
+    def stays_away(self, window):
+        """That a window does not come back."""
+        with self.assertRaises(TimeoutError):
+            self.desktop.wait(window, CLICK_SETTLES)
+
+    def setting(self, key):
+        for line in self.settings_file().read_text().splitlines():
+            if line.startswith(key + "="):
+                return line.partition("=")[2]
+        return None
+
+    def wait_for_setting(self, key, value):
+        self.desktop.wait(lambda: self.setting(key) == value, 5, f"{key}={value}")
+
+    # --- pointer and keyboard ------------------------------------------------------------------
+
+    def tool(self, *words):
+        self.desktop.run("xdotool", *map(str, words))
+
+    def click(self, x, y):
+        self.tool("mousemove", x, y, "click", 1)
+
+    def click_in(self, window, x, y):
+        rect = window().rect
+        self.click(rect.x + x, rect.y + y)
+
+    def key(self, *keys):
+        for name in keys:
+            self.tool("key", name)
+
+    def title_place(self):
+        """The middle of the title, wherever the panel has drawn it."""
+        item = self.wait_for_item()
+        if item.window:
+            rect = item.window.rect
+            return rect.x + rect.width // 2, rect.y + rect.height // 2
+        screen = self.desktop.screenshot()
+        top = screen.height - PANEL_HEIGHT
+        pixels = screen.crop(Rect(0, top, screen.width, PANEL_HEIGHT)).pixels()
+        green = [number for number, color in enumerate(pixels)
+                 if max(color) - min(color) > 60 and hue_name(color) == "green"]
+        middle = green[len(green) // 2]
+        return middle % screen.width, top + middle // screen.width
+
+    def click_title(self):
+        self.click(*self.title_place())

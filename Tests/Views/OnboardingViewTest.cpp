@@ -1,0 +1,111 @@
+#include "Support/HandDriver.h"
+#include "Support/TestMain.h"
+#include "Views/ViewEngine.h"
+
+#include <QAccessible>
+#include <QQuickWindow>
+#include <QtTest>
+
+namespace {
+
+/// What a screen reader finds.
+QStringList readable(const QAccessibleInterface *in)
+{
+    QStringList texts(in->text(QAccessible::Name));
+    for (int i = 0; i < in->childCount(); ++i)
+        if (!in->child(i)->state().invisible)
+            texts << readable(in->child(i));
+    return texts.filter(QRegularExpression(QStringLiteral(".")));
+}
+
+} // namespace
+
+class OnboardingViewTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        QAccessible::setActive(true);
+        m_window = std::make_unique<QQuickWindow>();
+        m_view = m_engine.create(QStringLiteral("Onboarding/OnboardingView"),
+                                 {{QStringLiteral("computerWord"), QStringLiteral("computer")}});
+        m_view->setParentItem(m_window->contentItem());
+        m_window->show();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m_driver.setZero();
+        QMetaObject::invokeMethod(m_view.get(), "start");
+        m_driver.turnTo(0);
+    }
+    void cleanup() { m_view.reset(); }
+
+    void keepsItsTimetables()
+    {
+        QVERIFY(value("appeared") > 0.0);
+        check({{200, "iconLanded"}, {500, "titleVisible"}});
+        check({{700, "bullet1Visible"}, {850, "bullet2Visible"}, {1000, "bullet3Visible"}});
+        check({{1200, "buttonVisible"}, {1300, "glowPulse"}});
+        QSignalSpy closing(m_view.get(), SIGNAL(closeRequested()));
+        press(Qt::Key_Escape);
+        QCOMPARE(closing.count(), 1);
+        QCOMPARE(m_window->activeFocusItem()->property("text"), QStringLiteral("Get Started"));
+        press(Qt::Key_Space);
+        m_driver.setZero();
+        check({{500, "circleTrim"}, {900, "checkmarkTrim"}, {1200, "glowOpacity"}});
+        check({{1300, "headlineVisible"}, {1500, "subtextVisible"}, {1700, "previewVisible"}});
+        check({{2100, "button2Visible"}, {2300, "shimmerPhase"}});
+        // The first screen is gone for a screen reader, too.
+        QCOMPARE(readable(QAccessible::queryAccessibleInterface(m_window.get())).join(u'|'),
+                 QStringLiteral("You're all set.|Look for the system stats in your menu bar.|42%|"
+                                "3200 RPM|Start Using meterkin|Close"));
+    }
+
+    void springsIntoPlace()
+    {
+        m_driver.turnTo(200);
+        // At 420 ms the first swing is highest: exp(-0.7 pi / sqrt(1 - 0.7 squared)) too far.
+        for (const auto &[at, place] : {std::pair(100, 0.3275), {420, 1.046}, {800, 0.9981}}) {
+            m_driver.turnTo(200 + at);
+            QCOMPARE(std::round(value("iconProgress") * 1000), std::round(place * 1000));
+        }
+    }
+
+    void hurriesThrough()
+    {
+        QSignalSpy started(m_view.get(), SIGNAL(getStarted()));
+        QSignalSpy completed(m_view.get(), SIGNAL(complete()));
+        press(Qt::Key_Return);
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
+        QCoreApplication::sendEvent(m_window.get(), &held);
+        QMetaObject::invokeMethod(m_view.get(), "leaveWelcome"); // a second click
+        QVERIFY(started.count() == 1 && completed.isEmpty());
+        m_driver.turnTo(2600);
+        QVERIFY(value("glowPulse") > 0.0); // the first timetable runs on
+        press(Qt::Key_Space);
+        press(Qt::Key_Return);
+        QCOMPARE(completed.count(), 1);
+    }
+
+private:
+    /// Each state is set at its time and not a moment before.
+    void check(std::initializer_list<std::pair<int, const char *>> steps)
+    {
+        for (const auto &[delay, name] : steps) {
+            m_driver.turnTo(delay - 1);
+            QVERIFY2(value(name) == 0.0, name);
+            m_driver.turnTo(delay);
+            m_driver.turnTo(delay + 1); // a number is under way a moment later
+            QVERIFY2(value(name) > 0.0, name);
+        }
+    }
+    double value(const char *name) const { return m_view->property(name).toDouble(); }
+    void press(Qt::Key key) { QTest::keyClick(m_window.get(), key); }
+
+    HandDriver m_driver;
+    ViewEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+    std::unique_ptr<QQuickItem> m_view;
+};
+
+METERKIN_TEST(OnboardingViewTest);
+#include "OnboardingViewTest.moc"

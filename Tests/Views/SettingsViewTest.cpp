@@ -1,0 +1,131 @@
+#include "Model/SettingsViewModel.h"
+#include "Services/HotkeyRecorder.h"
+#include "Support/ScriptedStore.h"
+#include "Support/ShownView.h"
+#include "Support/TestMain.h"
+#include "UpdaterController.h"
+
+#include <QFont>
+
+using namespace Qt::StringLiterals;
+
+class SettingsViewTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        m.reset();
+        // Some are values that the controls would not give themselves.
+        m_store.stored = {{u"fanSpeedGreen"_s, 19950.0},
+                          {u"memoryGreen"_s, 60.4},
+                          {u"cpuUsageGreen"_s, 500.0},
+                          {u"updateInterval"_s, 2.0},
+                          {u"hotkeyKeyCode"_s, 46}};
+        m_settings = std::make_unique<SettingsViewModel>(m_store);
+        m_recorder = std::make_unique<HotkeyRecorder>(*m_settings, nullptr);
+        QVariantMap given{{u"fanCount"_s, 0}, {u"version"_s, u"1"_s}, {u"projectLink"_s, QUrl()}};
+        given[u"settings"_s] = QVariant::fromValue(m_settings.get());
+        given[u"recorder"_s] = QVariant::fromValue(m_recorder.get());
+        given[u"updaterController"_s] = QVariant::fromValue(&m_updates);
+        m = std::make_unique<ShownView>(u"Settings/SettingsView"_s, given, QSize(470, 520));
+        m_store.writes.clear();
+    }
+
+    void showsTheTabs()
+    {
+        QCOMPARE(m->view->implicitWidth(), 470.0);
+        m->click({u"Thresholds"_s, u"Alerts"_s, u"About"_s});
+        QVERIFY(m->item(u"programName"_s)->isVisible() && !m->item(u"memoryGreen"_s)->isVisible());
+        QVERIFY(!m->item(u"checkForUpdates"_s)->isEnabled());
+        for (const auto &[name, size] : {std::pair(u"hotkeyText"_s, 13), {u"record"_s, 11}})
+            QCOMPARE(m->item(name)->property("font").value<QFont>().pixelSize(), size);
+        QCOMPARE(written(), QString());
+    }
+
+    void picks()
+    {
+        QSignalSpy restarted(m->view.get(), SIGNAL(restartCollector(double)));
+        QCOMPARE(m->item(u"updateInterval"_s)->property("displayText"), u"2 seconds"_s);
+        m->click({u"updateInterval"_s});
+        m->press({Qt::Key_End, Qt::Key_Return});
+        QCOMPARE(restarted.takeFirst(), QVariantList{10.0});
+        m->click({u"menuBarMetric"_s});
+        m->press({Qt::Key_Down, Qt::Key_Return});
+        QCOMPARE(written(), u"updateInterval=10 menuBarMetric=CPU Usage"_s);
+    }
+
+    void steps_data()
+    {
+        QTest::addColumn<QString>("action"); // a button of the stepper, else what is typed
+        QTest::addColumn<QString>("result");
+        const auto row = [](const char *setting, const QString &action, const QString &result) {
+            QTest::addRow("%s %s", setting, qPrintable(action)) << action << result;
+        };
+        row("fanSpeedGreen", u"up"_s, u"20000"_s);
+        row("fanSpeedYellow", u"up"_s, u"4100"_s);
+        row("fanSpeedYellow", u"2550 rpm"_s, u"2550"_s);
+        row("memoryGreen", u"down"_s, u"59.4"_s);
+        row("memoryGreen", u"60%"_s, {}); // what it showed, rounded
+        row("memoryYellow", u"0"_s, u"1"_s);
+        row("cpuUsageYellow", u"101"_s, u"100"_s);
+        row("cpuUsageYellow", u"12.5"_s, {});
+        row("cpuUsageGreen", u"up"_s, {}); // beyond the bound already
+        row("cpuUsageGreen", u"down"_s, u"100"_s);
+    }
+    void steps()
+    {
+        QFETCH(const QString, action);
+        const QString setting = QString::fromLatin1(QTest::currentDataTag()).section(u' ', 0, 0);
+        m->click({u"Thresholds"_s});
+        auto *const button = m->item(setting)->findChild<QQuickItem *>(action);
+        auto *const field = m->item(setting)->findChild<QQuickItem *>(u"field"_s);
+        m->click(button != nullptr ? button : field);
+        for (const QChar letter : button != nullptr ? QString() : action + u'\r')
+            QTest::keyClick(&m->window, letter.toLatin1());
+        QTEST(written().section(u'=', 1), "result");
+        const QString shown = field->property("text").toString();
+        QVERIFY(shown.endsWith(setting.startsWith(u"fan") ? u" RPM"_s : u"%"_s));
+    }
+
+    void switches()
+    {
+        QSignalSpy wished(m->view.get(), SIGNAL(launchAtLoginChosen(bool)));
+        m->click({u"launchAtLogin"_s, u"launchAtLogin"_s});
+        QCOMPARE(wished.takeLast(), QVariantList{false}); // again: nobody has stored it
+        m->click({u"hotkeyEnabled"_s, u"Alerts"_s, u"alertFanSpeed"_s, u"alertCPUUsage"_s});
+        m->press({Qt::Key_Return, Qt::Key_Space});
+        QCOMPARE(written(),
+                 u"hotkeyEnabled=true alertFanSpeed=true alertCPUUsage=true "
+                 "alertCPUUsage=false alertCPUUsage=true"_s);
+    }
+
+    void recordsWhileInSight()
+    {
+        m->click({u"record"_s});
+        QVERIFY(m_recorder->isRecording() && !m->item(u"clear"_s)->isVisible());
+        m->click({u"Alerts"_s});
+        QVERIFY(!m_recorder->isRecording());
+        m->click({u"General"_s, u"clear"_s});
+        QCOMPARE(written(), u"hotkeyKeyCode=0 hotkeyModifiers=0"_s);
+    }
+
+private:
+    /// What was stored since it was asked last.
+    QString written()
+    {
+        QStringList texts;
+        for (const ScriptedStore::Write &write : std::exchange(m_store.writes, {}))
+            texts += write.key + u'=' + write.value.toString();
+        return texts.join(u' ');
+    }
+
+    ScriptedStore m_store;
+    UpdaterController m_updates{nullptr, m_store};
+    std::unique_ptr<SettingsViewModel> m_settings;
+    std::unique_ptr<HotkeyRecorder> m_recorder;
+    std::unique_ptr<ShownView> m;
+};
+
+METERKIN_TEST(SettingsViewTest);
+#include "SettingsViewTest.moc"
