@@ -1,5 +1,6 @@
 #include "ApplicationWindows.h"
 
+#include "ApplicationIcon.h"
 #include "Model/DashboardViewModel.h"
 #include "Model/SettingsViewModel.h"
 #include "Platform/Platform.h"
@@ -104,6 +105,7 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCoun
 
     auto window = std::make_unique<QQuickWindow>();
     window->setTitle(QStringLiteral("meterkin Settings"));
+    window->setIcon(applicationIcon());
     window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                      | Qt::WindowCloseButtonHint);
     window->setColor(view->property("color").value<QColor>());
@@ -124,6 +126,7 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
 {
     auto window = std::make_unique<QQuickWindow>();
     window->setTitle(QStringLiteral("meterkin"));
+    window->setIcon(applicationIcon());
     window->setColor(QColor(OnboardingBackground));
     WindowStyle *style = m_platform.windowStyle();
     const bool hasTitleBar =

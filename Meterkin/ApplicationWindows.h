@@ -15,8 +15,8 @@ class UpdaterController;
 class ViewEngine;
 
 /// What the program shows beside its status item: the dashboard in the popover, the settings window
-/// and the onboarding. Views and their engine are made when they are first needed, and the engine is
-/// given up when the last of them is gone. Main thread only.
+/// and the onboarding. Views and their engine are made when they are first needed, and the engine
+/// is given up when the last of them is gone. Main thread only.
 class ApplicationWindows : public QObject {
     Q_OBJECT
 
