@@ -23,6 +23,10 @@ Rectangle {
     implicitHeight: 520
     color: Theme.windowBackground
 
+    Shortcut {
+        sequence: "Ctrl+W"
+        onActivated: view.Window.window.close()
+    }
     TabBar {
         id: tabs
         y: 8
