@@ -205,6 +205,7 @@ void AppDelegate::registerHotkey()
 
 void AppDelegate::togglePopover()
 {
+    // A platform without a popover is one of a test, or one that is still being built.
     PopoverContainer *popover = m_platform.popover();
     if (popover == nullptr || !statusItem().hasButton())
         return;

@@ -63,7 +63,7 @@ ApplicationWindows::~ApplicationWindows()
 {
     // The views before their engine; the popover has given its one back already.
     m_settingsWindow.reset();
-    m_onboardingWindow.reset();
+    const auto onboarding = std::move(m_onboardingWindow);
 }
 
 std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel &model)
@@ -109,8 +109,15 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCoun
     window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                      | Qt::WindowCloseButtonHint);
     window->setColor(view->property("color").value<QColor>());
-    // A hidden window does not get the key that would end the recording.
-    connect(window.get(), &QQuickWindow::visibleChanged, m_recorder.get(), &HotkeyRecorder::cancel);
+    connect(window.get(), &QQuickWindow::visibleChanged, this, [this, made = window.get()] {
+        if (made->isVisible() || made != m_settingsWindow.get())
+            return;
+        m_recorder->cancel(); // a hidden window does not get the key that would end it
+        m_settingsWindow->releaseResources();
+        m_engine->trimComponentCache();
+        m_engine->collectGarbage();
+        giveUpEngineSoon();
+    });
     fill(*window, std::move(view), SettingsSize);
     centre(*window);
     return window;
@@ -118,6 +125,7 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCoun
 
 void ApplicationWindows::showOnboarding()
 {
+    closeOnboarding();
     m_onboardingWindow = makeOnboardingWindow();
     present(*m_onboardingWindow);
 }
@@ -139,8 +147,9 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
     connect(view.get(), SIGNAL(getStarted()), this, SIGNAL(onboardingStarted()));
     connect(view.get(), SIGNAL(complete()), this, SIGNAL(onboardingCompleted()));
     connect(view.get(), SIGNAL(closeRequested()), window.get(), SLOT(close()));
-    connect(window.get(), &QQuickWindow::visibleChanged, this, [this](bool visible) {
-        if (visible)
+    connect(window.get(), &QQuickWindow::visibleChanged, this, [this, made = window.get()] {
+        // One that is replaced or destroyed hides, too, but is not ours any more.
+        if (made->isVisible() || made != m_onboardingWindow.get())
             return;
         m_onboardingWindow.release()->deleteLater(); // not from within its own signal
         giveUpEngineSoon();
@@ -184,6 +193,7 @@ void ApplicationWindows::giveUpEngineSoon()
         [this] {
             if (!m_dashboard && !m_settingsWindow && !m_onboardingWindow)
                 m_engine.reset();
+            m_platform.giveMemoryBack();
         },
         Qt::QueuedConnection);
 }

@@ -51,7 +51,7 @@ signals:
 
 private:
     ViewEngine &engine();
-    /// Later, when what uses it may be gone.
+    /// Later, when what uses it may be gone; and gives back what memory is free by then.
     void giveUpEngineSoon();
     void followAppearance();
     std::unique_ptr<QQuickWindow> makeSettingsWindow(int fanCount);

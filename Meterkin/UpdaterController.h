@@ -12,6 +12,7 @@ class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged
                    BINDABLE bindableCanCheckForUpdates FINAL)
+    Q_PROPERTY(bool isAvailable READ isAvailable CONSTANT FINAL)
     Q_PROPERTY(bool automaticallyDownloadsUpdates READ automaticallyDownloadsUpdates WRITE
                    setAutomaticallyDownloadsUpdates NOTIFY automaticallyDownloadsUpdatesChanged
                        BINDABLE bindableAutomaticallyDownloadsUpdates FINAL)
@@ -20,6 +21,9 @@ public:
     /// Starts the framework at once. Without one nothing can be checked and only the preference is
     /// kept; one that is given outlives the controller, as the store does.
     UpdaterController(UpdateFramework *framework, DefaultsStore &store, QObject *parent = nullptr);
+
+    /// Whether there is a framework at all.
+    bool isAvailable() const { return m_framework != nullptr; }
 
     bool canCheckForUpdates() const { return m_canCheckForUpdates; }
     QBindable<bool> bindableCanCheckForUpdates() const { return &m_canCheckForUpdates; }

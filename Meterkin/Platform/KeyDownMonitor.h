@@ -5,7 +5,9 @@
 
 /// A key as it went down.
 struct KeyDown {
-    std::uint32_t keyCode = 0; ///< virtual key code of the ANSI layout; 255: a key without one
+    static constexpr std::uint32_t NoKeyCode = 255;
+
+    std::uint32_t keyCode = NoKeyCode; ///< virtual key code of the ANSI layout
     /// Shift 0x20000, control 0x40000, option 0x80000, command 0x100000; others as they come.
     std::uint32_t flags = 0;
 };

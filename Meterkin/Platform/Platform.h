@@ -30,6 +30,9 @@ public:
     /// What people call a machine of this system.
     virtual QString computerWord() const = 0;
 
+    /// Returns to the system what memory the program does not use; called when much has been freed.
+    virtual void giveMemoryBack() { }
+
     // Services that a system, or a build, may lack: null then, and the program does without.
     virtual NotificationCentre *notificationCentre() { return nullptr; }
     virtual HotkeyRegistrar *hotkeyRegistrar() { return nullptr; }

@@ -8,7 +8,6 @@ namespace {
 
 constexpr std::uint32_t Qualifying =
     EventModifier::command | EventModifier::option | EventModifier::control;
-constexpr std::uint32_t NoKeyCode = 255;
 
 } // namespace
 
@@ -59,12 +58,10 @@ void HotkeyRecorder::clear()
 
 bool HotkeyRecorder::capture(const KeyDown &key)
 {
-    // A copy: what runs now goes with the monitor.
-    const KeyDown pressed = key;
-    if ((pressed.flags & Qualifying) == 0 || pressed.keyCode == NoKeyCode)
+    if ((key.flags & Qualifying) == 0 || key.keyCode == KeyDown::NoKeyCode)
         return false;
-    m_settings.setHotkeyKeyCode(pressed.keyCode);
-    m_settings.setHotkeyModifiers(carbonModifiers(pressed.flags));
+    m_settings.setHotkeyKeyCode(key.keyCode);
+    m_settings.setHotkeyModifiers(carbonModifiers(key.flags));
     cancel();
     return true;
 }

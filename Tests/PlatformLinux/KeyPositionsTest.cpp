@@ -18,8 +18,8 @@ private slots:
         }
         QCOMPARE(virtualKeyCode(38), 0U); // left of S, whatever the layout prints there
         QCOMPARE(virtualKeyCode(113), 123U); // the left arrow
-        QCOMPARE(virtualKeyCode(0), NoVirtualKeyCode); // made up by a program
-        QCOMPARE(virtualKeyCode(255), NoVirtualKeyCode);
+        QCOMPARE(virtualKeyCode(0), KeyDown::NoKeyCode); // made up by a program
+        QCOMPARE(virtualKeyCode(255), KeyDown::NoKeyCode);
     }
 };
 

@@ -19,7 +19,8 @@ private slots:
         const QPoint inside(120, 10);
         QTest::newRow("click on the item") << inside << 90 << 100 << item << true;
         QTest::newRow("reported late") << inside << 90 << 480 << clicked << true;
-        QTest::newRow("long press") << inside << -1 << 9000 << item << true;
+        QTest::newRow("long press") << inside << -1 << 2000 << item << true;
+        QTest::newRow("release unseen") << inside << -1 << 9000 << item << false;
         QTest::newRow("next click") << inside << 90 << 500 << item << false;
         QTest::newRow("hot key after another click") << QPoint(9, 300) << 90 << 99 << item << false;
         QTest::newRow("item unknown") << inside << 90 << 100 << QRect() << true;

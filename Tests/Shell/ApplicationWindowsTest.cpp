@@ -76,6 +76,8 @@ private slots:
     {
         std::unique_ptr<QQuickItem> dashboard = m_platform->shownPopover.make();
         m_delegate->showOnboarding();
+        m_delegate->showOnboarding(); // takes the place of the first
+        QVERIFY(m_delegate->windows().onboardingWindow()->isVisible());
         const QPointer<QQmlEngine> engine = qmlEngine(dashboard.get());
         dashboard.reset();
         QCoreApplication::processEvents();

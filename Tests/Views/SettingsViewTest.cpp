@@ -64,7 +64,7 @@ private slots:
         };
         row("fanSpeedGreen", u"up"_s, u"20000"_s);
         row("fanSpeedYellow", u"up"_s, u"4100"_s);
-        row("fanSpeedYellow", u"2550 rpm"_s, u"2550"_s);
+        row("fanSpeedYellow", u"2550 rpm"_s, u"2600"_s);
         row("memoryGreen", u"down"_s, u"59.4"_s);
         row("memoryGreen", u"60%"_s, {}); // what it showed, rounded
         row("memoryYellow", u"0"_s, u"1"_s);

@@ -128,7 +128,7 @@ std::uint32_t virtualKeyCode(std::uint32_t hardwareCode)
 {
     const auto *const key =
         std::ranges::find(Keys, hardwareCode - X11Offset, &KeyPosition::evdevCode);
-    return key != std::end(Keys) ? key->virtualKeyCode : NoVirtualKeyCode;
+    return key != std::end(Keys) ? key->virtualKeyCode : KeyDown::NoKeyCode;
 }
 
 std::optional<std::uint32_t> hardwareCode(std::uint32_t virtualKeyCode)

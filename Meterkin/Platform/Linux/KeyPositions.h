@@ -1,13 +1,12 @@
 #pragma once
 
+#include "Platform/KeyDownMonitor.h"
+
 #include <cstdint>
 #include <optional>
 
-/// The virtual key code that no key has.
-inline constexpr std::uint32_t NoVirtualKeyCode = 255;
-
 /// The virtual key code of the key at that place of the keyboard, whatever the layout prints on
-/// it; NoVirtualKeyCode when there is none. Hardware codes are those of X11 (evdev's plus 8),
+/// it; KeyDown::NoKeyCode when there is none. Hardware codes are those of X11 (evdev's plus 8),
 /// which Qt reports under Wayland too.
 std::uint32_t virtualKeyCode(std::uint32_t hardwareCode);
 

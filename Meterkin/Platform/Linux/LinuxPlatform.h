@@ -9,6 +9,8 @@
 #include "Platform/Linux/X11Connection.h"
 #include "Platform/Platform.h"
 
+#include <malloc.h>
+
 /// The back ends of a Linux desktop.
 class LinuxPlatform : public Platform {
 public:
@@ -19,6 +21,7 @@ public:
     std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;
     DefaultsStore &defaultsStore() override { return m_defaults; }
+    void giveMemoryBack() override { malloc_trim(0); }
     QString computerWord() const override { return QStringLiteral("computer"); }
     PopoverContainer *popover() override { return &m_popover; }
     WindowStyle *windowStyle() override { return &m_windowStyle; }

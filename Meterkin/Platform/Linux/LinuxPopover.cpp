@@ -11,12 +11,9 @@
 
 #include <utility>
 
-#include <malloc.h>
-
 namespace {
 
 constexpr int ForgetMilliseconds = 30000;
-constexpr int TrimMilliseconds = 1000; // by then what the content used is given up, too
 
 QRect scaled(const QRect &logical, qreal factor)
 {
@@ -37,12 +34,16 @@ LinuxPopover::LinuxPopover(X11Connection &connection, QObject *parent)
     m_forgetLater.setSingleShot(true);
     m_forgetLater.setTimerType(Qt::VeryCoarseTimer);
     m_forgetLater.setInterval(ForgetMilliseconds);
-    connect(&m_forgetLater, &QTimer::timeout, this, &LinuxPopover::forget);
+    connect(&m_forgetLater, &QTimer::timeout, this, [this] { m_window.reset(); });
     connect(&m_presses, &X11Presses::pressed, this, &LinuxPopover::handlePress);
     connect(&m_presses, &X11Presses::released, this,
             [this] { m_guard.released(m_clock.elapsed()); });
     connect(&m_focus, &X11Focus::lost, this, &LinuxPopover::handleFocusLoss);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LinuxPopover::close);
+    connect(&connection, &X11Connection::closed, this, [this] {
+        startClosing();
+        m_window.reset(); // one of the kind that only works with the connection
+    });
 }
 
 LinuxPopover::~LinuxPopover() = default;
@@ -128,6 +129,8 @@ void LinuxPopover::lookAround(const QRect &item)
         place = likelyItem(m_screen->geometry(), x11FreeGeometry(m_connection, *m_screen), cursor,
                            panel);
     }
+    disconnect(m_screenChange);
+    m_screenChange = connect(m_screen, &QScreen::geometryChanged, this, &LinuxPopover::close);
     m_surroundings = {place, x11PanelAt(m_connection, place.center()), m_screen->geometry(),
                       x11FreeGeometry(m_connection, *m_screen)};
 }
@@ -166,6 +169,9 @@ void LinuxPopover::leaveShadowToOthers()
         static_cast<quint16>(native.width()), static_cast<quint16>(native.height())};
     // On the kit's connection: the window is new there, and must not be seen without its shape.
     auto *kit = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    if (const auto *shape = xcb_get_extension_data(kit, &xcb_shape_id);
+        shape == nullptr || !shape->present)
+        return;
     xcb_shape_rectangles(kit, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
                          static_cast<xcb_window_t>(m_window->winId()), 0, 0, 1, &rectangle);
 }
@@ -215,10 +221,4 @@ void LinuxPopover::handleHidden()
     m_focus.giveBack();
     m_window->hide();
     m_forgetLater.start();
-}
-
-void LinuxPopover::forget()
-{
-    m_window.reset();
-    QTimer::singleShot(TrimMilliseconds, this, [] { malloc_trim(0); });
 }

@@ -39,7 +39,6 @@ private:
     void closeByPress(std::optional<QPoint> place);
     void startClosing();
     void handleHidden();
-    void forget();
 
     X11Connection &m_connection;
     X11Presses m_presses;
@@ -48,6 +47,7 @@ private:
     std::unique_ptr<PopoverWindow> m_window;
     PopoverSurroundings m_surroundings;
     QPointer<QScreen> m_screen; ///< the item's
+    QMetaObject::Connection m_screenChange;
     ReopenGuard m_guard;
     QElapsedTimer m_clock;
     QTimer m_placeSoon;

@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QStyleHints>
 
 namespace {
 
@@ -24,7 +25,19 @@ public:
     }
 
 protected:
-    void mousePressEvent(QMouseEvent *) override { window()->startSystemMove(); }
+    // Not at the press: a window manager that hears of it after the release would go on moving.
+    void mousePressEvent(QMouseEvent *event) override { m_pressedAt = event->position(); }
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        if ((event->position() - m_pressedAt).manhattanLength()
+            >= QGuiApplication::styleHints()->startDragDistance()) {
+            ungrabMouse();
+            window()->startSystemMove();
+        }
+    }
+
+private:
+    QPointF m_pressedAt;
 };
 
 } // namespace
@@ -48,8 +61,6 @@ void LinuxWindowStyle::activate(QQuickWindow &window)
 {
     if (window.windowStates().testFlag(Qt::WindowMinimized))
         window.showNormal();
-    else
-        window.show();
     window.raise();
     window.requestActivate();
     // A window manager that does not know the window yet would not listen.

@@ -12,6 +12,14 @@ constexpr int OutMilliseconds = 110;
 constexpr qreal Slide = 6; // logical pixels, from the panel's side
 constexpr qreal FirstProgress = 0.2; // the first frame already shows something
 
+/// Rows and columns know their size only once they are laid out, innermost first.
+void layOut(QQuickItem &item)
+{
+    for (QQuickItem *child : item.childItems())
+        layOut(*child);
+    item.ensurePolished();
+}
+
 } // namespace
 
 PopoverWindow::PopoverWindow(std::unique_ptr<QQuickItem> content, FrameStyle style,
@@ -51,6 +59,7 @@ PopoverWindow::~PopoverWindow()
 
 QSize PopoverWindow::wantedSize() const
 {
+    layOut(*m_content);
     return QSize(static_cast<int>(std::ceil(m_content->implicitWidth())),
                  static_cast<int>(std::ceil(m_content->implicitHeight())));
 }

@@ -5,6 +5,7 @@
 namespace {
 
 constexpr qint64 ClickMilliseconds = 400; // a panel may take its time to report a click
+constexpr qint64 PressMilliseconds = 2000; // a release may pass unseen
 constexpr int Tolerance = 8; // logical pixels: panels report a point beside the press, too
 
 } // namespace
@@ -12,7 +13,7 @@ constexpr int Tolerance = 8; // logical pixels: panels report a point beside the
 void ReopenGuard::closedByPress(std::optional<QPoint> place, qint64 now)
 {
     // Without a place there is no release to wait for either.
-    m_press = Press{place, place ? std::nullopt : std::optional(now)};
+    m_press = Press{place, now, place ? std::nullopt : std::optional(now)};
 }
 
 void ReopenGuard::released(qint64 now)
@@ -24,7 +25,9 @@ void ReopenGuard::released(qint64 now)
 bool ReopenGuard::swallows(const QRect &item, qint64 now)
 {
     const std::optional<Press> press = std::exchange(m_press, std::nullopt);
-    if (!press || (press->releasedAt && now - *press->releasedAt > ClickMilliseconds))
+    if (!press
+        || now
+            > press->releasedAt.value_or(press->pressedAt + PressMilliseconds) + ClickMilliseconds)
         return false;
     return item.isEmpty() || !press->place
         || item.adjusted(-Tolerance, -Tolerance, Tolerance, Tolerance).contains(*press->place);

@@ -21,7 +21,8 @@ public:
 private:
     struct Press {
         std::optional<QPoint> place;
-        std::optional<qint64> releasedAt; ///< absent while the button is down
+        qint64 pressedAt;
+        std::optional<qint64> releasedAt; ///< absent until it is seen
     };
     std::optional<Press> m_press;
 };

@@ -10,8 +10,8 @@ T.AbstractButton {
     font.pixelSize: Theme.points(13)
     font.underline: link.hovered
     Accessible.name: link.text
-    Keys.onReturnPressed: link.clicked()
-    Keys.onEnterPressed: link.clicked()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) link.clicked() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) link.clicked() }
 
     contentItem: Text {
         text: link.text

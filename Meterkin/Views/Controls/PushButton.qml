@@ -15,8 +15,8 @@ T.Button {
     bottomPadding: 4
     font.pixelSize: Theme.points(13)
     Accessible.name: button.text
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
 
     contentItem: Text {
         text: button.text
@@ -29,8 +29,7 @@ T.Button {
     }
     background: Rectangle {
         radius: 6
-        color: button.down ? Theme.separator
-            : button.hovered ? Theme.faded(Theme.separator, 0.65) : Theme.faded(Theme.separator, 0.45)
+        color: Theme.faded(Theme.separator, button.down ? 0.6 : button.hovered ? 0.45 : 0.3)
         border.width: 1
         border.color: Theme.separator
 

@@ -17,8 +17,8 @@ T.Button {
     focusPolicy: Qt.TabFocus
 
     Accessible.name: label
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
 
     HoverTip {
         text: button.label
@@ -28,8 +28,12 @@ T.Button {
     background: Rectangle {
         radius: 5
         color: Theme.faded(Theme.primary, button.pressed ? 0.16 : button.hovered ? 0.08 : 0)
-        border.width: button.visualFocus ? 2 : 0
-        border.color: Theme.accent
+
+        FocusRing {
+            visible: button.visualFocus
+            innerRadius: 5
+            distance: -2
+        }
     }
 
     contentItem: SystemSymbol {

@@ -21,8 +21,8 @@ T.TabButton {
     Accessible.selectable: true
     Accessible.selected: button.selected
     Accessible.onPressAction: button.clicked()
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
 
     contentItem: Column {
         spacing: 2
@@ -44,8 +44,8 @@ T.TabButton {
     }
     background: Rectangle {
         radius: 7
-        color: button.selected ? Theme.faded(Theme.separator, 0.45)
-            : button.hovered ? Theme.faded(Theme.separator, 0.3) : "transparent"
+        color: button.selected ? Theme.faded(Theme.separator, 0.35)
+            : button.hovered ? Theme.faded(Theme.separator, 0.2) : "transparent"
 
         FocusRing {
             visible: button.visualFocus

@@ -20,8 +20,8 @@ T.Switch {
     Accessible.name: toggle.text
     Accessible.onPressAction: toggle.ask()
     Accessible.onToggleAction: toggle.ask()
-    Keys.onReturnPressed: toggle.ask()
-    Keys.onEnterPressed: toggle.ask()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) toggle.ask() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) toggle.ask() }
     Component.onCompleted: toggle.checked = toggle.isOn
     onIsOnChanged: toggle.checked = toggle.isOn
     onToggled: toggle.ask()

@@ -16,6 +16,13 @@ QString gibibytes(std::uint64_t bytes)
 
 } // namespace
 
+void DashboardReadings::componentComplete()
+{
+    const bool isActive = m_isActive;
+    setActive(true);
+    setActive(isActive);
+}
+
 void DashboardReadings::setActive(bool active)
 {
     if (m_isActive == active)

@@ -6,12 +6,14 @@
 #include "Views/Dashboard/MetricCard.h"
 
 #include <QProperty>
+#include <QQmlParserStatus>
 #include <QStringList>
 
 /// The readings as the dashboard words them. It follows the models only while it is active, so that
 /// a hidden dashboard costs nothing. Main thread only.
-class DashboardReadings : public QObject {
+class DashboardReadings : public QObject, public QQmlParserStatus {
     Q_OBJECT
+    Q_INTERFACES(QQmlParserStatus)
     QML_ELEMENT
     Q_PROPERTY(DashboardViewModel *viewModel MEMBER m_viewModel NOTIFY modelsChanged REQUIRED FINAL)
     Q_PROPERTY(SettingsViewModel *settings MEMBER m_settings NOTIFY modelsChanged REQUIRED FINAL)
@@ -32,6 +34,10 @@ public:
     using QObject::QObject;
 
     bool isActive() const { return m_isActive; }
+    void classBegin() override { }
+    /// Reads once in any case: a dashboard is measured before it is shown.
+    void componentComplete() override;
+
     /// The models must have been set by the time it becomes active.
     void setActive(bool active);
 

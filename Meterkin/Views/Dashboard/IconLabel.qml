@@ -13,7 +13,7 @@ Row {
     SystemSymbol {
         anchors.verticalCenter: parent.verticalCenter
         name: label.symbol
-        pointSize: Theme.points(9)
+        pointSize: Theme.points(10)
         color: Theme.secondary
     }
 

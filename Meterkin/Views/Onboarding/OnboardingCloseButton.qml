@@ -9,8 +9,8 @@ T.AbstractButton {
     implicitHeight: implicitWidth
     hoverEnabled: true
     Accessible.name: "Close"
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
 
     contentItem: Item {
         SystemSymbol {

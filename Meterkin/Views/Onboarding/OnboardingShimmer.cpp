@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int Stops = 12;
-constexpr int Brightness = 70; // of 255
+constexpr int Brightness = 24; // of 255: the label above it stays legible
 constexpr double HalfWidthPerHeight = 1.1;
 constexpr double SlantPerHeight = 0.35;
 

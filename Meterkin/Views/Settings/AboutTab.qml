@@ -71,7 +71,7 @@ FormPage {
                 }
                 Text {
                     width: parent.width
-                    visible: !page.updaterController.canCheckForUpdates
+                    visible: !page.updaterController.isAvailable
                     text: "Updates are not available on this computer."
                     font.pixelSize: Theme.points(11)
                     color: Theme.secondary

@@ -16,21 +16,8 @@ Flickable {
     clip: true
     onFocusedChanged: page.contentY = Scrolling.revealing(page.focused, column, page.contentY, page.height)
 
-    T.ScrollBar.vertical: T.ScrollBar {
-        id: bar
-
-        implicitWidth: 10
-        padding: 2
-        minimumSize: 0.1
-        visible: page.interactive
+    T.ScrollBar.vertical: ScrollIndicator {
         Accessible.ignored: true
-
-        contentItem: Rectangle {
-            implicitWidth: 6
-            radius: 3
-            color: Theme.controlBorder
-            opacity: bar.pressed || bar.hovered ? 1.0 : 0.6
-        }
     }
 
     // A click beside the controls ends the typing.

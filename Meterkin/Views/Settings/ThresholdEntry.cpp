@@ -57,9 +57,11 @@ double ThresholdEntry::entered(int metric, const QString &typed, double value) c
         digits = digits.chopped(unit.size()).trimmed();
     bool isNumber = false;
     const qlonglong number = digits.toLongLong(&isNumber);
+    if (!isNumber)
+        return value;
     const Bounds &bounds = boundsOf(metric);
-    return isNumber ? std::clamp(static_cast<double>(number), bounds.minimum, bounds.maximum)
-                    : value;
+    const double whole = std::round(static_cast<double>(number) / bounds.step) * bounds.step;
+    return std::clamp(whole, bounds.minimum, bounds.maximum);
 }
 
 double ThresholdEntry::stepped(int metric, double value, int steps) const

@@ -20,7 +20,8 @@ public:
 
     /// With the unit and without decimals.
     Q_INVOKABLE QString text(int metric, double value) const;
-    /// The number typed, with or without the unit, within the bounds; `value` when it is none.
+    /// The number typed, with or without the unit, to the nearest whole step within the bounds;
+    /// `value` when it is none.
     Q_INVOKABLE double entered(int metric, const QString &typed, double value) const;
     /// So many steps away from the value, at most at a bound. A value that is beyond the bound
     /// already stays.
