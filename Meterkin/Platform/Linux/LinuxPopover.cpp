@@ -72,7 +72,7 @@ void LinuxPopover::show(const QRect &item)
     m_window->show();
     m_window->raise();
     m_window->animateIn();
-    if (onX11())
+    if (takesFocusItself())
         m_presses.start();
     else
         m_window->requestActivate();
@@ -93,12 +93,19 @@ bool LinuxPopover::onX11() const
     return m_connection.isOpen() && QGuiApplication::platformName() == u"xcb";
 }
 
+bool LinuxPopover::takesFocusItself() const
+{
+    // Xwayland sees no press on other surfaces, and its window manager is the compositor: there it
+    // has to be one of the compositor's own windows to get the keyboard and to lose it again.
+    return onX11() && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
 void LinuxPopover::makeWindow(FrameStyle style)
 {
     m_focus.giveBack();
     m_window.reset();
     // An ordinary type of window: some compositors refuse the keyboard to menus and tools.
-    const Qt::WindowFlags flags = onX11()
+    const Qt::WindowFlags flags = takesFocusItself()
         ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
         : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     m_window = std::make_unique<PopoverWindow>(m_make(), style, flags);
@@ -107,7 +114,7 @@ void LinuxPopover::makeWindow(FrameStyle style)
     connect(m_window.get(), &PopoverWindow::hidden, this, &LinuxPopover::handleHidden);
     connect(m_window.get(), &PopoverWindow::wantedSizeChanged, this,
             [this] { m_placeSoon.start(0); });
-    if (!onX11()) {
+    if (!takesFocusItself()) {
         connect(m_window.get(), &QWindow::activeChanged, this, [this] {
             if (!m_window->isActive())
                 closeByPress(std::nullopt);
@@ -140,7 +147,7 @@ void LinuxPopover::place()
     if (!m_window || !m_screen)
         return;
     m_window->place(placePopover(m_surroundings, m_window->wantedSize()), *m_screen);
-    if (!onX11()) {
+    if (!takesFocusItself()) {
         // A window of one possible size floats, also under a tiling compositor.
         m_window->setMinimumSize(m_window->size());
         m_window->setMaximumSize(m_window->size());
@@ -150,7 +157,7 @@ void LinuxPopover::place()
 
 void LinuxPopover::handleExposure()
 {
-    if (onX11() && m_shown && std::exchange(m_wantsFocus, false))
+    if (takesFocusItself() && m_shown && std::exchange(m_wantsFocus, false))
         m_focus.take(static_cast<xcb_window_t>(m_window->winId()));
 }
 
@@ -178,7 +185,7 @@ void LinuxPopover::leaveShadowToOthers()
 
 void LinuxPopover::handlePress()
 {
-    if (!m_shown || !onX11())
+    if (!m_shown || !takesFocusItself())
         return;
     const X11Presses::Pointer pointer =
         m_presses.pointer(static_cast<xcb_window_t>(m_window->winId()));

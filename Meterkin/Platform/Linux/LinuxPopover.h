@@ -11,8 +11,8 @@
 #include <QTimer>
 
 /// The popover of a Linux desktop. On X11 it places itself and takes the keyboard whatever the
-/// window manager thinks; on Wayland the compositor places it. Window and content live from the
-/// first show until some time after the last.
+/// window manager thinks; under Xwayland it asks for both; on Wayland the compositor places it.
+/// Window and content live from the first show until some time after the last.
 class LinuxPopover : public QObject, public PopoverContainer {
     Q_OBJECT
 
@@ -28,6 +28,8 @@ public:
 
 private:
     bool onX11() const;
+    /// Whether it goes past the window manager, which is how it is exact and quick on X11.
+    bool takesFocusItself() const;
     void makeWindow(FrameStyle style);
     void lookAround(const QRect &item);
     void place();
