@@ -19,7 +19,7 @@ QtObject {
     readonly property color orange: dark ? "#ff9f40" : "#b04700"
 
     readonly property color green: dark ? "#3ddc68" : "#1a7a35"
-    readonly property color yellow: dark ? "#f5c518" : "#8a6000"
+    readonly property color yellow: dark ? "#f5c518" : "#946700"
     readonly property color red: dark ? "#ff7069" : "#c41e26"
 
     // The size in pixels of a text designed with that many points.

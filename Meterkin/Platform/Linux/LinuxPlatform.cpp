@@ -10,11 +10,11 @@
 namespace {
 
 // On X11 the size of texts is part of the screen's scale, which the kit follows by itself.
-PortalAppearance::TextScale textScaleSource()
+LinuxAppearance::TextScale textScaleSource()
 {
     return QGuiApplication::platformName() == QStringLiteral("xcb")
-        ? PortalAppearance::TextScale::FromWindowSystem
-        : PortalAppearance::TextScale::FromPortal;
+        ? LinuxAppearance::TextScale::FromWindowSystem
+        : LinuxAppearance::TextScale::FromPortal;
 }
 
 } // namespace
@@ -22,8 +22,12 @@ PortalAppearance::TextScale textScaleSource()
 LinuxPlatform::LinuxPlatform()
     : m_popover(m_x11)
     , m_windowStyle(m_x11)
+    , m_xsettings(m_x11)
     , m_appearance(m_bus, textScaleSource())
 {
+    const auto passTheme = [this] { m_appearance.setThemeName(m_xsettings.themeName()); };
+    QObject::connect(&m_xsettings, &XSettings::themeNameChanged, &m_appearance, passTheme);
+    passTheme();
 }
 
 std::unique_ptr<FanControllerConnection> LinuxPlatform::makeFanController()

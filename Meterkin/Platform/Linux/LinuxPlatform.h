@@ -2,11 +2,12 @@
 
 #include "Platform/Linux/DefaultsFile.h"
 #include "Platform/Linux/KeyDownFilter.h"
+#include "Platform/Linux/LinuxAppearance.h"
 #include "Platform/Linux/LinuxPopover.h"
 #include "Platform/Linux/LinuxWindowStyle.h"
-#include "Platform/Linux/PortalAppearance.h"
 #include "Platform/Linux/SessionBus.h"
 #include "Platform/Linux/X11Connection.h"
+#include "Platform/Linux/XSettings.h"
 #include "Platform/Platform.h"
 
 #include <malloc.h>
@@ -35,5 +36,6 @@ private:
     LinuxPopover m_popover;
     LinuxWindowStyle m_windowStyle;
     KeyDownFilter m_keyDownFilter;
-    PortalAppearance m_appearance;
+    XSettings m_xsettings;
+    LinuxAppearance m_appearance;
 };

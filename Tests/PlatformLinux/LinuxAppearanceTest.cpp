@@ -1,4 +1,4 @@
-#include "Platform/Linux/PortalAppearance.h"
+#include "Platform/Linux/LinuxAppearance.h"
 #include "Support/PrivateBus.h"
 #include "Support/TestMain.h"
 
@@ -53,16 +53,25 @@ private:
 
 } // namespace
 
-class PortalAppearanceTest : public QObject {
+class LinuxAppearanceTest : public QObject {
     Q_OBJECT
 
 private slots:
+    void knowsDarkThemes()
+    {
+        for (const char *name :
+             {"Adwaita-dark", "ARC-DARK", "Breeze Dark", "BreezeDark", "DarkMint"})
+            QVERIFY2(isDarkThemeName(QString::fromUtf8(name)), name);
+        for (const char *name : {"", "Adwaita", "Darkness", "Arc-Darker", "Endarken", "DARKNESS"})
+            QVERIFY2(!isDarkThemeName(QString::fromUtf8(name)), name);
+    }
+
     void followsThePortal()
     {
         PrivateBus daemon;
         SessionBus bus;
         QTRY_VERIFY(bus.connection());
-        PortalAppearance appearance(bus, PortalAppearance::TextScale::FromPortal);
+        LinuxAppearance appearance(bus, LinuxAppearance::TextScale::FromPortal);
         QVERIFY(!appearance.isDark()); // nobody there yet
 
         auto portal = std::make_unique<ScriptedPortal>(daemon.connectClient());
@@ -80,6 +89,18 @@ private slots:
         }
         QCOMPARE(changes.size(), 4);
 
+        appearance.setThemeName(u"Arc");
+        QVERIFY(appearance.isDark());
+        portal->announceScheme(2U);
+        QTRY_VERIFY(!appearance.isDark());
+        appearance.setThemeName(u"Arc-Dark");
+        QVERIFY(!appearance.isDark());
+        portal->announceScheme(0U);
+        QTRY_VERIFY(appearance.isDark());
+        appearance.setThemeName(u"");
+        QVERIFY(!appearance.isDark());
+        QCOMPARE(changes.size(), 7);
+
         portal.reset(); // as it was, until a new one says otherwise
         portal = std::make_unique<ScriptedPortal>(daemon.connectClient());
         portal->textScale = std::numeric_limits<double>::quiet_NaN();
@@ -94,5 +115,5 @@ private slots:
     }
 };
 
-METERKIN_TEST(PortalAppearanceTest);
-#include "PortalAppearanceTest.moc"
+METERKIN_TEST(LinuxAppearanceTest);
+#include "LinuxAppearanceTest.moc"

@@ -1,4 +1,4 @@
-#include "Platform/Linux/PortalAppearance.h"
+#include "Platform/Linux/LinuxAppearance.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,7 +14,6 @@ const QString schemeKey = QStringLiteral("color-scheme");
 const QString textGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString textKey = QStringLiteral("text-scaling-factor");
 
-constexpr uint PreferDark = 1;
 constexpr double LeastTextScale = 0.5; // what desktops offer, and a bound for what they may send
 constexpr double MostTextScale = 3.0;
 
@@ -26,20 +25,56 @@ QVariant unwrapped(QVariant value)
     return value;
 }
 
+/// Whether one word part ends and another begins between two characters.
+bool isBreak(QChar left, QChar right)
+{
+    return !left.isLetter() || !right.isLetter() || (left.isLower() && right.isUpper());
+}
+
 } // namespace
 
-PortalAppearance::PortalAppearance(SessionBus &bus, TextScale source, QObject *parent)
+bool isDarkThemeName(QStringView name)
+{
+    const QStringView word = u"dark";
+    qsizetype begin = name.indexOf(word, 0, Qt::CaseInsensitive);
+    for (; begin >= 0; begin = name.indexOf(word, begin + 1, Qt::CaseInsensitive)) {
+        const qsizetype end = begin + word.size();
+        const QChar before = begin > 0 ? name[begin - 1] : QChar();
+        const QChar after = end < name.size() ? name[end] : QChar();
+        // Nothing longer: a "Darker" variant is mostly a light theme with dark title bars.
+        if (isBreak(before, name[begin]) && isBreak(name[end - 1], after))
+            return true;
+    }
+    return false;
+}
+
+LinuxAppearance::LinuxAppearance(SessionBus &bus, TextScale source, QObject *parent)
     : DesktopAppearance(parent)
     , m_bus(bus)
     , m_source(source)
 {
-    connect(&bus, &SessionBus::connected, this, &PortalAppearance::follow);
+    // Connecting the slot to the bus fails as long as nobody has used this type.
+    qRegisterMetaType<QDBusVariant>();
+    connect(&bus, &SessionBus::connected, this, &LinuxAppearance::follow);
     connect(&bus, &SessionBus::disconnected, this, [this] { m_portal.reset(); });
     if (bus.connection())
         follow();
 }
 
-void PortalAppearance::follow()
+bool LinuxAppearance::isDark() const
+{
+    return m_scheme == Scheme::Dark || (m_scheme != Scheme::Light && m_isThemeDark);
+}
+
+void LinuxAppearance::setThemeName(QStringView name)
+{
+    const bool wasDark = isDark();
+    m_isThemeDark = isDarkThemeName(name);
+    if (isDark() != wasDark)
+        emit changed();
+}
+
+void LinuxAppearance::follow()
 {
     QDBusConnection connection = *m_bus.connection();
     m_portal = std::make_unique<QDBusServiceWatcher>(service, connection,
@@ -51,14 +86,14 @@ void PortalAppearance::follow()
     ask();
 }
 
-void PortalAppearance::ask()
+void LinuxAppearance::ask()
 {
     ask(appearanceGroup, schemeKey);
     if (m_source == TextScale::FromPortal)
         ask(textGroup, textKey);
 }
 
-void PortalAppearance::ask(const QString &group, const QString &key)
+void LinuxAppearance::ask(const QString &group, const QString &key)
 {
     QDBusMessage call =
         QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
@@ -69,13 +104,14 @@ void PortalAppearance::ask(const QString &group, const QString &key)
     });
 }
 
-void PortalAppearance::take(const QString &group, const QString &key, const QDBusVariant &value)
+void LinuxAppearance::take(const QString &group, const QString &key, const QDBusVariant &value)
 {
     const QVariant content = unwrapped(value.variant());
     bool differs = false;
     if (group == appearanceGroup && key == schemeKey) {
-        const bool isDark = content.toUInt() == PreferDark;
-        differs = std::exchange(m_isDark, isDark) != isDark;
+        const bool wasDark = isDark();
+        m_scheme = static_cast<Scheme>(content.toUInt());
+        differs = isDark() != wasDark;
     } else if (group == textGroup && key == textKey && m_source == TextScale::FromPortal) {
         const double told = content.toDouble();
         const double scale = std::isfinite(told) && told > 0.0

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Platform/DesktopAppearance.h"
+#include "Platform/Linux/SessionBus.h"
+
+#include <QDBusServiceWatcher>
+#include <QDBusVariant>
+#include <QStringView>
+
+#include <memory>
+
+/// Whether a theme with such a name is a dark one: it has "dark", in any case, as a word part of
+/// its own, as in "Adwaita-dark" or "BreezeDark".
+bool isDarkThemeName(QStringView name);
+
+/// The desktop's colour scheme and text size as its portal tells them, and as last told when it
+/// goes away. Without a portal texts are unscaled, and as long as it prefers no scheme the theme's
+/// name decides. Main thread only.
+class LinuxAppearance : public DesktopAppearance {
+    Q_OBJECT
+
+public:
+    /// Whether the window system's own scale says how large texts are to be, as it does on X11, or
+    /// the portal has to.
+    enum class TextScale { FromWindowSystem, FromPortal };
+
+    /// The bus outlives it.
+    LinuxAppearance(SessionBus &bus, TextScale source, QObject *parent = nullptr);
+
+    bool isDark() const override;
+    double textScale() const override { return m_textScale; }
+
+    /// The theme that the desktop names apart from the portal; light when empty.
+    void setThemeName(QStringView name);
+
+private slots:
+    void take(const QString &group, const QString &key, const QDBusVariant &value);
+
+private:
+    /// The portal's numbers; any other means no preference, too.
+    enum class Scheme : uint { NoPreference = 0, Dark = 1, Light = 2 };
+
+    void follow();
+    void ask();
+    void ask(const QString &group, const QString &key);
+
+    SessionBus &m_bus;
+    TextScale m_source;
+    std::unique_ptr<QDBusServiceWatcher> m_portal;
+    Scheme m_scheme = Scheme::NoPreference;
+    bool m_isThemeDark = false;
+    double m_textScale = 1.0;
+};
