@@ -1,5 +1,6 @@
 #include "Views/ViewEngine.h"
 
+#include <QLoggingCategory>
 #include <QQmlComponent>
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -11,6 +12,8 @@ Q_IMPORT_QML_PLUGIN(Meterkin_ViewsPlugin)
 ViewEngine::ViewEngine(QObject *parent)
     : QQmlEngine(parent)
 {
+    // At every move of a spin button's caret the kit says that it cannot tell assistive techniques.
+    QLoggingCategory::setFilterRules(QStringLiteral("qt.accessibility.atspi.warning=false"));
     addImportPath(QStringLiteral(":/"));
 }
 

@@ -10,6 +10,7 @@ T.AbstractButton {
     font.pixelSize: Theme.points(13)
     font.underline: link.hovered
     Accessible.name: link.text
+    Accessible.onPressAction: link.clicked()
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) link.clicked() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) link.clicked() }
 

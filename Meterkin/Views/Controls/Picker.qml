@@ -10,6 +10,8 @@ T.ComboBox {
 
     required property string name
 
+    readonly property bool isInSight: picker.Window.visibility !== Window.Hidden
+
     function opens(): bool {
         if (picker.popup.visible)
             return false
@@ -26,8 +28,12 @@ T.ComboBox {
     bottomPadding: 4
     font.pixelSize: Theme.points(13)
     Accessible.name: picker.name
-    Accessible.description: picker.displayText
+    // With an open list, what the arrow keys are at: the focus stays here.
+    Accessible.description: picker.popup.visible && picker.highlightedIndex >= 0
+        ? picker.textAt(picker.highlightedIndex) : picker.displayText
     Accessible.onPressAction: picker.popup.open()
+    // Also when the program ends, for the sake of what the list's items have to tell.
+    onIsInSightChanged: picker.popup.close()
     // The open list takes these keys itself.
     Keys.onReturnPressed: event => event.accepted = picker.opens()
     Keys.onEnterPressed: event => event.accepted = picker.opens()
@@ -88,9 +94,13 @@ T.ComboBox {
         text: choice.modelData
         font.pixelSize: Theme.points(13)
         highlighted: picker.highlightedIndex === choice.index
+        // Out of sight it must be unknown: when it is destroyed, the kit would tell assistive
+        // techniques of a change and crash in asking the half of it that is gone.
+        Accessible.ignored: !picker.popup.visible
         Accessible.name: choice.text
         Accessible.selectable: true
         Accessible.selected: choice.isChosen
+        Accessible.onPressAction: choice.clicked()
 
         contentItem: Text {
             text: choice.text
@@ -130,6 +140,11 @@ T.ComboBox {
             currentIndex: picker.highlightedIndex
             Accessible.role: Accessible.List
             Accessible.name: picker.name
+            // The frame around it, which is told apart by this only.
+            onParentChanged: {
+                if (parent)
+                    parent.Accessible.name = picker.name
+            }
         }
         background: Rectangle {
             radius: 9

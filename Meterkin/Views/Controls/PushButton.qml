@@ -14,7 +14,14 @@ T.Button {
     topPadding: 4
     bottomPadding: 4
     font.pixelSize: Theme.points(13)
+    // All that tells assistive techniques that it is disabled.
+    activeFocusOnTab: button.enabled
+    Accessible.focusable: button.enabled
     Accessible.name: button.text
+    Accessible.onPressAction: {
+        if (button.enabled)
+            button.clicked()
+    }
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
 

@@ -12,6 +12,7 @@ T.ScrollBar {
     policy: T.ScrollBar.AsNeeded
     minimumSize: 0.1
     hoverEnabled: true
+    Accessible.ignored: true
 
     contentItem: Rectangle {
         implicitWidth: 4

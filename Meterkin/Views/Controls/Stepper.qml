@@ -31,8 +31,17 @@ Item {
         stepper.choose(ThresholdEntry.stepped(stepper.metric, stepper.typedValue(), steps))
     }
 
+    function chooseNumber(wish: real): void {
+        // Written so, a threshold that is no number differs from nothing.
+        if (Math.abs(wish - stepper.value) > 0)
+            stepper.choose(ThresholdEntry.entered(stepper.metric, ThresholdEntry.text(stepper.metric, wish), stepper.value))
+        if (Math.abs(field.value - stepper.value) > 0)
+            field.value = stepper.value
+    }
+
     implicitWidth: stepper.fieldWidth * Appearance.textScale + 4 + buttons.width
     implicitHeight: field.implicitHeight
+    onValueChanged: field.value = stepper.value
     onValueTextChanged: field.text = stepper.valueText
 
     WheelHandler {
@@ -63,8 +72,8 @@ Item {
     TextInput {
         id: field
 
-        // Assistive techniques look for these names.
-        readonly property real value: stepper.value
+        // Assistive techniques look for these names, and write the value.
+        property real value: 0
         readonly property real minimumValue: ThresholdEntry.minimum(stepper.metric)
         readonly property real maximumValue: ThresholdEntry.maximum(stepper.metric)
         readonly property real stepSize: ThresholdEntry.step(stepper.metric)
@@ -89,6 +98,7 @@ Item {
         Accessible.name: stepper.name
         Accessible.onIncreaseAction: stepper.step(1)
         Accessible.onDecreaseAction: stepper.step(-1)
+        onValueChanged: stepper.chooseNumber(field.value)
         onActiveFocusChanged: {
             if (field.activeFocus)
                 field.selectAll()

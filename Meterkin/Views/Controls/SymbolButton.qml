@@ -17,6 +17,7 @@ T.Button {
     focusPolicy: Qt.TabFocus
 
     Accessible.name: label
+    Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
 

@@ -1,5 +1,6 @@
 #include "Views/Dashboard/CoreBarChart.h"
 
+#include "Model/SystemMetric.h"
 #include "Model/ThresholdTier.h"
 
 #include <QPainter>
@@ -44,6 +45,14 @@ void CoreBarChart::setPerCoreUsage(const QList<double> &usage)
         return;
     m_perCoreUsage = usage;
     emit changed();
+}
+
+QString CoreBarChart::text() const
+{
+    QStringList parts;
+    for (const double usage : m_perCoreUsage)
+        parts << valueText(SystemMetric::cpuUsage, usage);
+    return parts.join(QStringLiteral(", "));
 }
 
 void CoreBarChart::setBarHeight(double height)

@@ -18,6 +18,8 @@ class CoreBarChart : public QQuickPaintedItem {
     Q_PROPERTY(double greenThreshold MEMBER m_greenThreshold NOTIFY changed FINAL)
     Q_PROPERTY(double yellowThreshold MEMBER m_yellowThreshold NOTIFY changed FINAL)
     Q_PROPERTY(double barHeight READ barHeight WRITE setBarHeight NOTIFY changed FINAL)
+    /// What the bars say, in words.
+    Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
     Q_PROPERTY(QColor green MEMBER m_green NOTIFY changed FINAL)
     Q_PROPERTY(QColor yellow MEMBER m_yellow NOTIFY changed FINAL)
     Q_PROPERTY(QColor red MEMBER m_red NOTIFY changed FINAL)
@@ -28,6 +30,7 @@ public:
     QList<double> perCoreUsage() const { return m_perCoreUsage; }
     /// Percent, in the cores' order.
     void setPerCoreUsage(const QList<double> &usage);
+    QString text() const;
     double barHeight() const { return m_barHeight; }
     /// The height of a bar at 100 percent.
     void setBarHeight(double height);

@@ -42,6 +42,7 @@ Column {
             red: Theme.red
             Accessible.role: Accessible.Chart
             Accessible.name: "Per-Core"
+            Accessible.description: text
         }
     }
 }

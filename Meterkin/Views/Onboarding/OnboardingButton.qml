@@ -15,6 +15,7 @@ T.AbstractButton {
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     hoverEnabled: true
     Accessible.name: text
+    Accessible.onPressAction: button.clicked()
 
     contentItem: Row {
         spacing: Theme.points(8)

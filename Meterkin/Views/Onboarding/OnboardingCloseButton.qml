@@ -9,6 +9,7 @@ T.AbstractButton {
     implicitHeight: implicitWidth
     hoverEnabled: true
     Accessible.name: "Close"
+    Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
 

@@ -67,9 +67,11 @@ FormPage {
                     anchors.horizontalCenter: parent.horizontalCenter
                     text: "Check for Updates…"
                     enabled: page.updaterController.canCheckForUpdates
+                    Accessible.description: reason.visible ? reason.text : ""
                     onClicked: page.checkForUpdates()
                 }
                 Text {
+                    id: reason
                     width: parent.width
                     visible: !page.updaterController.isAvailable
                     text: "Updates are not available on this computer."

@@ -10,6 +10,7 @@ Column {
 
     width: parent ? parent.width - 40 : 0
     spacing: 6
+    Accessible.ignored: section.title === ""
     Accessible.role: Accessible.Grouping
     Accessible.name: section.title
 
@@ -20,6 +21,7 @@ Column {
         font.pixelSize: Theme.points(12)
         font.weight: Font.DemiBold
         color: Theme.secondary
+        Accessible.ignored: section.title === ""
         Accessible.role: Accessible.Heading
         Accessible.name: section.title
     }

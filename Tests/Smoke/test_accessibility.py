@@ -1,0 +1,129 @@
+"""All that can be read, pressed and set, as a screen reader has it from the accessible tree."""
+import json
+import subprocess
+import unittest
+from pathlib import Path
+
+from smoke_case import Hardware, SmokeCase
+
+TREE = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("accessible_tree.py")))
+CONTROLS = ("page tab", "push button", "check box", "combo box", "spin button", "list item")
+TABS = {    # with all that the keyboard reaches
+    "General": ("combo box: Show in menu bar:", "combo box: Read metrics every:",
+                "check box: Enable global hotkey", "check box: Launch at login",
+                "push button: Record"),
+    "Alerts": ("check box: Fan Speed", "check box: Memory Usage", "check box: CPU Usage"),
+    "About": ("check box: Automatically download updates",),
+    "Thresholds": tuple(f"spin button: {metric}, {color} below:" for color in ("Green", "Yellow")
+                        for metric in ("Fan Speed", "Memory Usage", "CPU Usage"))}
+TOGGLES = dict(zip(
+    (label for tab in TABS.values() for label in tab if label.startswith("check box")),
+    ("hotkeyEnabled", "launchAtLogin", "alertFanSpeed", "alertMemory", "alertCPUUsage",
+     "SUAutomaticallyUpdate")))
+STEPPERS = (("Fan Speed, Green below:", "Increase", "do", "fanSpeedGreen=2100"),
+            ("Memory Usage, Green below:", "55", "set", "memoryGreen=55"),
+            ("Memory Usage, Yellow below:", "400", "set", "memoryYellow=100"))
+CARDS = ("label: Memory Usage, 6.7 / 16.0 GB (42%)", "label: CPU Usage, 37.5%", "chart: Per-Core",
+         "label: Fan Speed, 1850 RPM", "label: Range: 600 - 6000 RPM")
+SCREENS = (("label: Welcome to meterkin", "push button: Get Started"),
+           ("label: You're all set.", "label: 3200 RPM", "push button: Start Using meterkin"))
+
+
+class TestAccessibility(SmokeCase):
+    settings = {"updateInterval": 0.5, "onboardingShown": "true"} | {
+        key: "true" if index % 2 else "false" for index, key in enumerate(TOGGLES.values())}
+
+    def start_listened_to(self, **settings):
+        self.open_desktop()
+        self.write_settings(**settings)
+        self.desktop.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self.hardware = Hardware(self.desktop.folder / "hardware")
+        self.hardware.set_fan(1850)
+        self.desktop.spawn([*TREE, "listen"], "focus", stderr=subprocess.DEVNULL)
+        self.start(self.hardware.command_prefix())
+        self.wait_for_item(text="42%")
+
+    def showing(self):
+        """By label; checks what holds for every element at any time."""
+        found = {}
+
+        def collect(element, window):
+            label, states = element["label"], element["states"]
+            self.assertNotIn(element["role"], ("", "unknown", "invalid"), label)
+            self.assertTrue(element["actions"] or element["role"] not in CONTROLS, label)
+            self.assertTrue(element["name"] or not {"focusable", "showing"} & set(states), label)
+            if "showing" in states:
+                self.assertTrue(element["area"] and "showing" in window["states"], label)
+                found[label] = element
+            for child in element["children"]:
+                collect(child, window)
+        for window in json.loads(self.desktop.wait(lambda: self.desktop.run(*TREE))):
+            collect(window, window)
+        return found
+
+    def wait_to_show(self, *labels, gone=()):
+        def shown():
+            self.hardware.run_processor(75, 125)
+            seen = self.showing()
+            return [seen] if set(labels) <= set(seen) and not set(gone) & set(seen) else None
+        return self.desktop.wait(shown, what=f"{labels} and no {gone} in the tree")[0]
+
+    def act(self, label, wish="Press", verb="do", setting=""):
+        """Also waits for the setting that comes of it."""
+        self.desktop.wait(lambda: self.desktop.run(*TREE, verb, label, wish) == "true\n",
+                          what=f"{wish} for {label}")
+        self.desktop.wait(lambda: f"{setting}\n" in self.settings_file().read_text(), what=setting)
+
+    def open_dashboard(self):
+        self.desktop.run(self.program_path)     # a second start shows what the first one has
+        return self.wait_to_show("frame: meterkin", *CARDS)
+
+    def test_dashboard(self):
+        self.start_listened_to()
+        self.assertEqual(self.open_dashboard()["chart: Per-Core"]["description"], "38%, 38%")
+        self.act("push button: Quit meterkin")
+        self.assertEqual((self.program.wait(10), self.complaints()), (0, ""))
+
+    def test_settings(self):
+        self.start_listened_to()
+        self.open_dashboard()
+        self.act("push button: Open Settings")
+        self.wait_to_show("frame: meterkin Settings", gone=["frame: meterkin"])
+        for tab, controls in TABS.items():
+            self.act(f"page tab: {tab}")
+            seen = self.wait_to_show(*controls)
+            self.assertEqual([label for label in seen if "selected" in seen[label]["states"]],
+                             [f"page tab: {tab}"])
+            reached = [*controls, *(f"page tab: {name}" for name in TABS)]
+            self.assertCountEqual([label for label, element in seen.items() if element["role"] in
+                                   CONTROLS and "focusable" in element["states"]], reached)
+            self.desktop.run("xdotool", "key", *["Tab"] * len(reached))
+            self.desktop.wait(lambda: sorted(self.desktop.log("focus").read_text().splitlines()
+                                             [-len(reached):]) == sorted(reached), what=reached)
+            for label in set(controls) & set(TOGGLES):
+                checked = "checked" in seen[label]["states"]
+                self.assertEqual(checked, self.settings[TOGGLES[label]] == "true", label)
+                self.act(label, "Toggle", setting=f"{TOGGLES[label]}={str(not checked).lower()}")
+                self.assertEqual("checked" in self.showing()[label]["states"], not checked, label)
+        for name, wish, verb, setting in STEPPERS:
+            self.act(f"spin button: {name}", wish, verb, setting)
+            self.assertEqual(self.showing()[f"spin button: {name}"]["value"],
+                             float(setting.partition("=")[2]))
+        self.act("page tab: General")
+        self.act("combo box: Show in menu bar:")
+        self.act("list item: CPU Usage", setting="menuBarMetric=CPU Usage")
+        self.act("combo box: Read metrics every:")
+        self.wait_to_show("list item: 10 seconds")
+        self.stop()     # with a list that is open
+
+    def test_onboarding(self):
+        self.start_listened_to(onboardingShown="false")
+        for labels, others in (SCREENS, SCREENS[::-1]):
+            self.wait_to_show(*labels, gone=others)
+            self.act(labels[-1], setting="onboardingShown=true")
+        self.wait_to_show(gone=["frame: meterkin"])
+        self.stop()
+
+
+if __name__ == "__main__":
+    unittest.main()
