@@ -1,17 +1,22 @@
 #include "Model/DecimalText.h"
 
-#include <iomanip>
-#include <locale>
-#include <sstream>
+#include <algorithm>
+#include <array>
+#include <cstdio>
 
 QString decimalText(double value, int decimals)
 {
-    // Neither QString, which rounds halves up, nor printf, which follows the user's locale.
-    std::ostringstream stream;
-    stream.imbue(std::locale::classic());
-    stream << std::fixed << std::setprecision(decimals) << value;
-    std::string digits = std::move(stream).str();
-    if (digits.front() == '-' && digits.find_first_of("123456789") == std::string::npos)
-        digits.erase(0, 1); // "-0%" would look like a fault
-    return QString::fromLatin1(digits.data(), static_cast<qsizetype>(digits.size()));
+    // Not QString's own formatting, which rounds halves up. The largest double has 309 digits.
+    std::array<char, 384> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, value);
+    const QLatin1StringView printed(buffer.data());
+    // Between whole and fraction stands what the user's locale has for a point.
+    const qsizetype sign = printed.startsWith(u'-') ? 1 : 0;
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const auto wholeEnd = std::find_if_not(printed.begin() + sign, printed.end(), isDigit);
+    QString text = printed.first(wholeEnd - printed.begin());
+    if (decimals > 0)
+        text += u'.' + printed.last(decimals);
+    const bool isZero = std::ranges::none_of(printed, [](char c) { return c >= '1' && c <= '9'; });
+    return sign != 0 && isZero ? text.sliced(1) : text; // "-0%" would look like a fault
 }

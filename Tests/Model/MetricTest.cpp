@@ -1,9 +1,11 @@
+#include "Model/DecimalText.h"
 #include "Model/SystemMetric.h"
 #include "Model/ThresholdTier.h"
 #include "Support/TestMain.h"
 
 #include <QtTest>
 
+#include <clocale>
 #include <limits>
 
 using OptionalDouble = std::optional<double>;
@@ -52,6 +54,20 @@ private slots:
                  isAbsent ? QStringLiteral("N/A") : number + QStringLiteral(" RPM"));
         for (const SystemMetric metric : {SystemMetric::memoryUsage, SystemMetric::cpuUsage})
             QCOMPARE(valueText(metric, value), isAbsent ? QStringLiteral("N/A") : number + u'%');
+    }
+
+    void decimals()
+    {
+        // Where the system has such a locale, its comma must not show.
+        for (const char *locale : {"C", "de_DE.UTF-8", "fr_FR.UTF-8"}) {
+            std::setlocale(LC_NUMERIC, locale);
+            QCOMPARE(decimalText(8.0, 1), QStringLiteral("8.0"));
+            QCOMPARE(decimalText(0.25, 1), QStringLiteral("0.2"));
+            QCOMPARE(decimalText(37.45, 1), QStringLiteral("37.5"));
+            QCOMPARE(decimalText(-12.34, 1), QStringLiteral("-12.3"));
+            QCOMPARE(decimalText(-0.04, 1), QStringLiteral("0.0"));
+        }
+        std::setlocale(LC_NUMERIC, "C");
     }
 
     void tiers_data()

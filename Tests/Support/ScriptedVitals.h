@@ -70,8 +70,7 @@ public:
     {
         if (!m_vitals->memory)
             return std::nullopt;
-        const double pages = *m_vitals->memory / 100.0
-            * static_cast<double>(m_vitals->totalMemory);
+        const double pages = *m_vitals->memory / 100.0 * static_cast<double>(m_vitals->totalMemory);
         return PageCounts{.pageSize = 1, .active = static_cast<std::uint64_t>(std::llround(pages))};
     }
     std::uint64_t physicalMemory() override { return m_vitals->totalMemory; }
