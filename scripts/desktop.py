@@ -9,7 +9,7 @@ import time
 from panels import PANELS
 from private_desktop import Desktop
 
-SETTLE_SECONDS = 0.5
+SETTLE_SECONDS = 2.5
 ENDING = (signal.SIGINT, signal.SIGTERM, signal.SIGHUP)
 
 
@@ -59,7 +59,7 @@ def look(desktop, program, wanted):
                 if window.name.startswith(wanted.window) and desktop.is_painted(window)]
 
     def settled():
-        # panels arrange themselves anew around an item that has just come
+        # panels arrange themselves anew around an item that has just come, and windows draw in
         before = shown()
         time.sleep(SETTLE_SECONDS)
         return before and shown() == before

@@ -71,6 +71,9 @@ Item {
             opacity: Math.min(1, screen.iconProgress)
             scale: 0.4 + 0.6 * screen.iconProgress
             visible: screen.iconLanded
+            // A painted item is scaled without smoothing, a layer is not.
+            layer.enabled: screen.iconProgress !== 1
+            layer.smooth: true
             Accessible.ignored: true
         }
         OnboardingReveal {
