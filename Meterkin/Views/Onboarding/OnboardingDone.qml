@@ -12,6 +12,7 @@ Item {
     required property bool previewVisible
     required property bool button2Visible
     required property real shimmerPhase
+    required property bool takesFocus // not from where the user has moved it
 
     signal pressed()
 
@@ -115,7 +116,10 @@ Item {
             shown: screen.button2Visible
             duration: 300
             easesIn: true
-            onShownChanged: startUsing.forceActiveFocus(Qt.OtherFocusReason)
+            onShownChanged: {
+                if (screen.takesFocus)
+                    startUsing.forceActiveFocus(Qt.OtherFocusReason)
+            }
 
             OnboardingButton {
                 id: startUsing

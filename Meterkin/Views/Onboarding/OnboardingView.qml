@@ -175,6 +175,7 @@ FocusScope {
             bullet3Visible: view.bullet3Visible
             buttonVisible: view.buttonVisible
             glowPulse: view.glowPulse
+            takesFocus: !closeButton.activeFocus
             onPressed: view.leaveWelcome()
         }
     }
@@ -197,10 +198,13 @@ FocusScope {
             previewVisible: view.previewVisible
             button2Visible: view.button2Visible
             shimmerPhase: view.shimmerPhase
+            takesFocus: !closeButton.activeFocus
             onPressed: view.finish()
         }
     }
     OnboardingCloseButton {
+        id: closeButton
+
         anchors.top: parent.top
         anchors.right: parent.right
         anchors.margins: Theme.points(12)

@@ -14,6 +14,7 @@ Item {
     required property bool bullet3Visible
     required property bool buttonVisible
     required property bool glowPulse
+    required property bool takesFocus // not from where the user has moved it
 
     property real glowLevel: 0.55
     // Wrapped lines end early: as a block, what they fill stands in the middle, not their column.
@@ -138,7 +139,7 @@ Item {
             shown: screen.buttonVisible
             duration: 300
             onShownChanged: {
-                if (screen.enabled)
+                if (screen.enabled && screen.takesFocus)
                     getStarted.forceActiveFocus(Qt.OtherFocusReason)
             }
 
