@@ -44,7 +44,7 @@ class TestAccessibility(SmokeCase):
         self.wait_for_item(text="42%")
 
     def showing(self):
-        """By label; checks what holds for every element at any time."""
+        """By label; checks what holds for every element of a tree that is not about to change."""
         found = {}
 
         def collect(element, window):
@@ -62,11 +62,20 @@ class TestAccessibility(SmokeCase):
         return found
 
     def wait_to_show(self, *labels, gone=()):
+        faults = []
+
         def shown():
             self.hardware.run_processor(75, 125)
-            seen = self.showing()
+            try:
+                seen = self.showing()
+            except AssertionError as fault:
+                faults[:] = [fault]
+                return None
             return [seen] if set(labels) <= set(seen) and not set(gone) & set(seen) else None
-        return self.desktop.wait(shown, what=f"{labels} and no {gone} in the tree")[0]
+        try:
+            return self.desktop.wait(shown, what=f"{labels} and no {gone} in the tree")[0]
+        except TimeoutError as late:
+            raise (faults or [late])[0]
 
     def act(self, label, wish="Press", verb="do", setting=""):
         """Also waits for the setting that comes of it."""
