@@ -26,7 +26,8 @@ constexpr int BlurPasses = 3; // of a box filter: as good as a Gaussian to the e
 void blurLines(const std::vector<float> &from, std::vector<float> &to, int side, int reach)
 {
     const auto at = [side](int line, int place) {
-        return static_cast<std::size_t>(line * side + place);
+        return static_cast<std::size_t>(line) * static_cast<std::size_t>(side)
+            + static_cast<std::size_t>(place);
     };
     const float weight = 1.0F / static_cast<float>(2 * reach + 1);
     for (int line = 0; line < side; ++line) {
