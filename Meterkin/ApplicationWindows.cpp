@@ -63,7 +63,7 @@ ApplicationWindows::~ApplicationWindows()
 {
     // The views before their engine; the popover has given its one back already.
     m_settingsWindow.reset();
-    const auto onboarding = std::move(m_onboardingWindow);
+    m_onboardingWindow.reset();
 }
 
 std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel &model)

@@ -11,10 +11,18 @@ struct HotkeyIdentifier {
     bool operator==(const HotkeyIdentifier &) const = default;
 };
 
+/// The bits of the modifier keys in a stored hot key; no others are ever stored.
+namespace CarbonModifier {
+inline constexpr std::uint32_t command = 0x100;
+inline constexpr std::uint32_t shift = 0x200;
+inline constexpr std::uint32_t option = 0x800;
+inline constexpr std::uint32_t control = 0x1000;
+} // namespace CarbonModifier
+
 /// A key combination as it is stored, the same on every system.
 struct HotkeyCombination {
     std::uint32_t keyCode = 0; ///< virtual key code of the ANSI layout
-    std::uint32_t modifiers = 0; ///< bits: command 0x100, shift 0x200, option 0x800, control 0x1000
+    std::uint32_t modifiers = 0; ///< bits of CarbonModifier
 
     bool operator==(const HotkeyCombination &) const = default;
 };

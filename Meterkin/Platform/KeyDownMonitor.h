@@ -3,13 +3,20 @@
 #include <cstdint>
 #include <functional>
 
+/// The bits of the modifier keys in the flags of a key that went down.
+namespace EventModifier {
+inline constexpr std::uint32_t shift = 0x20000;
+inline constexpr std::uint32_t control = 0x40000;
+inline constexpr std::uint32_t option = 0x80000;
+inline constexpr std::uint32_t command = 0x100000;
+} // namespace EventModifier
+
 /// A key as it went down.
 struct KeyDown {
     static constexpr std::uint32_t NoKeyCode = 255;
 
     std::uint32_t keyCode = NoKeyCode; ///< virtual key code of the ANSI layout
-    /// Shift 0x20000, control 0x40000, option 0x80000, command 0x100000; others as they come.
-    std::uint32_t flags = 0;
+    std::uint32_t flags = 0; ///< bits of EventModifier; others as they come
 };
 
 /// Sees the keys that go down in the program's own windows before the windows do. Keys that are

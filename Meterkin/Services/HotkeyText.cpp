@@ -1,5 +1,8 @@
 #include "Services/HotkeyText.h"
 
+#include "Platform/HotkeyRegistrar.h"
+#include "Platform/KeyDownMonitor.h"
+
 #include <algorithm>
 #include <iterator>
 

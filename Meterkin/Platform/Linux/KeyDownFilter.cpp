@@ -1,7 +1,6 @@
 #include "Platform/Linux/KeyDownFilter.h"
 
 #include "Platform/Linux/KeyPositions.h"
-#include "Services/HotkeyText.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>

@@ -93,7 +93,7 @@ MetricCard DashboardReadings::fanCard() const
 {
     const std::optional<double> speed = m_viewModel->currentValue(SystemMetric::fanSpeed);
     return {.title = QStringLiteral("Fan Speed"),
-            .value = speed ? decimalText(*speed, 0) + speedUnit : absentText,
+            .value = m_viewModel->displayText(SystemMetric::fanSpeed),
             .tier = tierOf(speed, m_settings->thresholds(SystemMetric::fanSpeed)),
             .sparklineData = m_viewModel->fanSpeedHistory(),
             .high = m_viewModel->fanSpeedHigh(),

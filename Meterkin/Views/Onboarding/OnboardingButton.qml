@@ -46,12 +46,8 @@ T.AbstractButton {
             phase: button.shimmerPhase
             visible: button.shimmerPhase > 0
         }
-        Rectangle {
-            anchors.fill: parent
-            anchors.margins: -4
-            radius: height / 2
-            color: "transparent"
-            border.width: 2
+        FocusRing {
+            innerRadius: button.height / 2
             border.color: OnboardingColors.focusRing
             visible: button.visualFocus
         }

@@ -26,7 +26,12 @@ T.AbstractButton {
         radius: height / 2
         color: button.down ? OnboardingColors.border
             : button.hovered ? OnboardingColors.strip : "transparent"
-        border.width: button.visualFocus ? 2 : 0
-        border.color: OnboardingColors.focusRing
+
+        FocusRing {
+            innerRadius: button.height / 2
+            distance: -2
+            border.color: OnboardingColors.focusRing
+            visible: button.visualFocus
+        }
     }
 }

@@ -18,10 +18,9 @@ Item {
     }
 
     Behavior on opacity {
-        NumberAnimation {
+        OnboardingEase {
             duration: reveal.duration
-            easing.type: Easing.BezierSpline
-            easing.bezierCurve: reveal.easesIn ? [0.42, 0, 0.58, 1, 1, 1] : [0, 0, 0.58, 1, 1, 1]
+            easesIn: reveal.easesIn
         }
     }
 }

@@ -86,22 +86,24 @@ FocusScope {
     }
 
     Behavior on turned {
-        EaseInOutAnimation {
+        OnboardingEase {
+            easesIn: true
             duration: 400
         }
     }
     Behavior on circleTrim {
-        EaseOutAnimation {
+        OnboardingEase {
             duration: 400
         }
     }
     Behavior on checkmarkTrim {
-        EaseOutAnimation {
+        OnboardingEase {
             duration: 300
         }
     }
     Behavior on glowOpacity {
-        EaseInOutAnimation {
+        OnboardingEase {
+            easesIn: true
             duration: 1200
         }
     }

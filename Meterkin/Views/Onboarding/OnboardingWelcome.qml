@@ -26,7 +26,7 @@ Item {
     opacity: appeared ? 1 : 0
 
     Behavior on opacity {
-        EaseOutAnimation {
+        OnboardingEase {
             duration: 300
         }
     }
@@ -34,13 +34,15 @@ Item {
         running: screen.glowPulse && screen.visible
         loops: Animation.Infinite
 
-        EaseInOutAnimation {
+        OnboardingEase {
+            easesIn: true
             target: screen
             property: "glowLevel"
             to: 1
             duration: 2000
         }
-        EaseInOutAnimation {
+        OnboardingEase {
+            easesIn: true
             target: screen
             property: "glowLevel"
             to: 0.55
