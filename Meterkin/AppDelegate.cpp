@@ -41,8 +41,11 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     , m_hotkeyManager(platform.hotkeyRegistrar())
     , m_updaterController(platform.updateFramework(), platform.defaultsStore())
     , m_windows(platform, m_settingsVM, m_updaterController)
+    , m_diskImageCleanup(platform.diskImages(), platform.bundlePath())
 {
     connectWindows();
+    if (const NotificationCentre *centre = platform.notificationCentre())
+        connect(centre, &NotificationCentre::clicked, this, &AppDelegate::handleNotificationClick);
     m_animationTimer.setTimerType(Qt::PreciseTimer);
     m_animationTimer.setInterval(AnimationPeriod);
     connect(&m_animationTimer, &QTimer::timeout, this, &AppDelegate::animationStep);
@@ -109,8 +112,7 @@ void AppDelegate::applicationDidFinishLaunching()
         [this] { registerHotkey(); });
     registerHotkey();
 
-    if (DiskImageCleaner *cleaner = m_platform.diskImageCleaner())
-        cleaner->start();
+    m_diskImageCleanup.start();
 
     if (!m_platform.defaultsStore().boolean(onboardingShownKey))
         QTimer::singleShot(OnboardingDelay, this, &AppDelegate::showOnboarding);
@@ -220,6 +222,12 @@ void AppDelegate::showDashboard()
     if (const PopoverContainer *popover = m_platform.popover();
         popover != nullptr && !popover->isShown())
         togglePopover();
+}
+
+void AppDelegate::handleNotificationClick(const QString &identifier)
+{
+    if (identifier.startsWith(AlertManager::identifierPrefix))
+        showDashboard();
 }
 
 void AppDelegate::openSettings()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ApplicationWindows.h"
+#include "DiskImageCleanup.h"
 #include "Model/DashboardViewModel.h"
 #include "Model/ObservationScope.h"
 #include "Model/SettingsViewModel.h"
@@ -63,6 +64,7 @@ private:
     void handleTick();
     void updateStatusItem();
     void registerHotkey();
+    void handleNotificationClick(const QString &identifier);
     QString toolTipText() const;
 
     void startColorAnimation(const QColor &from, const QColor &to);
@@ -86,6 +88,7 @@ private:
     std::unique_ptr<StatusItem> m_statusItem; ///< likewise
     UpdaterController m_updaterController;
     ApplicationWindows m_windows;
+    DiskImageCleanup m_diskImageCleanup;
 
     ThresholdTier m_previousTier = ThresholdTier::green;
     QTimer m_animationTimer;

@@ -7,44 +7,15 @@
 #include "Services/HotkeyRecorder.h"
 #include "UpdaterController.h"
 #include "Views/ViewEngine.h"
+#include "Views/WindowContent.h"
 
-#include <QGuiApplication>
-#include <QScreen>
 #include <QUrl>
-
-#include <algorithm>
 
 namespace {
 
 // Points; the settings window grows to what its content asks for, so that nothing is cut off.
 constexpr QSize SettingsSize(450, 520);
 constexpr QRgb OnboardingBackground = qRgb(13, 17, 23);
-
-/// Gives the window its content and the content's size, now and whenever that changes.
-void fill(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize least)
-{
-    QQuickItem *item = content.release();
-    item->setParent(&window);
-    item->setParentItem(window.contentItem());
-    item->setFocus(true);
-    const auto fit = [&window, item, least] {
-        const QSize size(std::max(least.width(), qCeil(item->implicitWidth())),
-                         std::max(least.height(), qCeil(item->implicitHeight())));
-        window.setMinimumSize(size);
-        window.setMaximumSize(size);
-        window.resize(size);
-        item->setSize(size);
-    };
-    QObject::connect(item, &QQuickItem::implicitWidthChanged, &window, fit);
-    QObject::connect(item, &QQuickItem::implicitHeightChanged, &window, fit);
-    fit();
-}
-
-void centre(QQuickWindow &window)
-{
-    const QRect area = window.screen()->availableGeometry();
-    window.setPosition(area.center() - QPoint(window.width() / 2, window.height() / 2));
-}
 
 } // namespace
 
@@ -69,7 +40,7 @@ ApplicationWindows::~ApplicationWindows()
 std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel &model)
 {
     std::unique_ptr<QQuickItem> view =
-        engine().create(QStringLiteral("Dashboard/DashboardView"),
+        engine().create(QStringLiteral("Views/Dashboard/DashboardView"),
                         {{QStringLiteral("viewModel"), QVariant::fromValue(&model)},
                          {QStringLiteral("settings"), QVariant::fromValue(&m_settings)}});
     connect(view.get(), SIGNAL(openSettings()), this, SIGNAL(settingsRequested()));
@@ -92,12 +63,13 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCoun
 {
     m_recorder = std::make_unique<HotkeyRecorder>(m_settings, m_platform.keyDownMonitor());
     std::unique_ptr<QQuickItem> view = engine().create(
-        QStringLiteral("Settings/SettingsView"),
+        QStringLiteral("Views/Settings/SettingsView"),
         {{QStringLiteral("settings"), QVariant::fromValue(&m_settings)},
          {QStringLiteral("fanCount"), fanCount},
          {QStringLiteral("updaterController"), QVariant::fromValue(&m_updater)},
          {QStringLiteral("recorder"), QVariant::fromValue(m_recorder.get())},
-         {QStringLiteral("version"), QStringLiteral(METERKIN_VERSION)},
+         {QStringLiteral("version"),
+          m_platform.informationDictionary().value(QStringLiteral("CFBundleShortVersionString"))},
          {QStringLiteral("projectLink"), QUrl(QStringLiteral(METERKIN_PROJECT_URL))}});
     connect(view.get(), SIGNAL(restartCollector(double)), this, SIGNAL(intervalChosen(double)));
     connect(view.get(), SIGNAL(launchAtLoginChosen(bool)), this, SIGNAL(launchAtLoginChosen(bool)));
@@ -118,8 +90,8 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCoun
         m_engine->collectGarbage();
         giveUpEngineSoon();
     });
-    fill(*window, std::move(view), SettingsSize);
-    centre(*window);
+    fillWindow(*window, std::move(view), SettingsSize);
+    centreWindow(*window);
     return window;
 }
 
@@ -140,7 +112,7 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
     const bool hasTitleBar =
         style == nullptr || style->makeOnboarding(*window) == WindowStyle::TitleBar::System;
     std::unique_ptr<QQuickItem> view =
-        engine().create(QStringLiteral("Onboarding/OnboardingView"),
+        engine().create(QStringLiteral("Views/Onboarding/OnboardingView"),
                         {{QStringLiteral("computerWord"), m_platform.computerWord()},
                          {QStringLiteral("systemTitleBar"), hasTitleBar}});
     view->setProperty("rounded", window->color().alpha() == 0);
@@ -159,8 +131,8 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
         window.get(), &QQuickWindow::frameSwapped, view.get(),
         [item = view.get()] { QMetaObject::invokeMethod(item, "start"); },
         Qt::SingleShotConnection);
-    fill(*window, std::move(view), QSize());
-    centre(*window);
+    fillWindow(*window, std::move(view), QSize());
+    centreWindow(*window);
     return window;
 }
 

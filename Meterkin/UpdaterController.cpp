@@ -22,6 +22,9 @@ UpdaterController::UpdaterController(UpdateFramework *framework, DefaultsStore &
         m_framework, &UpdateFramework::canCheckForUpdatesChanged, this,
         [this](bool canCheck) { m_canCheckForUpdates = canCheck; }, Qt::QueuedConnection);
     m_canCheckForUpdates = m_framework->canCheckForUpdates();
+    connect(m_framework, &UpdateFramework::unavailableReasonChanged, this,
+            [this] { m_unavailableReason = m_framework->unavailableReason(); });
+    m_unavailableReason = m_framework->unavailableReason();
 }
 
 void UpdaterController::setAutomaticallyDownloadsUpdates(bool automatically)

@@ -12,7 +12,8 @@ class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged
                    BINDABLE bindableCanCheckForUpdates FINAL)
-    Q_PROPERTY(bool isAvailable READ isAvailable CONSTANT FINAL)
+    Q_PROPERTY(QString unavailableReason READ unavailableReason NOTIFY unavailableReasonChanged
+                   BINDABLE bindableUnavailableReason FINAL)
     Q_PROPERTY(bool automaticallyDownloadsUpdates READ automaticallyDownloadsUpdates WRITE
                    setAutomaticallyDownloadsUpdates NOTIFY automaticallyDownloadsUpdatesChanged
                        BINDABLE bindableAutomaticallyDownloadsUpdates FINAL)
@@ -22,8 +23,9 @@ public:
     /// kept; one that is given outlives the controller, as the store does.
     UpdaterController(UpdateFramework *framework, DefaultsStore &store, QObject *parent = nullptr);
 
-    /// Whether there is a framework at all.
-    bool isAvailable() const { return m_framework != nullptr; }
+    /// Why updates cannot be checked at all, as a sentence for the user; empty when they can.
+    QString unavailableReason() const { return m_unavailableReason; }
+    QBindable<QString> bindableUnavailableReason() const { return &m_unavailableReason; }
 
     bool canCheckForUpdates() const { return m_canCheckForUpdates; }
     QBindable<bool> bindableCanCheckForUpdates() const { return &m_canCheckForUpdates; }
@@ -42,6 +44,7 @@ public slots:
 
 signals:
     void canCheckForUpdatesChanged();
+    void unavailableReasonChanged();
     void automaticallyDownloadsUpdatesChanged();
 
 private:
@@ -49,6 +52,10 @@ private:
     DefaultsStore &m_store;
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(UpdaterController, bool, m_canCheckForUpdates, false,
                                          &UpdaterController::canCheckForUpdatesChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(
+        UpdaterController, QString, m_unavailableReason,
+        QStringLiteral("Updates are not available on this computer."),
+        &UpdaterController::unavailableReasonChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(UpdaterController, bool, m_automaticallyDownloadsUpdates,
                                          true,
                                          &UpdaterController::automaticallyDownloadsUpdatesChanged)

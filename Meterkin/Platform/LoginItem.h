@@ -1,5 +1,11 @@
 #pragma once
 
+/// Who wants the program to be started at login.
+enum class LoginItemWish {
+    Standing, ///< the stored wish, at a start: what the user switched off elsewhere stays off
+    Expressed, ///< the user, at this moment
+};
+
 /// The entry that starts the program when the user logs in. Main thread only; each call touches a
 /// small file or a local service and returns with the outcome.
 class LoginItem {
@@ -10,7 +16,7 @@ public:
     virtual bool isEnabled() const = 0;
 
     /// False when it failed; the state is as before then. Fine to call when already registered.
-    virtual bool registerItem() = 0;
-    /// Likewise.
+    virtual bool registerItem(LoginItemWish wish) = 0;
+    /// Likewise, when not registered.
     virtual bool unregisterItem() = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 
 #include <functional>
@@ -30,9 +31,11 @@ struct NotificationRecord {
 
 /// The desktop's notifications. Main thread only. Every callback runs on the main thread, once at
 /// most and never before the call that took it has returned; its owner may be gone by then.
-class NotificationCentre {
+class NotificationCentre : public QObject {
+    Q_OBJECT
+
 public:
-    virtual ~NotificationCentre() = default;
+    using QObject::QObject;
 
     /// Tells the present decision without asking the user. When it cannot be told the answer is
     /// NotDetermined.
@@ -44,4 +47,8 @@ public:
 
     /// Returns at once; a failure is silent.
     virtual void post(const NotificationRecord &record) = 0;
+
+signals:
+    /// The user chose the notification that was posted under that identifier.
+    void clicked(const QString &identifier);
 };

@@ -2,9 +2,10 @@
 
 #include "Platform/DefaultsStore.h"
 #include "Platform/DesktopAppearance.h"
-#include "Platform/DiskImageCleaner.h"
+#include "Platform/DiskImages.h"
 #include "Platform/FanControllerConnection.h"
 #include "Platform/HotkeyRegistrar.h"
+#include "Platform/InformationAlert.h"
 #include "Platform/KeyDownMonitor.h"
 #include "Platform/LoginItem.h"
 #include "Platform/NotificationCentre.h"
@@ -14,6 +15,8 @@
 #include "Platform/StatusItem.h"
 #include "Platform/UpdateFramework.h"
 #include "Platform/WindowStyle.h"
+
+#include <QVariantMap>
 
 #include <memory>
 
@@ -30,6 +33,13 @@ public:
     /// What people call a machine of this system.
     virtual QString computerWord() const = 0;
 
+    /// What the build says of the program, by the keys of a bundle's property list:
+    /// "CFBundleName", "CFBundleShortVersionString", "SUFeedURL". Any may be missing.
+    virtual QVariantMap informationDictionary() const = 0;
+    /// The file or folder that was installed and holds the program: absolute, without a slash at
+    /// its end.
+    virtual QString bundlePath() const = 0;
+
     /// Returns to the system what memory the program does not use; called when much has been freed.
     virtual void giveMemoryBack() { }
 
@@ -42,5 +52,6 @@ public:
     virtual WindowStyle *windowStyle() { return nullptr; }
     virtual KeyDownMonitor *keyDownMonitor() { return nullptr; }
     virtual DesktopAppearance *desktopAppearance() { return nullptr; }
-    virtual DiskImageCleaner *diskImageCleaner() { return nullptr; }
+    virtual DiskImages *diskImages() { return nullptr; }
+    virtual InformationAlert *informationAlert() { return nullptr; }
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QString>
 
 /// What finds, downloads and installs updates, with windows of its own. Main thread only.
 class UpdateFramework : public QObject {
@@ -18,10 +19,15 @@ public:
     /// False before start() and while a check runs.
     virtual bool canCheckForUpdates() const = 0;
 
+    /// Why nothing can be checked at all on this machine, as a sentence for the user; empty when it
+    /// can, even while a check runs.
+    virtual QString unavailableReason() const { return {}; }
+
     /// A check that the user asked for; opens the framework's own windows. Ignored while
     /// canCheckForUpdates() is false.
     virtual void checkForUpdates() = 0;
 
 signals:
     void canCheckForUpdatesChanged(bool canCheck);
+    void unavailableReasonChanged();
 };

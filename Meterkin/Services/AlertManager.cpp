@@ -42,6 +42,8 @@ QString alertBody(SystemMetric metric, double value)
 
 } // namespace
 
+const QString AlertManager::identifierPrefix = QStringLiteral("org.meterkin.Meterkin.alert.");
+
 AlertManager::AlertManager(NotificationCentre *centre, WallClock clock, QObject *parent)
     : QObject(parent)
     , m_centre(centre)
@@ -104,6 +106,6 @@ void AlertManager::postAlert(SystemMetric metric, double value)
 {
     if (m_centre == nullptr)
         return;
-    m_centre->post({QStringLiteral("org.meterkin.Meterkin.alert.") + titleOf(metric),
-                    QStringLiteral("Meterkin Alert"), alertBody(metric, value)});
+    m_centre->post({identifierPrefix + titleOf(metric), QStringLiteral("Meterkin Alert"),
+                    alertBody(metric, value)});
 }

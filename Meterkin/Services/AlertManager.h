@@ -4,6 +4,7 @@
 #include "Platform/Clock.h"
 
 #include <QObject>
+#include <QString>
 
 #include <chrono>
 #include <map>
@@ -18,6 +19,9 @@ class AlertManager : public QObject {
     Q_OBJECT
 
 public:
+    /// What the identifiers of all alerts begin with.
+    static const QString identifierPrefix;
+
     /// Asks `centre` for the present permission. Without a centre no alert is ever posted; one
     /// that is given outlives the manager.
     AlertManager(NotificationCentre *centre, WallClock clock, QObject *parent = nullptr);

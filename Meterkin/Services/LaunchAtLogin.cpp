@@ -5,9 +5,9 @@
 
 namespace {
 
-bool apply(LoginItem &item, bool wish)
+bool apply(LoginItem &item, bool wish, LoginItemWish origin)
 {
-    return wish ? item.registerItem() : item.unregisterItem();
+    return wish ? item.registerItem(origin) : item.unregisterItem();
 }
 
 } // namespace
@@ -19,7 +19,7 @@ void synchronizeLaunchAtLogin(SettingsViewModel &settings, LoginItem *item)
     const bool wish = settings.launchAtLogin();
     const bool wasEnabled = item->isEnabled();
     // Through the model, which stores it: the settings window must not show another wish.
-    if (wish != wasEnabled && !apply(*item, wish))
+    if (wish != wasEnabled && !apply(*item, wish, LoginItemWish::Standing))
         settings.setLaunchAtLogin(wasEnabled);
 }
 
@@ -27,5 +27,5 @@ void setLaunchAtLogin(SettingsViewModel &settings, bool wish, LoginItem *item)
 {
     settings.setLaunchAtLogin(wish);
     if (item != nullptr)
-        apply(*item, wish);
+        apply(*item, wish, LoginItemWish::Expressed);
 }

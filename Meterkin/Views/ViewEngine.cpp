@@ -19,7 +19,7 @@ ViewEngine::ViewEngine(QObject *parent)
 
 std::unique_ptr<QQuickItem> ViewEngine::create(const QString &view, const QVariantMap &properties)
 {
-    QQmlComponent component(this, QUrl(QStringLiteral("qrc:/Meterkin/Views/%1.qml").arg(view)));
+    QQmlComponent component(this, QUrl(QStringLiteral("qrc:/Meterkin/%1.qml").arg(view)));
     if (!component.isError()) {
         QObject *made = component.createWithInitialProperties(properties);
         if (auto *item = qobject_cast<QQuickItem *>(made))

@@ -69,7 +69,7 @@ private slots:
     void followsThePortal()
     {
         PrivateBus daemon;
-        SessionBus bus;
+        MessageBus bus;
         QTRY_VERIFY(bus.connection());
         LinuxAppearance appearance(bus, LinuxAppearance::TextScale::FromPortal);
         QVERIFY(!appearance.isDark()); // nobody there yet

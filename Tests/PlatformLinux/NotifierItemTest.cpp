@@ -28,7 +28,7 @@ TrayContent content(const QString &text, const QColor &color = usual,
 
 /// A program with its item; it stays attached wherever there is a panel.
 struct Program {
-    SessionBus bus;
+    MessageBus bus;
     TitlePainter painter;
     NotifierItem item{bus, painter};
 

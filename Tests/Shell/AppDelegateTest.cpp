@@ -49,8 +49,8 @@ private slots:
         launch();
         // First what is constructed, then the launch sequence.
         QCOMPARE(m_platform->calls.join(QStringLiteral(", ")),
-                 QStringLiteral("fans, pages, ticks, alerts, hot key, updates, status item, "
-                                "popover, login item, disk image"));
+                 QStringLiteral("fans, pages, ticks, alerts, hot key, updates, disk images, "
+                                "alerts, status item, popover, login item"));
         QCOMPARE(m_platform->item->titles.first(),
                  (AttributedTitle{QStringLiteral("-"), green(), QStringLiteral("100%")}));
         tick();

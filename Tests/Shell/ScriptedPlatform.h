@@ -54,7 +54,10 @@ public:
     PopoverContainer *popover() override { return noted("popover", &shownPopover); }
     WindowStyle *windowStyle() override { return &style; }
     DesktopAppearance *desktopAppearance() override { return &appearance; }
-    DiskImageCleaner *diskImageCleaner() override { return noted("disk image", &m_cleaner); }
+    DiskImages *diskImages() override { return noted("disk images", &m_images); }
+    QVariantMap informationDictionary() const override { return dictionary; }
+    QString bundlePath() const override { return QStringLiteral("/nowhere/Meterkin"); }
+    QVariantMap dictionary{{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.2")}};
 
     struct Popover : PopoverContainer {
         QStringList done;
@@ -105,7 +108,8 @@ private:
         void checkForUpdates() override { }
     } m_updates;
 
-    struct Cleaner : DiskImageCleaner {
-        void start() override { }
-    } m_cleaner;
+    struct Images : DiskImages {
+        std::optional<QList<DiskImage>> attachedImages() override { return std::nullopt; }
+        bool detach(const QString &) override { return false; }
+    } m_images;
 };

@@ -49,7 +49,7 @@ public:
     QStringList calls; ///< the changes asked for
 
     bool isEnabled() const override { return enabled; }
-    bool registerItem() override { return change(QStringLiteral("register"), true); }
+    bool registerItem(LoginItemWish) override { return change(QStringLiteral("register"), true); }
     bool unregisterItem() override { return change(QStringLiteral("unregister"), false); }
 
 private:

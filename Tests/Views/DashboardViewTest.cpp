@@ -173,7 +173,7 @@ private:
         m_engine = std::make_unique<ViewEngine>();
         m_window = std::make_unique<QQuickWindow>();
         m_view = m_engine
-                     ->create(QStringLiteral("Dashboard/DashboardView"),
+                     ->create(QStringLiteral("Views/Dashboard/DashboardView"),
                               {{QStringLiteral("viewModel"),
                                 QVariant::fromValue(&m_machine->dashboard())},
                                {QStringLiteral("settings"), QVariant::fromValue(&m_settings)}})

@@ -28,7 +28,7 @@ private slots:
     {
         QAccessible::setActive(true);
         m_window = std::make_unique<QQuickWindow>();
-        m_view = m_engine.create(QStringLiteral("Onboarding/OnboardingView"),
+        m_view = m_engine.create(QStringLiteral("Views/Onboarding/OnboardingView"),
                                  {{QStringLiteral("computerWord"), QStringLiteral("computer")}});
         m_view->setParentItem(m_window->contentItem());
         m_window->show();

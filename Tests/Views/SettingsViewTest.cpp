@@ -28,7 +28,7 @@ private slots:
         given[u"settings"_s] = QVariant::fromValue(m_settings.get());
         given[u"recorder"_s] = QVariant::fromValue(m_recorder.get());
         given[u"updaterController"_s] = QVariant::fromValue(&m_updates);
-        m = std::make_unique<ShownView>(u"Settings/SettingsView"_s, given, QSize(470, 520));
+        m = std::make_unique<ShownView>(u"Views/Settings/SettingsView"_s, given, QSize(470, 520));
         m_store.writes.clear();
     }
 

@@ -48,15 +48,15 @@ bool isDarkThemeName(QStringView name)
     return false;
 }
 
-LinuxAppearance::LinuxAppearance(SessionBus &bus, TextScale source, QObject *parent)
+LinuxAppearance::LinuxAppearance(MessageBus &bus, TextScale source, QObject *parent)
     : DesktopAppearance(parent)
     , m_bus(bus)
     , m_source(source)
 {
     // Connecting the slot to the bus fails as long as nobody has used this type.
     qRegisterMetaType<QDBusVariant>();
-    connect(&bus, &SessionBus::connected, this, &LinuxAppearance::follow);
-    connect(&bus, &SessionBus::disconnected, this, [this] { m_portal.reset(); });
+    connect(&bus, &MessageBus::connected, this, &LinuxAppearance::follow);
+    connect(&bus, &MessageBus::disconnected, this, [this] { m_portal.reset(); });
     if (bus.connection())
         follow();
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
-#include "Platform/Linux/SessionBus.h"
+#include "Platform/Linux/MessageBus.h"
 
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -25,7 +25,7 @@ public:
     enum class TextScale { FromWindowSystem, FromPortal };
 
     /// The bus outlives it.
-    LinuxAppearance(SessionBus &bus, TextScale source, QObject *parent = nullptr);
+    LinuxAppearance(MessageBus &bus, TextScale source, QObject *parent = nullptr);
 
     bool isDark() const override;
     double textScale() const override { return m_textScale; }
@@ -44,7 +44,7 @@ private:
     void ask();
     void ask(const QString &group, const QString &key);
 
-    SessionBus &m_bus;
+    MessageBus &m_bus;
     TextScale m_source;
     std::unique_ptr<QDBusServiceWatcher> m_portal;
     Scheme m_scheme = Scheme::NoPreference;

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "Platform/Linux/DefaultsFile.h"
+#include "Platform/Linux/InformationDictionary.h"
 #include "Platform/Linux/KeyDownFilter.h"
 #include "Platform/Linux/LinuxAppearance.h"
 #include "Platform/Linux/LinuxPopover.h"
 #include "Platform/Linux/LinuxWindowStyle.h"
-#include "Platform/Linux/SessionBus.h"
+#include "Platform/Linux/MessageBus.h"
 #include "Platform/Linux/X11Connection.h"
 #include "Platform/Linux/XSettings.h"
 #include "Platform/Platform.h"
@@ -23,6 +24,8 @@ public:
     std::unique_ptr<StatusItem> makeStatusItem() override;
     DefaultsStore &defaultsStore() override { return m_defaults; }
     void giveMemoryBack() override { malloc_trim(0); }
+    QVariantMap informationDictionary() const override { return ::informationDictionary(); }
+    QString bundlePath() const override { return ::bundlePath(); }
     QString computerWord() const override { return QStringLiteral("computer"); }
     PopoverContainer *popover() override { return &m_popover; }
     WindowStyle *windowStyle() override { return &m_windowStyle; }
@@ -32,7 +35,7 @@ public:
 private:
     DefaultsFile m_defaults;
     X11Connection m_x11;
-    SessionBus m_bus;
+    MessageBus m_bus;
     LinuxPopover m_popover;
     LinuxWindowStyle m_windowStyle;
     KeyDownFilter m_keyDownFilter;

@@ -11,7 +11,7 @@ constexpr int StripDelayMilliseconds = 1500;
 
 } // namespace
 
-LinuxStatusItem::LinuxStatusItem(X11Connection &x11, SessionBus &bus, DefaultsStore &store,
+LinuxStatusItem::LinuxStatusItem(X11Connection &x11, MessageBus &bus, DefaultsStore &store,
                                  QObject *parent)
     : StatusItem(parent)
     , m_xembed(x11, m_painter)

@@ -18,7 +18,7 @@ class LinuxStatusItem : public StatusItem {
 
 public:
     /// All three outlive the item.
-    LinuxStatusItem(X11Connection &x11, SessionBus &bus, DefaultsStore &store,
+    LinuxStatusItem(X11Connection &x11, MessageBus &bus, DefaultsStore &store,
                     QObject *parent = nullptr);
     ~LinuxStatusItem() override;
 

@@ -36,14 +36,14 @@ QString newItemName()
 
 } // namespace
 
-NotifierItem::NotifierItem(SessionBus &bus, TitlePainter &painter, QObject *parent)
+NotifierItem::NotifierItem(MessageBus &bus, TitlePainter &painter, QObject *parent)
     : TrayHost(parent)
     , m_bus(bus)
     , m_painter(painter)
     , m_watcher(bus)
 {
     connect(&m_watcher, &NotifierWatcher::hostChanged, this, &NotifierItem::handleWatcher);
-    connect(&bus, &SessionBus::disconnected, this, [this] {
+    connect(&bus, &MessageBus::disconnected, this, [this] {
         withdraw();
         m_refusedBy.clear(); // a new bus counts its clients from the start
     });

@@ -15,7 +15,7 @@ class NotifierItem : public TrayHost {
 
 public:
     /// Bus and painter outlive the item.
-    NotifierItem(SessionBus &bus, TitlePainter &painter, QObject *parent = nullptr);
+    NotifierItem(MessageBus &bus, TitlePainter &painter, QObject *parent = nullptr);
     ~NotifierItem() override;
 
     bool isAvailable() const override;
@@ -33,7 +33,7 @@ private:
     void handleFailure();
     void withdraw();
 
-    SessionBus &m_bus;
+    MessageBus &m_bus;
     TitlePainter &m_painter;
     NotifierWatcher m_watcher;
     TrayContent m_content;

@@ -40,12 +40,12 @@ QString processName(uint process)
 const QString NotifierWatcher::Path = QStringLiteral("/StatusNotifierWatcher");
 const QString NotifierWatcher::Interface = service;
 
-NotifierWatcher::NotifierWatcher(SessionBus &bus, QObject *parent)
+NotifierWatcher::NotifierWatcher(MessageBus &bus, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
 {
-    connect(&bus, &SessionBus::connected, this, &NotifierWatcher::follow);
-    connect(&bus, &SessionBus::disconnected, this, [this] {
+    connect(&bus, &MessageBus::connected, this, &NotifierWatcher::follow);
+    connect(&bus, &MessageBus::disconnected, this, [this] {
         m_services.reset();
         setOwner(QString());
     });

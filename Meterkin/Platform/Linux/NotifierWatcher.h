@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/SessionBus.h"
+#include "Platform/Linux/MessageBus.h"
 
 #include <QDBusServiceWatcher>
 
@@ -24,7 +24,7 @@ public:
     static const QString Interface;
 
     /// The bus outlives the watcher.
-    explicit NotifierWatcher(SessionBus &bus, QObject *parent = nullptr);
+    explicit NotifierWatcher(MessageBus &bus, QObject *parent = nullptr);
 
     /// Whether there is a panel that shows items, as far as its answers are in.
     bool hasHost() const { return m_hostRegistered && m_hostKind; }
@@ -49,7 +49,7 @@ private:
     void askForKind();
     void update();
 
-    SessionBus &m_bus;
+    MessageBus &m_bus;
     std::unique_ptr<QDBusServiceWatcher> m_services;
     QString m_owner;
     std::optional<NotifierHostKind> m_hostKind;

@@ -73,8 +73,8 @@ FormPage {
                 Text {
                     id: reason
                     width: parent.width
-                    visible: !page.updaterController.isAvailable
-                    text: "Updates are not available on this computer."
+                    visible: text !== ""
+                    text: page.updaterController.unavailableReason
                     font.pixelSize: Theme.points(11)
                     color: Theme.secondary
                     Accessible.role: Accessible.StaticText

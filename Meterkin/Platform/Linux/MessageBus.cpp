@@ -1,4 +1,4 @@
-#include "Platform/Linux/SessionBus.h"
+#include "Platform/Linux/MessageBus.h"
 
 #include <QDBusPendingCallWatcher>
 #include <QFileInfo>
@@ -10,11 +10,19 @@
 namespace {
 
 constexpr int FirstRetryMilliseconds = 1000;
-constexpr int LongestRetryMilliseconds = 5000;
 
-/// Where the session's bus listens; empty when the session has none.
-QString busAddress()
+/// The session's bus comes with the session; the system's, where it is missing, hardly ever comes.
+int longestRetryMilliseconds(MessageBus::Kind kind)
 {
+    return kind == MessageBus::Kind::Session ? 5000 : 60'000;
+}
+
+/// Where the bus listens; empty when there is none.
+QString busAddress(MessageBus::Kind kind)
+{
+    if (kind == MessageBus::Kind::System)
+        return qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS",
+                                    QStringLiteral("unix:path=/var/run/dbus/system_bus_socket"));
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     if (!address.isEmpty()) {
         // "autolaunch:" would start a bus that nobody else in the session talks to.
@@ -35,23 +43,24 @@ QString newConnectionName()
 
 } // namespace
 
-SessionBus::SessionBus(QObject *parent)
+MessageBus::MessageBus(Kind kind, QObject *parent)
     : QObject(parent)
+    , m_kind(kind)
     , m_retryMilliseconds(FirstRetryMilliseconds)
 {
     m_retry.setSingleShot(true);
     m_retry.setTimerType(Qt::VeryCoarseTimer);
-    connect(&m_retry, &QTimer::timeout, this, &SessionBus::open);
+    connect(&m_retry, &QTimer::timeout, this, &MessageBus::open);
     open();
 }
 
-SessionBus::~SessionBus()
+MessageBus::~MessageBus()
 {
     if (m_connection)
         QDBusConnection::disconnectFromBus(m_connection->name());
 }
 
-void SessionBus::call(const QDBusMessage &call, QObject *receiver,
+void MessageBus::call(const QDBusMessage &call, QObject *receiver,
                       std::function<void(const QDBusMessage &reply)> handler,
                       int timeoutMilliseconds)
 {
@@ -65,11 +74,11 @@ void SessionBus::call(const QDBusMessage &call, QObject *receiver,
     connect(watcher, &QDBusPendingCallWatcher::finished, watcher, &QObject::deleteLater);
 }
 
-void SessionBus::open()
+void MessageBus::open()
 {
-    const QString address = busAddress();
+    const QString address = busAddress(m_kind);
     if (address.isEmpty()) {
-        m_retryMilliseconds = LongestRetryMilliseconds;
+        m_retryMilliseconds = longestRetryMilliseconds(m_kind);
         retryLater();
         return;
     }
@@ -83,7 +92,7 @@ void SessionBus::open()
     worker->start();
 }
 
-void SessionBus::adopt(const QString &name)
+void MessageBus::adopt(const QString &name)
 {
     QDBusConnection connection(name);
     const bool followed =
@@ -100,7 +109,7 @@ void SessionBus::adopt(const QString &name)
     emit connected(connection);
 }
 
-void SessionBus::handleLoss()
+void MessageBus::handleLoss()
 {
     if (!m_connection)
         return;
@@ -111,8 +120,8 @@ void SessionBus::handleLoss()
     retryLater();
 }
 
-void SessionBus::retryLater()
+void MessageBus::retryLater()
 {
     m_retry.start(m_retryMilliseconds);
-    m_retryMilliseconds = std::min(2 * m_retryMilliseconds, LongestRetryMilliseconds);
+    m_retryMilliseconds = std::min(2 * m_retryMilliseconds, longestRetryMilliseconds(m_kind));
 }

@@ -1,4 +1,4 @@
-#include "Platform/Linux/SessionBus.h"
+#include "Platform/Linux/MessageBus.h"
 #include "Support/PrivateBus.h"
 #include "Support/TestMain.h"
 
@@ -7,7 +7,7 @@
 
 #include <list>
 
-class SessionBusTest : public QObject {
+class MessageBusTest : public QObject {
     Q_OBJECT
 
 private slots:
@@ -19,7 +19,7 @@ private slots:
         PrivateBus daemon;
         qputenv("XDG_RUNTIME_DIR", daemon.address().section(u'=', 1).chopped(4).toUtf8());
         qunsetenv("DBUS_SESSION_BUS_ADDRESS");
-        SessionBus bus;
+        MessageBus bus;
         QVERIFY2(!bus.connection(), "connecting has waited for the bus");
         QTRY_VERIFY(bus.connection());
     }
@@ -29,7 +29,7 @@ private slots:
         PrivateBus daemon;
         daemon.stop();
         qputenv("XDG_RUNTIME_DIR", "/nonexistent");
-        std::list<SessionBus> buses; // all at once: they wait for seconds between their attempts
+        std::list<MessageBus> buses; // all at once: they wait for seconds between their attempts
         int errors = 0;
         for (const char *address : {"", "autolaunch:", "unix:path=/nonexistent/bus", "]:;=,%zz"}) {
             qputenv("DBUS_SESSION_BUS_ADDRESS", address);
@@ -41,15 +41,15 @@ private slots:
 
         daemon.start();
         qputenv("DBUS_SESSION_BUS_ADDRESS", daemon.address().toUtf8());
-        for (const SessionBus &bus : buses)
+        for (const MessageBus &bus : buses)
             QTRY_VERIFY_WITH_TIMEOUT(bus.connection(), 20'000);
     }
 
     void answersEachCallOnce()
     {
         PrivateBus daemon;
-        SessionBus bus;
-        QSignalSpy lost(&bus, &SessionBus::disconnected);
+        MessageBus bus;
+        QSignalSpy lost(&bus, &MessageBus::disconnected);
         QTRY_VERIFY(bus.connection());
 
         int answers = 0;
@@ -76,5 +76,5 @@ private:
         QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetId"));
 };
 
-METERKIN_TEST(SessionBusTest);
-#include "SessionBusTest.moc"
+METERKIN_TEST(MessageBusTest);
+#include "MessageBusTest.moc"

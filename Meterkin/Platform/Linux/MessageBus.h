@@ -8,18 +8,23 @@
 #include <functional>
 #include <optional>
 
-/// The session bus, shared by everything that speaks D-Bus. It is opened in the background, may be
-/// absent, and may go away and come back at any time; a bus is never started by us. Main thread
-/// only.
-class SessionBus : public QObject {
+/// One of the two buses, shared by everything that speaks D-Bus on it. It is opened in the
+/// background, may be absent, and may go away and come back at any time; a bus is never started by
+/// us. Main thread only.
+class MessageBus : public QObject {
     Q_OBJECT
 
 public:
+    enum class Kind {
+        Session,
+        System,
+    };
+
     static constexpr int TimeoutMilliseconds = 10'000;
 
     /// Begins to connect; connected() follows once the event loop runs.
-    explicit SessionBus(QObject *parent = nullptr);
-    ~SessionBus() override;
+    explicit MessageBus(Kind kind = Kind::Session, QObject *parent = nullptr);
+    ~MessageBus() override;
 
     /// Absent while there is no bus. Keep no copy beyond disconnected().
     const std::optional<QDBusConnection> &connection() const { return m_connection; }
@@ -43,6 +48,7 @@ private:
     void adopt(const QString &name);
     void retryLater();
 
+    Kind m_kind;
     std::optional<QDBusConnection> m_connection;
     QTimer m_retry;
     int m_retryMilliseconds;

@@ -1,0 +1,54 @@
+#include "Platform/Linux/Dialogs/DialogWindow.h"
+
+#include "Platform/DesktopAppearance.h"
+#include "Platform/WindowStyle.h"
+#include "Views/ViewEngine.h"
+#include "Views/WindowContent.h"
+
+#include <QtQml/qqmlextensionplugin.h>
+
+Q_IMPORT_QML_PLUGIN(Meterkin_DialogsPlugin)
+
+DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, const QString &title,
+                           WindowStyle &style, const DesktopAppearance &appearance, QObject *parent)
+    : QObject(parent)
+    , m_style(style)
+    , m_appearance(appearance)
+    , m_engine(std::make_unique<ViewEngine>())
+    , m_window(std::make_unique<QQuickWindow>())
+{
+    followAppearance();
+    connect(&m_appearance, &DesktopAppearance::changed, this, &DialogWindow::followAppearance);
+
+    std::unique_ptr<QQuickItem> content =
+        m_engine->create(QStringLiteral("Dialogs/") + view, properties);
+    m_window->setTitle(title);
+    m_window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+                       | Qt::WindowCloseButtonHint);
+    m_window->setColor(content->property("color").value<QColor>());
+    connect(content.get(), SIGNAL(closeRequested()), m_window.get(), SLOT(close()));
+    connect(m_window.get(), &QQuickWindow::visibleChanged, this, [this] {
+        if (!m_window->isVisible())
+            emit closed();
+    });
+    fillWindow(*m_window, std::move(content), QSize());
+    centreWindow(*m_window);
+}
+
+DialogWindow::~DialogWindow()
+{
+    m_window->disconnect(this);
+    m_window.reset(); // the view before its engine
+}
+
+void DialogWindow::present()
+{
+    m_window->show();
+    m_style.activate(*m_window);
+}
+
+void DialogWindow::followAppearance()
+{
+    m_engine->appearance()->setDark(m_appearance.isDark());
+    m_engine->appearance()->setTextScale(m_appearance.textScale());
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QObject>
+#include <QQuickWindow>
+#include <QSize>
+#include <QString>
+#include <QVariantMap>
+
+#include <memory>
+
+class DesktopAppearance;
+class ViewEngine;
+class WindowStyle;
+
+/// A small window around one view of this folder, with an engine of its own: it costs nothing once
+/// it is gone. Main thread only.
+class DialogWindow : public QObject {
+    Q_OBJECT
+
+public:
+    /// Hidden; style and appearance outlive it.
+    DialogWindow(const QString &view, const QVariantMap &properties, const QString &title,
+                 WindowStyle &style, const DesktopAppearance &appearance,
+                 QObject *parent = nullptr);
+    ~DialogWindow() override;
+
+    /// Shows it in the middle of the screen, or brings it to the front.
+    void present();
+    QQuickWindow &window() { return *m_window; }
+
+signals:
+    /// The user has closed it, or the view its `closeRequested()`. It may be deleted later, not
+    /// now.
+    void closed();
+
+private:
+    void followAppearance();
+
+    WindowStyle &m_style;
+    const DesktopAppearance &m_appearance;
+    std::unique_ptr<ViewEngine> m_engine;
+    std::unique_ptr<QQuickWindow> m_window;
+};
