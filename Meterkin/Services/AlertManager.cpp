@@ -27,15 +27,17 @@ bool isAlertOn(const SettingsViewModel &settings, SystemMetric metric)
     return false;
 }
 
+// The number as the title has it: one rounding for both.
 QString alertBody(SystemMetric metric, double value)
 {
+    const QString text = valueText(metric, value);
     switch (metric) {
     case SystemMetric::fanSpeed:
-        return QString::asprintf("Fan speed is %.0f RPM", value);
+        return QStringLiteral("Fan speed is ") + text;
     case SystemMetric::memoryUsage:
-        return QString::asprintf("Memory usage is %.0f%%", value);
+        return QStringLiteral("Memory usage is ") + text;
     case SystemMetric::cpuUsage:
-        return QString::asprintf("CPU usage is %.0f%%", value);
+        return QStringLiteral("CPU usage is ") + text;
     }
     return {};
 }

@@ -66,8 +66,8 @@ private slots:
         };
         row("exactly at the limit", {{0, 70}, {3, 80}, {6, 79.99}}, {3});
         row("stays red", {{0, 85}, {300, 90}, {700, 85}, {1400, 85}}, {0});
-        row("just within", {{0, 85}, {300, 75}, {599, 85}}, {0});
-        row("just after", {{0, 85}, {300, 75}, {600, 85}}, {0, 600});
+        row("just within", {{0, 70}, {3, 85}, {6, 90}, {300, 75}, {602, 85}}, {3});
+        row("just after", {{0, 70}, {3, 85}, {6, 90}, {300, 75}, {603, 85}}, {3, 603});
         row("consumed crossing", {{0, 85}, {100, 75}, {200, 85}, {700, 85}, {797, 75}, {800, 85}},
             {0, 800});
         row("cooldown runs from the alert", {{0, 85}, {3, 75}, {500, 85}, {503, 75}, {601, 85}},
@@ -95,7 +95,7 @@ private slots:
         QTest::addColumn<QString>("body");
         const QString prefix = QStringLiteral("org.meterkin.Meterkin.alert.");
         QTest::newRow("alertFanSpeed")
-            << prefix + QStringLiteral("Fan Speed") << QStringLiteral("Fan speed is 5001 RPM");
+            << prefix + QStringLiteral("Fan Speed") << QStringLiteral("Fan speed is 4234 RPM");
         QTest::newRow("alertMemory")
             << prefix + QStringLiteral("Memory") << QStringLiteral("Memory usage is 92%");
         QTest::newRow("alertCPUUsage")
@@ -109,7 +109,7 @@ private slots:
         for (const char *property : {"alertFanSpeed", "alertMemory", "alertCPUUsage"})
             bench.settings.setProperty(property, qstrcmp(property, QTest::currentDataTag()) == 0);
         bench.tick(0, {.cpuUsage = 0.0}); // usage is a difference of two samples
-        bench.tick(3, {5000.6, 91.6, 80.4});
+        bench.tick(3, {4234.5, 91.6, 80.4});
         QCOMPARE(
             bench.centre.posts,
             std::vector({NotificationRecord{identifier, QStringLiteral("Meterkin Alert"), body}}));

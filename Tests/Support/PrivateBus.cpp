@@ -1,13 +1,39 @@
 #include "Support/PrivateBus.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <csignal>
 #include <sys/prctl.h>
 
+namespace {
+
+// As a session's own bus, but for the services that this machine has installed.
+constexpr const char *Configuration = R"(<busconfig>
+<type>session</type>
+<listen>%1</listen>
+<auth>EXTERNAL</auth>
+<servicedir>%2</servicedir>
+<policy context="default">
+  <allow send_destination="*" eavesdrop="true"/>
+  <allow eavesdrop="true"/>
+  <allow own="*"/>
+</policy>
+</busconfig>
+)";
+
+bool write(const QString &path, const QString &text)
+{
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text.toUtf8()) >= 0;
+}
+
+} // namespace
+
 PrivateBus::PrivateBus()
 {
     qputenv("DBUS_SESSION_BUS_ADDRESS", address().toUtf8());
+    QDir(m_folder.path()).mkdir(QStringLiteral("services"));
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
     // A test that crashes takes its bus along.
     m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -25,10 +51,11 @@ PrivateBus::~PrivateBus()
 void PrivateBus::start()
 {
     QFile::remove(m_folder.filePath(QStringLiteral("bus")));
+    const QString configuration = m_folder.filePath(QStringLiteral("bus.conf"));
+    write(configuration, QString::fromLatin1(Configuration).arg(address(), servicesFolder()));
     m_daemon.start(QStringLiteral("dbus-daemon"),
-                   {QStringLiteral("--session"), QStringLiteral("--nofork"),
-                    QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
-                    QStringLiteral("--address=") + address()});
+                   {QStringLiteral("--config-file=") + configuration, QStringLiteral("--nofork"),
+                    QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
     if (!m_daemon.waitForReadyRead())
         qFatal("no session bus: %s", qPrintable(m_daemon.errorString()));
 }
@@ -42,6 +69,17 @@ void PrivateBus::stop()
 QString PrivateBus::address() const
 {
     return QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus"));
+}
+
+void PrivateBus::addService(const QString &name, const QString &command)
+{
+    write(servicesFolder() + u'/' + name + QStringLiteral(".service"),
+          QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(name, command));
+}
+
+QString PrivateBus::servicesFolder() const
+{
+    return m_folder.filePath(QStringLiteral("services"));
 }
 
 QDBusConnection PrivateBus::connectClient()

@@ -17,10 +17,15 @@ public:
     void stop();
 
     QString address() const;
+    /// Lets the bus start a service by that command; the bus notices it by itself. No other service
+    /// can be started by it.
+    void addService(const QString &name, const QString &command);
     /// Another client of this bus; closed with the bus object.
     QDBusConnection connectClient();
 
 private:
+    QString servicesFolder() const;
+
     QTemporaryDir m_folder;
     QProcess m_daemon;
     QStringList m_clients;

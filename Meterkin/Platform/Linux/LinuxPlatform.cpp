@@ -20,7 +20,8 @@ LinuxAppearance::TextScale textScaleSource()
 } // namespace
 
 LinuxPlatform::LinuxPlatform()
-    : m_popover(m_x11)
+    : m_notifications(m_bus)
+    , m_popover(m_x11)
     , m_windowStyle(m_x11)
     , m_xsettings(m_x11)
     , m_appearance(m_bus, textScaleSource())

@@ -4,6 +4,7 @@
 #include "Platform/Linux/InformationDictionary.h"
 #include "Platform/Linux/KeyDownFilter.h"
 #include "Platform/Linux/LinuxAppearance.h"
+#include "Platform/Linux/LinuxNotificationCentre.h"
 #include "Platform/Linux/LinuxPopover.h"
 #include "Platform/Linux/LinuxWindowStyle.h"
 #include "Platform/Linux/MessageBus.h"
@@ -27,6 +28,7 @@ public:
     QVariantMap informationDictionary() const override { return ::informationDictionary(); }
     QString bundlePath() const override { return ::bundlePath(); }
     QString computerWord() const override { return QStringLiteral("computer"); }
+    NotificationCentre *notificationCentre() override { return &m_notifications; }
     PopoverContainer *popover() override { return &m_popover; }
     WindowStyle *windowStyle() override { return &m_windowStyle; }
     KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
@@ -36,6 +38,7 @@ private:
     DefaultsFile m_defaults;
     X11Connection m_x11;
     MessageBus m_bus;
+    LinuxNotificationCentre m_notifications;
     LinuxPopover m_popover;
     LinuxWindowStyle m_windowStyle;
     KeyDownFilter m_keyDownFilter;

@@ -1,0 +1,109 @@
+#include "Platform/Linux/NotificationServer.h"
+
+#include <utility>
+
+namespace {
+
+const QString path = QStringLiteral("/org/freedesktop/Notifications");
+const QString application = QStringLiteral("org.meterkin.Meterkin"); // its icon and desktop file
+const QString defaultAction = QStringLiteral("default"); // a click on the notification itself
+
+constexpr int ServerChoosesTime = -1;
+
+QVariantMap hints()
+{
+    constexpr uchar normalUrgency = 1;
+    return {{QStringLiteral("desktop-entry"), application},
+            {QStringLiteral("urgency"), QVariant::fromValue(normalUrgency)},
+            // No name stands for a server's default; of the standard ones this says it best.
+            {QStringLiteral("sound-name"), QStringLiteral("dialog-warning")}};
+}
+
+} // namespace
+
+const QString NotificationServer::Service = QStringLiteral("org.freedesktop.Notifications");
+
+NotificationServer::NotificationServer(MessageBus &bus, const QString &owner, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+    , m_owner(owner)
+{
+    QDBusConnection connection = *bus.connection();
+    connection.connect(owner, path, Service, QStringLiteral("ActionInvoked"), this,
+                       SLOT(handleAction(uint, QString)));
+    connection.connect(owner, path, Service, QStringLiteral("NotificationClosed"), this,
+                       SLOT(handleClosed(uint, uint)));
+}
+
+void NotificationServer::post(const NotificationRecord &record)
+{
+    m_listings[record.identifier].next = record;
+    if (m_capabilities)
+        postNext(record.identifier, *m_capabilities);
+    else if (!m_isAsking)
+        askForCapabilities();
+}
+
+void NotificationServer::askForCapabilities()
+{
+    m_isAsking = true;
+    m_bus.call(call(QStringLiteral("GetCapabilities")), this, [this](const QDBusMessage &reply) {
+        m_isAsking = false;
+        if (reply.type() == QDBusMessage::ReplyMessage) {
+            const QStringList names = reply.arguments().value(0).toStringList();
+            m_capabilities = {names.contains(u"actions"), names.contains(u"body-markup")};
+        }
+        // A server that does not tell them gets the plainest form, and is asked again next time.
+        for (const auto &[identifier, listing] : m_listings)
+            postNext(identifier, m_capabilities.value_or(Capabilities()));
+    });
+}
+
+void NotificationServer::postNext(const QString &identifier, const Capabilities &capabilities)
+{
+    Listing &listing = m_listings[identifier];
+    if (listing.isPosting || !listing.next)
+        return;
+    const NotificationRecord record = *std::exchange(listing.next, std::nullopt);
+    listing.isPosting = true;
+
+    const QStringList actions = capabilities.takesActions
+        ? QStringList{defaultAction, QStringLiteral("Open")}
+        : QStringList();
+    const QString body = capabilities.takesMarkup ? record.body.toHtmlEscaped() : record.body;
+    QDBusMessage notify = call(QStringLiteral("Notify"));
+    notify << QStringLiteral("Meterkin") << listing.number << application << record.title << body
+           << actions << hints() << ServerChoosesTime;
+    m_bus.call(notify, this, [this, identifier, capabilities](const QDBusMessage &reply) {
+        Listing &answered = m_listings[identifier];
+        answered.isPosting = false;
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            answered.number = reply.arguments().value(0).toUInt();
+        postNext(identifier, capabilities);
+    });
+}
+
+void NotificationServer::handleAction(uint number, const QString &action)
+{
+    if (number == 0 || action != defaultAction)
+        return;
+    for (const auto &[identifier, listing] : m_listings) {
+        if (listing.number == number) {
+            emit clicked(QString(identifier)); // what it opens may change the map
+            return;
+        }
+    }
+}
+
+void NotificationServer::handleClosed(uint number, uint /*reason*/)
+{
+    for (auto &[identifier, listing] : m_listings) {
+        if (listing.number == number)
+            listing.number = 0;
+    }
+}
+
+QDBusMessage NotificationServer::call(const QString &method) const
+{
+    return QDBusMessage::createMethodCall(m_owner, path, Service, method);
+}

@@ -1,0 +1,98 @@
+"""Alerts on real notification servers: shown, clicked, not repeated, and waiting for a server."""
+import unittest
+from typing import NamedTuple
+
+from smoke_case import Hardware
+from window_case import WindowCase
+
+NOTIFICATIONS = "org.freedesktop.Notifications"
+# A session bus that can start nothing, whatever is installed.
+BUS = """<busconfig><type>session</type><listen>unix:dir={folder}</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>
+<allow own="*"/></policy></busconfig>"""
+
+
+class Server(NamedTuple):
+    command: list
+    button: int         # that chooses a notification by default
+
+
+SERVERS = {
+    "dunst": Server(["dunst"], 2),
+    "notification-daemon": Server(["/usr/lib/notification-daemon/notification-daemon"], 1),
+}
+
+
+class TestAlerts(WindowCase):
+    settings = {"updateInterval": 0.5, "onboardingShown": "true", "alertMemory": "true",
+                "alertCPUUsage": "true"}
+
+    def open_session(self, percent):
+        self.open_desktop("none")
+        settings = self.desktop.folder / "bus.conf"
+        settings.write_text(BUS.format(folder=self.desktop.folder))
+        _, self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = self.desktop.answer(
+            ["dbus-daemon", f"--config-file={settings}", "--nofork", "--nopidfile",
+             "--print-address={fd}"], "bare-bus")
+        self.desktop.spawn(["dbus-monitor", f"interface='{NOTIFICATIONS}',member='Notify'"],
+                           "monitor")
+        self.desktop.wait(lambda: "NameAcquired" in self.log(), what="the monitor")
+        self.hardware = Hardware(self.desktop.folder / "hardware")
+        self.hardware.set_memory(percent)
+
+    def start_server(self, name):
+        self.desktop.spawn(SERVERS[name].command, name)
+        self.desktop.wait(lambda: self.desktop.name_has_owner(NOTIFICATIONS), what=name)
+
+    def log(self):
+        return self.desktop.log("monitor").read_text(errors="replace")
+
+    def posts(self, text):
+        return self.log().count(f'string "{text}')
+
+    def notification(self):
+        """The server's one window."""
+        found = [window for window in self.desktop.x.windows()
+                 if window.viewable and window.name in ("Dunst", "Notification")]
+        return found[0] if len(found) == 1 else None
+
+    def test_alert(self):
+        for name, server in SERVERS.items():
+            with self.subTest(name):
+                self.open_session(42)
+                self.start_server(name)
+                self.start(self.hardware.command_prefix())
+                self.wait_for_item(text="42%")
+                self.hardware.set_memory(90)
+                rect = self.wait_for(self.notification).rect
+                self.tool("mousemove", rect.x + rect.width // 2, rect.y + rect.height // 2,
+                          "click", server.button)
+                self.wait_for(self.popover)
+                self.key("Escape")
+                self.wait_for_end_of(self.popover)
+
+                for percent in (42, 90):
+                    self.hardware.set_memory(percent)
+                    self.wait_for_item(text=f"{percent}%")
+
+                def told():
+                    self.hardware.run_processor(93, 7)
+                    return self.posts("CPU usage is 93%")
+                self.desktop.wait(told, what="the alert of another vital")
+                self.assertEqual(self.posts("Memory usage is 90%"), 1, self.log())
+                self.stop()
+
+    def test_waits_for_a_server(self):
+        self.open_session(90)
+        self.start(self.hardware.command_prefix())
+        self.wait_for_item(text="90%")
+        self.hardware.set_memory(91)        # at least one more reading without a server
+        self.wait_for_item(text="91%")
+        self.start_server("dunst")
+        self.wait_for(self.notification)
+        self.desktop.wait(lambda: self.posts("Memory usage is 91%") == 1, what="one alert")
+        self.stop()
+
+
+if __name__ == "__main__":
+    unittest.main()
