@@ -15,6 +15,8 @@ private slots:
             const std::optional<std::uint32_t> place = hardwareCode(code);
             QVERIFY2(place || keyName(code).startsWith(u"Key("), qPrintable(keyName(code)));
             QVERIFY2(!place || virtualKeyCode(*place) == code, qPrintable(keyName(code)));
+            QVERIFY2(!place || virtualKeyCodeNamed(positionName(code)) == code,
+                     qPrintable(keyName(code)));
         }
         QCOMPARE(virtualKeyCode(38), 0U); // left of S, whatever the layout prints there
         QCOMPARE(virtualKeyCode(113), 123U); // the left arrow

@@ -1,7 +1,5 @@
 #include "Platform/Linux/KeyDownFilter.h"
 
-#include "Platform/Linux/KeyPositions.h"
-
 #include <QCoreApplication>
 #include <QKeyEvent>
 
@@ -32,6 +30,12 @@ std::uint32_t flagsOf(Qt::KeyboardModifiers modifiers)
 }
 
 } // namespace
+
+KeyDownFilter::KeyDownFilter(FindKey findKey, QObject *parent)
+    : QObject(parent)
+    , m_findKey(std::move(findKey))
+{
+}
 
 void KeyDownFilter::install(std::function<bool(const KeyDown &)> handler)
 {
@@ -95,7 +99,7 @@ KeyDownFilter::Verdict KeyDownFilter::ask(const QKeyEvent &key) const
 {
     const auto handler = m_handler; // it may remove itself while it runs
     const bool isSwallowed =
-        handler && handler({virtualKeyCode(key.nativeScanCode()), flagsOf(key.modifiers())});
+        handler && handler({m_findKey(key.nativeScanCode()), flagsOf(key.modifiers())});
     return isSwallowed ? Verdict::Swallowed : Verdict::Passed;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/KeyDownMonitor.h"
+#include "Platform/Linux/KeyPositions.h"
 
 #include <QObject>
 
@@ -13,7 +13,10 @@ class KeyDownFilter : public QObject, public KeyDownMonitor {
     Q_OBJECT
 
 public:
-    using QObject::QObject;
+    /// From a hardware code, as the kit reports it, to a virtual key code.
+    using FindKey = std::function<std::uint32_t(std::uint32_t)>;
+
+    explicit KeyDownFilter(FindKey findKey = virtualKeyCode, QObject *parent = nullptr);
 
     void install(std::function<bool(const KeyDown &)> handler) override;
     void remove() override;
@@ -34,6 +37,7 @@ private:
     Verdict ask(const QKeyEvent &key) const;
     void watch();
 
+    FindKey m_findKey;
     std::function<bool(const KeyDown &)> m_handler;
     std::optional<Judged> m_judged;
     bool m_isWatching = false;

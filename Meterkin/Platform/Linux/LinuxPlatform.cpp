@@ -23,6 +23,10 @@ LinuxPlatform::LinuxPlatform()
     : m_notifications(m_bus)
     , m_popover(m_x11)
     , m_windowStyle(m_x11)
+    , m_keyboard(m_x11)
+    , m_hotkey(m_x11, m_keyboard)
+    , m_keyDownFilter(
+          [this](std::uint32_t code) { return m_keyboard.keyNames().virtualKeyCode(code); })
     , m_xsettings(m_x11)
     , m_appearance(m_bus, textScaleSource())
 {

@@ -9,6 +9,8 @@
 #include "Platform/Linux/LinuxWindowStyle.h"
 #include "Platform/Linux/MessageBus.h"
 #include "Platform/Linux/X11Connection.h"
+#include "Platform/Linux/X11Hotkey.h"
+#include "Platform/Linux/X11Keyboard.h"
 #include "Platform/Linux/XSettings.h"
 #include "Platform/Platform.h"
 
@@ -29,6 +31,7 @@ public:
     QString bundlePath() const override { return ::bundlePath(); }
     QString computerWord() const override { return QStringLiteral("computer"); }
     NotificationCentre *notificationCentre() override { return &m_notifications; }
+    HotkeyRegistrar *hotkeyRegistrar() override { return &m_hotkey; }
     PopoverContainer *popover() override { return &m_popover; }
     WindowStyle *windowStyle() override { return &m_windowStyle; }
     KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
@@ -41,6 +44,8 @@ private:
     LinuxNotificationCentre m_notifications;
     LinuxPopover m_popover;
     LinuxWindowStyle m_windowStyle;
+    X11Keyboard m_keyboard;
+    X11Hotkey m_hotkey;
     KeyDownFilter m_keyDownFilter;
     XSettings m_xsettings;
     LinuxAppearance m_appearance;

@@ -1,0 +1,146 @@
+#include "Platform/Linux/X11Hotkey.h"
+
+#include <utility>
+
+namespace {
+
+constexpr quint16 AllModifiers = 0xff; // the bits above are buttons and the keyboard group
+
+// More than it takes a key that is held on to repeat for the first time.
+constexpr int RepeatMilliseconds = 1000;
+
+} // namespace
+
+X11Hotkey::X11Hotkey(X11Connection &connection, X11Keyboard &keyboard, QObject *parent)
+    : QObject(parent)
+    , m_connection(connection)
+    , m_keyboard(keyboard)
+{
+    connect(&m_connection, &X11Connection::eventReceived, this, &X11Hotkey::handleEvent);
+    connect(&m_connection, &X11Connection::closed, this, &X11Hotkey::forget);
+    connect(&m_keyboard, &X11Keyboard::changed, this, &X11Hotkey::follow);
+}
+
+bool X11Hotkey::installPressHandler(std::function<void()> pressed)
+{
+    if (!m_connection.isOpen())
+        return false;
+    m_pressed = std::move(pressed);
+    return true;
+}
+
+bool X11Hotkey::registerHotkey(const HotkeyCombination &combination, const HotkeyIdentifier &)
+{
+    if (!m_connection.isOpen())
+        return false;
+    const std::optional<Grab> grab = findGrab(combination);
+    if (!grab || !take(*grab))
+        return false;
+    m_combination = combination;
+    m_keyboard.startWatching();
+    return true;
+}
+
+void X11Hotkey::unregisterHotkey()
+{
+    m_keyboard.stopWatching();
+    release();
+    m_combination.reset();
+}
+
+std::optional<X11Hotkey::Grab> X11Hotkey::findGrab(const HotkeyCombination &combination)
+{
+    const auto key = m_keyboard.keyNames().keyCode(combination.keyCode);
+    const X11ModifierBits bits = m_keyboard.modifierBits();
+    const auto modifiers = bits.mask(combination.modifiers);
+    if (!key || !modifiers)
+        return std::nullopt;
+    return Grab{static_cast<xcb_keycode_t>(*key), *modifiers,
+                static_cast<quint16>(bits.locks & ~*modifiers)};
+}
+
+bool X11Hotkey::take(const Grab &grab)
+{
+    xcb_connection_t *xcb = m_connection.xcb();
+    QList<xcb_void_cookie_t> cookies;
+    for (const quint16 locks : lockCombinations(grab.locks)) {
+        cookies.append(xcb_grab_key_checked(xcb, 0, m_connection.screen().root,
+                                            static_cast<quint16>(grab.modifiers | locks), grab.key,
+                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+    bool isGranted = true;
+    for (const xcb_void_cookie_t cookie : cookies) {
+        const XcbReply<xcb_generic_error_t> error(xcb_request_check(xcb, cookie));
+        isGranted = isGranted && !error;
+    }
+    m_connection.dispatchSoon();
+    m_grab = grab;
+    if (!isGranted)
+        release();
+    m_heldKey = 0;
+    // One that was just recorded is still down, and its release goes to who has the keyboard now.
+    m_mayRepeat.setRemainingTime(m_keyboard.isDown(grab.key) ? RepeatMilliseconds : 0);
+    return isGranted;
+}
+
+/// Fine also where the server has granted only a part.
+void X11Hotkey::release()
+{
+    const std::optional<Grab> grab = std::exchange(m_grab, std::nullopt);
+    if (!grab || !m_connection.isOpen())
+        return;
+    for (const quint16 locks : lockCombinations(grab->locks)) {
+        xcb_ungrab_key(m_connection.xcb(), grab->key, m_connection.screen().root,
+                       static_cast<quint16>(grab->modifiers | locks));
+    }
+    xcb_flush(m_connection.xcb());
+}
+
+/// Moves the grab to where the keyboard has key and modifiers now. What is refused is tried
+/// again at the next change.
+void X11Hotkey::follow()
+{
+    if (!m_combination || !m_connection.isOpen())
+        return;
+    const std::optional<Grab> grab = findGrab(*m_combination);
+    if (grab == m_grab)
+        return;
+    release();
+    if (grab)
+        take(*grab);
+}
+
+void X11Hotkey::forget()
+{
+    m_grab.reset();
+    m_combination.reset();
+}
+
+void X11Hotkey::handleEvent(const xcb_generic_event_t *event)
+{
+    // With the highest bit set it was sent by a program, and no key was pressed.
+    if (event->response_type == XCB_KEY_PRESS) {
+        handlePress(xcbEvent<xcb_key_press_event_t>(event));
+    } else if (event->response_type == XCB_KEY_RELEASE) {
+        const auto &release = xcbEvent<xcb_key_release_event_t>(event);
+        if (release.detail == m_heldKey) {
+            m_heldKey = 0;
+            m_mayRepeat.setRemainingTime(0);
+            m_releasedAt = release.time;
+        }
+    }
+}
+
+void X11Hotkey::handlePress(const xcb_key_press_event_t &press)
+{
+    if (!m_grab || press.detail != m_grab->key
+        || (press.state & AllModifiers & ~m_grab->locks) != m_grab->modifiers)
+        return;
+    const bool isRepeat = m_heldKey == press.detail || !m_mayRepeat.hasExpired()
+        || (!m_keyboard.hasDetectableRepeat() && press.time == m_releasedAt);
+    m_heldKey = press.detail;
+    if (isRepeat)
+        return;
+    if (const auto pressed = m_pressed)
+        pressed(); // it may replace itself meanwhile
+}
