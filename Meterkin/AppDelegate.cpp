@@ -39,7 +39,8 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     , m_alertManager(platform.notificationCentre(), std::move(wallClock))
     , m_settingsVM(platform.defaultsStore())
     , m_hotkeyManager(platform.hotkeyRegistrar())
-    , m_updaterController(platform.updateFramework(), platform.defaultsStore())
+    , m_updaterController(platform.updateFramework(), platform.defaultsStore(),
+                          platform.informationDictionary(), platform.informationAlert())
     , m_windows(platform, m_settingsVM, m_updaterController)
     , m_diskImageCleanup(platform.diskImages(), platform.bundlePath())
 {

@@ -1,11 +1,11 @@
 #include "ApplicationWindows.h"
 
-#include "ApplicationIcon.h"
 #include "Model/DashboardViewModel.h"
 #include "Model/SettingsViewModel.h"
 #include "Platform/Platform.h"
 #include "Services/HotkeyRecorder.h"
 #include "UpdaterController.h"
+#include "Views/ApplicationIcon.h"
 #include "Views/ViewEngine.h"
 #include "Views/WindowContent.h"
 

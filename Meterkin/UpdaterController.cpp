@@ -1,5 +1,9 @@
 #include "UpdaterController.h"
 
+#include <QUrl>
+
+#include <utility>
+
 namespace {
 
 const QString automaticKey = QStringLiteral("SUAutomaticallyUpdate");
@@ -7,10 +11,14 @@ const QString automaticKey = QStringLiteral("SUAutomaticallyUpdate");
 } // namespace
 
 UpdaterController::UpdaterController(UpdateFramework *framework, DefaultsStore &store,
-                                     QObject *parent)
+                                     QVariantMap dictionary, InformationAlert *alert,
+                                     std::chrono::milliseconds feedTimeLimit, QObject *parent)
     : QObject(parent)
     , m_framework(framework)
     , m_store(store)
+    , m_dictionary(std::move(dictionary))
+    , m_alert(alert)
+    , m_feedTimeLimit(feedTimeLimit)
 {
     m_store.registerDefaults({{automaticKey, true}});
     if (m_framework != nullptr)
@@ -18,10 +26,13 @@ UpdaterController::UpdaterController(UpdateFramework *framework, DefaultsStore &
     setAutomaticallyDownloadsUpdates(m_store.boolean(automaticKey));
     if (m_framework == nullptr)
         return;
-    connect(
-        m_framework, &UpdateFramework::canCheckForUpdatesChanged, this,
-        [this](bool canCheck) { m_canCheckForUpdates = canCheck; }, Qt::QueuedConnection);
-    m_canCheckForUpdates = m_framework->canCheckForUpdates();
+    // Both reach the property in a later turn of the event loop, in this order.
+    const auto mirror = [this](bool canCheck) { m_canCheckForUpdates = canCheck; };
+    QMetaObject::invokeMethod(
+        this, [mirror, canCheck = m_framework->canCheckForUpdates()] { mirror(canCheck); },
+        Qt::QueuedConnection);
+    connect(m_framework, &UpdateFramework::canCheckForUpdatesChanged, this, mirror,
+            Qt::QueuedConnection);
     connect(m_framework, &UpdateFramework::unavailableReasonChanged, this,
             [this] { m_unavailableReason = m_framework->unavailableReason(); });
     m_unavailableReason = m_framework->unavailableReason();
@@ -37,6 +48,34 @@ void UpdaterController::setAutomaticallyDownloadsUpdates(bool automatically)
 
 void UpdaterController::checkForUpdates()
 {
-    if (m_framework != nullptr)
-        m_framework->checkForUpdates();
+    const QUrl feed(textOf(QStringLiteral("SUFeedURL")), QUrl::StrictMode);
+    if (!UpdateFeedProbe::canAsk(feed)) {
+        showUpToDateAlert();
+        return;
+    }
+    auto *probe = new UpdateFeedProbe(feed, m_feedTimeLimit, this);
+    connect(probe, &UpdateFeedProbe::answered, this, [this, probe](bool listsItems) {
+        probe->deleteLater();
+        if (!listsItems)
+            showUpToDateAlert();
+        else if (m_framework != nullptr)
+            m_framework->checkForUpdates();
+    });
+}
+
+void UpdaterController::showUpToDateAlert()
+{
+    if (m_alert == nullptr)
+        return;
+    const QString name = textOf(QStringLiteral("CFBundleName"), QStringLiteral("This app"));
+    const QString version =
+        textOf(QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.0"));
+    m_alert->run(QStringLiteral("You're up to date!"),
+                 name + u' ' + version + QStringLiteral(" is the latest version."));
+}
+
+QString UpdaterController::textOf(const QString &key, const QString &fallback) const
+{
+    const QVariant entry = m_dictionary.value(key);
+    return entry.typeId() == QMetaType::QString ? entry.toString() : fallback;
 }

@@ -1,13 +1,19 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
+#include "Platform/InformationAlert.h"
 #include "Platform/UpdateFramework.h"
+#include "UpdateFeedProbe.h"
 
 #include <QObject>
 #include <QProperty>
+#include <QVariantMap>
+
+#include <chrono>
 
 /// Software updates for the rest of the program: starts the update framework, mirrors whether it
-/// can check now, and keeps the automatic-download preference. Main thread only.
+/// can check now, keeps the automatic-download preference, and asks the feed itself before it lets
+/// the framework open its windows. Main thread only.
 class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged
@@ -20,8 +26,12 @@ class UpdaterController : public QObject {
 
 public:
     /// Starts the framework at once. Without one nothing can be checked and only the preference is
-    /// kept; one that is given outlives the controller, as the store does.
-    UpdaterController(UpdateFramework *framework, DefaultsStore &store, QObject *parent = nullptr);
+    /// kept; without an alert nothing is said. The dictionary is the platform's. What is given
+    /// outlives the controller.
+    UpdaterController(UpdateFramework *framework, DefaultsStore &store, QVariantMap dictionary = {},
+                      InformationAlert *alert = nullptr,
+                      std::chrono::milliseconds feedTimeLimit = UpdateFeedProbe::TimeLimit,
+                      QObject *parent = nullptr);
 
     /// Why updates cannot be checked at all, as a sentence for the user; empty when they can.
     QString unavailableReason() const { return m_unavailableReason; }
@@ -39,7 +49,9 @@ public:
     }
 
 public slots:
-    /// The user asked for it. Nothing happens without a framework.
+    /// The user asked for it. A feed that lists any item is left to the framework; whatever else
+    /// comes of it, the user is told that there is nothing newer. Checks may overlap; each ends in
+    /// its own answer, or in none when the controller is gone by then.
     void checkForUpdates();
 
 signals:
@@ -48,8 +60,14 @@ signals:
     void automaticallyDownloadsUpdatesChanged();
 
 private:
+    void showUpToDateAlert();
+    QString textOf(const QString &key, const QString &fallback = {}) const;
+
     UpdateFramework *m_framework;
     DefaultsStore &m_store;
+    QVariantMap m_dictionary;
+    InformationAlert *m_alert;
+    std::chrono::milliseconds m_feedTimeLimit;
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(UpdaterController, bool, m_canCheckForUpdates, false,
                                          &UpdaterController::canCheckForUpdatesChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/DefaultsFile.h"
+#include "Platform/Linux/Dialogs/InformationAlertWindow.h"
 #include "Platform/Linux/InformationDictionary.h"
 #include "Platform/Linux/KeyDownFilter.h"
 #include "Platform/Linux/LinuxAppearance.h"
@@ -36,6 +37,7 @@ public:
     WindowStyle *windowStyle() override { return &m_windowStyle; }
     KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
     DesktopAppearance *desktopAppearance() override { return &m_appearance; }
+    InformationAlert *informationAlert() override { return &m_informationAlert; }
 
 private:
     DefaultsFile m_defaults;
@@ -49,4 +51,5 @@ private:
     KeyDownFilter m_keyDownFilter;
     XSettings m_xsettings;
     LinuxAppearance m_appearance;
+    InformationAlertWindow m_informationAlert{m_windowStyle, m_appearance};
 };

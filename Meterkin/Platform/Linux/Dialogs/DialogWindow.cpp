@@ -2,10 +2,14 @@
 
 #include "Platform/DesktopAppearance.h"
 #include "Platform/WindowStyle.h"
+#include "Views/ApplicationIcon.h"
 #include "Views/ViewEngine.h"
 #include "Views/WindowContent.h"
 
+#include <QIcon>
 #include <QtQml/qqmlextensionplugin.h>
+
+#include <malloc.h>
 
 Q_IMPORT_QML_PLUGIN(Meterkin_DialogsPlugin)
 
@@ -23,6 +27,7 @@ DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, c
     std::unique_ptr<QQuickItem> content =
         m_engine->create(QStringLiteral("Dialogs/") + view, properties);
     m_window->setTitle(title);
+    m_window->setIcon(applicationIcon());
     m_window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                        | Qt::WindowCloseButtonHint);
     m_window->setColor(content->property("color").value<QColor>());
@@ -39,6 +44,8 @@ DialogWindow::~DialogWindow()
 {
     m_window->disconnect(this);
     m_window.reset(); // the view before its engine
+    m_engine.reset();
+    malloc_trim(0);
 }
 
 void DialogWindow::present()

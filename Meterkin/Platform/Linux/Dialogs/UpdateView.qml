@@ -2,14 +2,201 @@ import QtQuick
 import Meterkin.Views
 import Meterkin.Dialogs
 
-Rectangle {
+// One check for updates, from its start to what became of it.
+FocusScope {
     id: view
 
     required property UpdateSession session
 
+    readonly property color color: Theme.windowBackground
+    readonly property int phase: view.session.phase
+    readonly property bool isRunning: view.phase === UpdateSession.Checking
+        || view.phase === UpdateSession.Downloading || view.phase === UpdateSession.Installing
+    readonly property string current: view.session.currentVersion
+    readonly property string offered: view.named(view.session.offeredVersion)
+    // While something runs, no button: the second Return of two must not stop what the first began.
+    readonly property Item focusTarget: view.isRunning ? texts as Item
+        : actionButton.visible ? actionButton as Item : dismissButton as Item
+
     signal closeRequested()
 
-    implicitWidth: 400
-    implicitHeight: 200
-    color: Theme.background
+    function headingOf(phase: int): string {
+        switch (phase) {
+        case UpdateSession.Checking:
+            return "Checking for updates…"
+        case UpdateSession.UpToDate:
+            return "You're up to date!"
+        case UpdateSession.Offered:
+            return "A new version of Meterkin is available!"
+        case UpdateSession.Downloading:
+            return "Downloading update…"
+        case UpdateSession.Installing:
+            return "Installing update…"
+        case UpdateSession.Installed:
+            return view.offered + " is installed."
+        default:
+            return view.session.offeredVersion === "" ? "Updates could not be checked for."
+                : "The update could not be installed."
+        }
+    }
+    function detailOf(phase: int): string {
+        switch (phase) {
+        case UpdateSession.Checking:
+            return view.current === "" ? "" : "You have " + view.named(view.current) + "."
+        case UpdateSession.UpToDate:
+            return view.current === "" ? "" : view.named(view.current) + " is the latest version."
+        case UpdateSession.Offered:
+            return view.offered + (view.session.isDownloaded ? " is downloaded and ready to install."
+                                                             : " can be installed now.")
+                + (view.current === "" ? "" : " You have " + view.current + ".")
+        case UpdateSession.Downloading:
+        case UpdateSession.Installing:
+            return view.offered + (view.session.percent < 0 ? "" : " – " + view.session.percent + "%")
+        case UpdateSession.Installed:
+            return "It takes effect when Meterkin is restarted."
+        default:
+            return view.session.problem
+        }
+    }
+    function named(version: string): string {
+        return version === "" ? "Meterkin" : "Meterkin " + version
+    }
+    function pressDefault(): void {
+        if (actionButton.visible)
+            actionButton.clicked()
+        else if (dismissButton.visible)
+            dismissButton.clicked()
+    }
+
+    implicitWidth: 440 * Appearance.textScale
+    // The short phases are all as high as each other: the window stays as it is between them.
+    implicitHeight: texts.y + Math.max(Theme.points(64), texts.height) + 20 + buttons.height + 20
+    Accessible.role: Accessible.Dialog
+    Accessible.name: heading.text
+    Accessible.description: detail.text
+    Keys.onReturnPressed: event => { if (!event.isAutoRepeat) view.pressDefault() }
+    Keys.onEnterPressed: event => { if (!event.isAutoRepeat) view.pressDefault() }
+    Keys.onEscapePressed: {
+        if (!view.isRunning)
+            view.closeRequested()
+        else if (view.session.isCancellable)
+            view.session.cancelRequested()
+    }
+    onFocusTargetChanged: view.focusTarget.forceActiveFocus(Qt.OtherFocusReason)
+
+    Rectangle {
+        anchors.fill: parent
+        color: view.color
+    }
+    ProgramIcon {
+        id: icon
+
+        x: 20
+        y: 20
+        width: Theme.points(56)
+        height: width
+        Accessible.ignored: true
+    }
+    Column {
+        id: texts
+
+        anchors.left: icon.right
+        anchors.leftMargin: 16
+        anchors.right: parent.right
+        anchors.rightMargin: 20
+        y: 22
+        spacing: 6
+        Accessible.role: Accessible.Grouping
+        Accessible.focusable: true
+        Accessible.name: heading.text
+
+        DialogText {
+            id: heading
+
+            width: parent.width
+            text: view.headingOf(view.phase)
+            font.pixelSize: Theme.points(14)
+            font.weight: Font.DemiBold
+        }
+        DialogText {
+            id: detail
+
+            width: parent.width
+            visible: text !== ""
+            text: view.detailOf(view.phase)
+            color: Theme.secondary
+            maximumLineCount: 8
+            elide: Text.ElideRight
+        }
+        Item {
+            width: parent.width
+            height: progress.height + 8
+            visible: view.isRunning
+
+            ProgressLine {
+                id: progress
+
+                anchors.bottom: parent.bottom
+                width: parent.width
+                percent: view.session.percent
+            }
+        }
+        Item {
+            width: parent.width
+            height: notes.height + 8
+            visible: view.phase === UpdateSession.Offered && view.session.notes !== ""
+
+            ReleaseNotes {
+                id: notes
+
+                anchors.bottom: parent.bottom
+                width: parent.width
+                height: implicitHeight
+                notes: view.session.notes
+            }
+        }
+    }
+    Row {
+        id: buttons
+
+        anchors.right: parent.right
+        anchors.bottom: parent.bottom
+        anchors.margins: 20
+        spacing: 10
+
+        DialogButton {
+            objectName: "cancel"
+            visible: view.isRunning
+            enabled: view.session.isCancellable
+            text: "Cancel"
+            onClicked: view.session.cancelRequested()
+        }
+        DialogButton {
+            id: dismissButton
+
+            objectName: "dismiss"
+            visible: !view.isRunning
+            isDefault: !actionButton.visible
+            text: view.phase === UpdateSession.Offered || view.phase === UpdateSession.Installed
+                ? "Later" : "Close"
+            onClicked: view.closeRequested()
+        }
+        DialogButton {
+            id: actionButton
+
+            objectName: "action"
+            visible: !view.isRunning && view.phase !== UpdateSession.UpToDate
+            isDefault: true
+            text: view.phase === UpdateSession.Offered ? "Install"
+                : view.phase === UpdateSession.Installed ? "Restart Now" : "Try Again"
+            onClicked: {
+                if (view.phase === UpdateSession.Offered)
+                    view.session.installRequested()
+                else if (view.phase === UpdateSession.Installed)
+                    view.session.restartRequested()
+                else if (view.phase === UpdateSession.Failed)
+                    view.session.retryRequested()
+            }
+        }
+    }
 }

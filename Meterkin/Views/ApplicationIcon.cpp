@@ -1,4 +1,4 @@
-#include "ApplicationIcon.h"
+#include "Views/ApplicationIcon.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -7,15 +7,19 @@
 
 QIcon applicationIcon()
 {
-    QSvgRenderer renderer(QStringLiteral(":/icons/org.meterkin.Meterkin.svg"));
     QIcon icon;
     for (const int size : {32, 48, 128}) { // title bars, task lists, switchers
         QPixmap pixmap(size, size);
         pixmap.fill(Qt::transparent);
         QPainter painter(&pixmap);
-        renderer.render(&painter);
+        drawApplicationIcon(painter, pixmap.rect());
         painter.end();
         icon.addPixmap(pixmap);
     }
     return icon;
+}
+
+void drawApplicationIcon(QPainter &painter, const QRectF &square)
+{
+    QSvgRenderer(QStringLiteral(":/icons/org.meterkin.Meterkin.svg")).render(&painter, square);
 }

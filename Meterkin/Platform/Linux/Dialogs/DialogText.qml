@@ -1,0 +1,12 @@
+import QtQuick
+import Meterkin.Views
+
+// A text in a dialog. Parts of it may come from outside: shown as it is, broken where it must be.
+Text {
+    textFormat: Text.PlainText
+    wrapMode: Text.Wrap
+    font.pixelSize: Theme.points(13)
+    color: Theme.primary
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

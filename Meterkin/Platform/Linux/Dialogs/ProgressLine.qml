@@ -1,0 +1,59 @@
+import QtQuick
+import Meterkin.Views
+
+// How far something has come: a bar that fills, or a piece that wanders while nobody can tell.
+Rectangle {
+    id: line
+
+    required property int percent // -1: cannot be told
+
+    // By these names assistive techniques find them.
+    readonly property real value: Math.max(0, line.percent)
+    readonly property real minimumValue: 0
+    readonly property real maximumValue: 100
+
+    readonly property bool isWandering: line.percent < 0
+    readonly property bool isInSight: line.visible && line.Window.visibility !== Window.Hidden
+        && line.Window.visibility !== Window.Minimized
+
+    implicitHeight: 6
+    radius: height / 2
+    color: Theme.faded(Theme.separator, 0.8)
+    Accessible.role: Accessible.ProgressBar
+    Accessible.name: "Progress"
+
+    Rectangle {
+        id: bar
+
+        property real place: 0 // of the wandering piece, 0 to 1
+
+        x: line.isWandering ? Math.round(bar.place * (line.width - width)) : 0
+        width: Math.round(line.isWandering ? 0.28 * line.width
+            : Math.max(height, line.width * line.value / 100))
+        height: parent.height
+        radius: height / 2
+        color: Theme.accent
+        visible: line.percent !== 0
+    }
+    SequentialAnimation {
+        running: line.isWandering && line.isInSight
+        loops: Animation.Infinite
+
+        NumberAnimation {
+            target: bar
+            property: "place"
+            from: 0
+            to: 1
+            duration: 1400
+            easing.type: Easing.InOutSine
+        }
+        NumberAnimation {
+            target: bar
+            property: "place"
+            from: 1
+            to: 0
+            duration: 1400
+            easing.type: Easing.InOutSine
+        }
+    }
+}

@@ -1,0 +1,11 @@
+#pragma once
+
+class QIcon;
+class QPainter;
+class QRectF;
+
+/// The program's icon for its windows, drawn anew at each call.
+QIcon applicationIcon();
+
+/// Draws it into a square.
+void drawApplicationIcon(QPainter &painter, const QRectF &square);
