@@ -86,6 +86,8 @@ class Desktop:
             "XDG_RUNTIME_DIR": str(run), "XDG_CONFIG_HOME": str(home / ".config"),
             "XDG_CACHE_HOME": str(home / ".cache"), "XDG_DATA_HOME": str(home / ".local/share"),
             "XDG_STATE_HOME": str(home / ".local/state"),
+            # the machine's own services must not be seen, least of all changed
+            "DBUS_SYSTEM_BUS_ADDRESS": f"unix:path={run}/no-system-bus",
             # no accessibility bus, no virtual file systems, no OpenGL: they only cost time here
             "NO_AT_BRIDGE": "1", "GTK_A11Y": "none", "GIO_USE_VFS": "local", "GDK_GL": "disable",
         }

@@ -1,8 +1,5 @@
 #include "Platform/Linux/InformationDictionary.h"
 
-#include <QCoreApplication>
-#include <QDir>
-
 QVariantMap informationDictionary()
 {
     QVariantMap dictionary{
@@ -12,12 +9,4 @@ QVariantMap informationDictionary()
     if (!feed.isEmpty())
         dictionary.insert(QStringLiteral("SUFeedURL"), feed);
     return dictionary;
-}
-
-QString bundlePath()
-{
-    // Set by the AppImage's own starter.
-    const QString image = qEnvironmentVariable("APPIMAGE");
-    return QDir::cleanPath(QDir::isAbsolutePath(image) ? image
-                                                       : QCoreApplication::applicationDirPath());
 }

@@ -2,8 +2,10 @@
 
 #include "Platform/Linux/HwmonFans.h"
 #include "Platform/Linux/LinuxStatusItem.h"
+#include "Platform/Linux/PortalHotkey.h"
 #include "Platform/Linux/ProcMeminfo.h"
 #include "Platform/Linux/ProcStat.h"
+#include "Platform/Linux/X11Hotkey.h"
 
 #include <QGuiApplication>
 
@@ -24,7 +26,6 @@ LinuxPlatform::LinuxPlatform()
     , m_popover(m_x11)
     , m_windowStyle(m_x11)
     , m_keyboard(m_x11)
-    , m_hotkey(m_x11, m_keyboard)
     , m_keyDownFilter(
           [this](std::uint32_t code) { return m_keyboard.keyNames().virtualKeyCode(code); })
     , m_xsettings(m_x11)
@@ -53,4 +54,17 @@ std::unique_ptr<ProcessorTicks> LinuxPlatform::makeProcessorTicks()
 std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()
 {
     return std::make_unique<LinuxStatusItem>(m_x11, m_bus, m_defaults);
+}
+
+HotkeyRegistrar *LinuxPlatform::hotkeyRegistrar()
+{
+    // Through Xwayland keys of other programs' windows never reach us: the session counts, not the
+    // window system of the kit.
+    if (!m_hotkeyRegistrar) {
+        if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+            m_hotkeyRegistrar = std::make_unique<X11Hotkey>(m_x11, m_keyboard);
+        else
+            m_hotkeyRegistrar = std::make_unique<PortalHotkey>();
+    }
+    return m_hotkeyRegistrar.get();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/AutostartEntry.h"
 #include "Platform/Linux/DefaultsFile.h"
 #include "Platform/Linux/Dialogs/InformationAlertWindow.h"
 #include "Platform/Linux/InformationDictionary.h"
@@ -9,8 +10,8 @@
 #include "Platform/Linux/LinuxPopover.h"
 #include "Platform/Linux/LinuxWindowStyle.h"
 #include "Platform/Linux/MessageBus.h"
+#include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Linux/X11Connection.h"
-#include "Platform/Linux/X11Hotkey.h"
 #include "Platform/Linux/X11Keyboard.h"
 #include "Platform/Linux/XSettings.h"
 #include "Platform/Platform.h"
@@ -32,10 +33,11 @@ public:
     QString bundlePath() const override { return ::bundlePath(); }
     QString computerWord() const override { return QStringLiteral("computer"); }
     NotificationCentre *notificationCentre() override { return &m_notifications; }
-    HotkeyRegistrar *hotkeyRegistrar() override { return &m_hotkey; }
     PopoverContainer *popover() override { return &m_popover; }
     WindowStyle *windowStyle() override { return &m_windowStyle; }
     KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
+    LoginItem *loginItem() override { return &m_loginItem; }
+    HotkeyRegistrar *hotkeyRegistrar() override;
     DesktopAppearance *desktopAppearance() override { return &m_appearance; }
     InformationAlert *informationAlert() override { return &m_informationAlert; }
 
@@ -47,9 +49,10 @@ private:
     LinuxPopover m_popover;
     LinuxWindowStyle m_windowStyle;
     X11Keyboard m_keyboard;
-    X11Hotkey m_hotkey;
     KeyDownFilter m_keyDownFilter;
     XSettings m_xsettings;
     LinuxAppearance m_appearance;
     InformationAlertWindow m_informationAlert{m_windowStyle, m_appearance};
+    AutostartEntry m_loginItem{programToStart()};
+    std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it has been asked for
 };

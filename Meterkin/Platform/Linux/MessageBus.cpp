@@ -2,6 +2,7 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QFileInfo>
+#include <QPointer>
 #include <QThread>
 
 #include <algorithm>
@@ -87,7 +88,12 @@ void MessageBus::open()
     const QString name = newConnectionName();
     QThread *worker =
         QThread::create([address, name] { QDBusConnection::connectToBus(address, name); });
-    connect(worker, &QThread::finished, this, [this, name] { adopt(name); });
+    connect(worker, &QThread::finished, worker, [bus = QPointer(this), name] {
+        if (bus)
+            bus->adopt(name);
+        else
+            QDBusConnection::disconnectFromBus(name);
+    });
     connect(worker, &QThread::finished, worker, &QObject::deleteLater);
     worker->start();
 }

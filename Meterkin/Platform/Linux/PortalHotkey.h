@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Platform/HotkeyRegistrar.h"
+#include "Platform/Linux/MessageBus.h"
+
+#include <QDBusServiceWatcher>
+#include <QTimer>
+
+#include <memory>
+
+/// The hot key of a Wayland session, through the desktop's GlobalShortcuts portal. The desktop may
+/// ask the user, who may choose another combination or none. Where there is no portal, or it
+/// refuses, the hot key does nothing until the combination changes or a portal starts. Main thread
+/// only.
+class PortalHotkey : public QObject, public HotkeyRegistrar {
+    Q_OBJECT
+
+public:
+    explicit PortalHotkey(QObject *parent = nullptr);
+
+    bool installPressHandler(std::function<void()> pressed) override;
+    void removePressHandler() override;
+    /// Always true: the answers come later.
+    bool registerHotkey(const HotkeyCombination &combination,
+                        const HotkeyIdentifier &identifier) override;
+    void unregisterHotkey() override;
+
+private slots:
+    void handleOwner(const QString &service, const QString &oldOwner, const QString &newOwner);
+    void takeSessionResponse(const QDBusMessage &response);
+    void takeBindResponse(const QDBusMessage &response);
+    void handleActivation(const QDBusMessage &activation);
+    void handleClosedSession(const QDBusMessage &closing);
+
+private:
+    /// How far the talk with the present portal has come.
+    enum class Step {
+        Idle, ///< no portal, or none known yet, or it refused, or it has ended the session
+        CreatingSession,
+        Binding,
+        Bound,
+    };
+
+    void openBus();
+    void closeBus();
+    void follow();
+    void forgetPortal();
+    void introduce();
+    void createSession();
+    void bind();
+    void call(const QDBusMessage &call);
+    bool isAnswer(const QDBusMessage &response, Step step) const;
+    QString handle(const QString &token) const;
+
+    std::function<void()> m_pressed;
+    HotkeyCombination m_combination;
+    QTimer m_start;
+    std::unique_ptr<MessageBus> m_bus; ///< while a hot key is registered
+    std::unique_ptr<QDBusServiceWatcher> m_service;
+    std::unique_ptr<QObject> m_talk; ///< with one portal; replies of an earlier one find nobody
+    QString m_portal; ///< the unique bus name of the last one that answered
+    Step m_step = Step::Idle;
+};

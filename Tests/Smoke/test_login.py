@@ -1,0 +1,60 @@
+"""That a login starts the program, unless the user does not want it."""
+import os
+import subprocess
+import unittest
+from pathlib import Path
+
+from window_case import WindowCase
+
+
+class TestLogin(WindowCase):
+    def entry(self):
+        return Path(self.desktop.environment["XDG_CONFIG_HOME"]) / \
+            "autostart" / "org.meterkin.Meterkin.desktop"
+
+    def is_autostarted(self):
+        """Whether a desktop would start it now."""
+        return os.path.realpath(self.program_path) in self.desktop.run(
+            "dex", "--autostart", "--dry-run", "--environment", "METERKIN")
+
+    def wait_for_autostart(self):
+        self.desktop.wait(self.is_autostarted, 5, "an autostart entry")
+
+    def check_entry(self):
+        subprocess.run(["desktop-file-validate", str(self.entry())], check=True)
+
+    def test_follows_the_user(self):
+        self.open_desktop("xfce4")
+        self.start()
+        self.wait_for_autostart()
+        self.check_entry()
+        self.wait_for_item()
+        self.stop()
+
+        # as the desktop's own tools switch it off
+        self.entry().write_text(self.entry().read_text() + "Hidden=true\n")
+        self.start()
+        self.wait_for_setting("launchAtLogin", "false")
+        self.wait_for_item()
+        self.assertFalse(self.is_autostarted())
+
+        self.click_title()
+        self.wait_for(self.popover)
+        self.key("Tab", "Return")
+        self.wait_for(self.settings_window)
+        self.click_in(self.settings_window, 424, 404)     # "Launch at login"
+        self.wait_for_setting("launchAtLogin", "true")
+        self.wait_for_autostart()
+        self.check_entry()
+        self.stop()
+
+        # the login
+        self.desktop.spawn(["dex", "--autostart", "--environment", "METERKIN", "--search-paths",
+                            str(self.entry().parent)], "login")
+        self.desktop.wait(self.items, 10, "the item")
+        self.assertEqual(self.launch("second").wait(10), 0)
+        self.wait_for(self.popover)
+
+
+if __name__ == "__main__":
+    unittest.main()
