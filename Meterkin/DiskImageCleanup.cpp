@@ -1,9 +1,70 @@
 #include "DiskImageCleanup.h"
 
-DiskImageCleanup::DiskImageCleanup(DiskImages *images, const QString &bundlePath)
-    : m_images(images)
+#include "Platform/DiskImages.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QThread>
+
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace {
+
+bool isInstalled(const QString &bundlePath)
+{
+    const QString everybodys = QStringLiteral("/Applications");
+    const QString own = QDir::home().filePath(QStringLiteral("Applications"));
+    // A program that lies loose in there has no bundle. The folder's name must not stand in for
+    // one: most images carry a link of that name.
+    if (bundlePath == everybodys || bundlePath == own)
+        return false;
+    return bundlePath.startsWith(everybodys) || bundlePath.startsWith(own);
+}
+
+struct SourceImage {
+    QString imagePath;
+    QString mountPoint;
+};
+
+std::optional<SourceImage> findSourceImage(DiskImages &images, const QString &bundlePath)
+{
+    const QString name = bundlePath.section(u'/', -1);
+    const std::optional<QList<DiskImage>> attached = images.attachedImages();
+    if (!attached)
+        return std::nullopt;
+    for (const DiskImage &image : *attached) {
+        for (const QString &mountPoint : image.mountPoints) {
+            const QString candidate = mountPoint + u'/' + name;
+            // An image that is mounted where we run from is no left-over.
+            if (candidate != bundlePath && QFileInfo::exists(candidate))
+                return SourceImage{image.imagePath, mountPoint};
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+DiskImageCleanup::DiskImageCleanup(std::shared_ptr<DiskImages> images, const QString &bundlePath,
+                                   std::chrono::milliseconds wait)
+    : m_images(std::move(images))
     , m_bundlePath(bundlePath)
+    , m_wait(wait)
 {
 }
 
-void DiskImageCleanup::start() { }
+void DiskImageCleanup::start()
+{
+    if (!m_images || !isInstalled(m_bundlePath))
+        return;
+    QThread *worker = QThread::create([images = m_images, path = m_bundlePath, wait = m_wait] {
+        std::this_thread::sleep_for(wait);
+        const std::optional<SourceImage> source = findSourceImage(*images, path);
+        if (source && images->detach(source->mountPoint))
+            images->moveToTrash(source->imagePath);
+    });
+    QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+    worker->start(QThread::IdlePriority);
+}

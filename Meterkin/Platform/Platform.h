@@ -52,6 +52,6 @@ public:
     virtual WindowStyle *windowStyle() { return nullptr; }
     virtual KeyDownMonitor *keyDownMonitor() { return nullptr; }
     virtual DesktopAppearance *desktopAppearance() { return nullptr; }
-    virtual DiskImages *diskImages() { return nullptr; }
+    virtual std::shared_ptr<DiskImages> diskImages() { return nullptr; }
     virtual InformationAlert *informationAlert() { return nullptr; }
 };

@@ -54,7 +54,11 @@ public:
     PopoverContainer *popover() override { return noted("popover", &shownPopover); }
     WindowStyle *windowStyle() override { return &style; }
     DesktopAppearance *desktopAppearance() override { return &appearance; }
-    DiskImages *diskImages() override { return noted("disk images", &m_images); }
+    std::shared_ptr<DiskImages> diskImages() override
+    {
+        calls << QStringLiteral("disk images");
+        return nullptr;
+    }
     QVariantMap informationDictionary() const override { return dictionary; }
     QString bundlePath() const override { return QStringLiteral("/nowhere/Meterkin"); }
     QVariantMap dictionary{{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.2")}};
@@ -107,9 +111,4 @@ private:
         bool canCheckForUpdates() const override { return false; }
         void checkForUpdates() override { }
     } m_updates;
-
-    struct Images : DiskImages {
-        std::optional<QList<DiskImage>> attachedImages() override { return std::nullopt; }
-        bool detach(const QString &) override { return false; }
-    } m_images;
 };

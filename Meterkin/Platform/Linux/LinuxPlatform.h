@@ -9,6 +9,7 @@
 #include "Platform/Linux/LinuxNotificationCentre.h"
 #include "Platform/Linux/LinuxPopover.h"
 #include "Platform/Linux/LinuxWindowStyle.h"
+#include "Platform/Linux/LoopDevices.h"
 #include "Platform/Linux/MessageBus.h"
 #include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Linux/X11Connection.h"
@@ -40,6 +41,7 @@ public:
     HotkeyRegistrar *hotkeyRegistrar() override;
     DesktopAppearance *desktopAppearance() override { return &m_appearance; }
     InformationAlert *informationAlert() override { return &m_informationAlert; }
+    std::shared_ptr<DiskImages> diskImages() override { return std::make_shared<LoopDevices>(); }
 
 private:
     DefaultsFile m_defaults;

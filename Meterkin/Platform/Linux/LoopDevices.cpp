@@ -1,0 +1,198 @@
+#include "Platform/Linux/LoopDevices.h"
+
+#include "Platform/Linux/KernelFile.h"
+#include "Platform/Linux/MountTable.h"
+#include "Platform/Linux/NumberText.h"
+#include "Platform/Linux/StorageService.h"
+#include "Platform/Linux/Trash.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+
+#include <fcntl.h>
+#include <linux/loop.h>
+#include <sys/ioctl.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+class Descriptor {
+public:
+    explicit Descriptor(const std::string &path)
+        : m_number(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
+    {
+    }
+    ~Descriptor()
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+    int number() const { return m_number; }
+
+private:
+    int m_number;
+};
+
+/// Empty when it cannot be read.
+std::string lineOf(const std::string &path)
+{
+    KernelFile file(path);
+    std::string text(file.read().value_or(std::string_view()));
+    if (text.ends_with('\n'))
+        text.pop_back();
+    return text;
+}
+
+/// Absent for a path that a text cannot hold: naming another file by it would be worse.
+std::optional<QString> textOf(const std::string &path)
+{
+    const QByteArray bytes = QByteArray::fromStdString(path);
+    const QString text = QFile::decodeName(bytes);
+    return QFile::encodeName(text) == bytes ? std::optional(text) : std::nullopt;
+}
+
+/// A disk behind a loop device, or a path that leads elsewhere from here, is no image's file. One
+/// that is gone is: its volume is still there.
+bool canBeImage(const std::string &path)
+{
+    struct stat status = {};
+    return path.starts_with('/')
+        && (lstat(path.c_str(), &status) == 0 ? S_ISREG(status.st_mode) : errno == ENOENT);
+}
+
+} // namespace
+
+LoopDevices::LoopDevices(std::string blockFolder, std::string mountInfoPath,
+                         std::string deviceFolder)
+    : m_blockFolder(std::move(blockFolder))
+    , m_mountInfoPath(std::move(mountInfoPath))
+    , m_deviceFolder(std::move(deviceFolder))
+{
+}
+
+std::optional<QList<DiskImage>> LoopDevices::attachedImages()
+{
+    const std::optional<std::vector<Loop>> attached = loops();
+    if (!attached)
+        return std::nullopt;
+    QList<DiskImage> images;
+    for (const Loop &loop : *attached) {
+        const std::optional<QString> imagePath = textOf(loop.imagePath);
+        if (!imagePath || !canBeImage(loop.imagePath))
+            continue;
+        DiskImage image{*imagePath, {}};
+        for (const Volume &volume : loop.volumes) {
+            if (const std::optional<QString> point = textOf(volume.mountPoint))
+                image.mountPoints << *point;
+        }
+        images << image;
+    }
+    return images;
+}
+
+bool LoopDevices::detach(const QString &mountPoint)
+{
+    const std::string found = QFile::encodeName(mountPoint).toStdString();
+    const auto isFound = [&](const Volume &volume) { return volume.mountPoint == found; };
+    std::optional<std::vector<Loop>> attached = loops();
+    if (!attached)
+        return true;
+    const auto loop = std::find_if(attached->begin(), attached->end(), [&](const Loop &each) {
+        return std::any_of(each.volumes.begin(), each.volumes.end(), isFound);
+    });
+    if (loop == attached->end())
+        return true;
+
+    // Many loop devices free themselves when unmounted. While we hold it, the device cannot pass on
+    // to another image; those who may not open it cannot free what is not theirs either.
+    const Descriptor device(m_deviceFolder + '/' + loop->name);
+    const auto isSame = [&] { return imagePathOf(loop->name) == loop->imagePath; };
+    if (!isSame())
+        return true;
+
+    StorageService service;
+    std::stable_partition(loop->volumes.begin(), loop->volumes.end(), isFound);
+    for (const Volume &volume : loop->volumes) {
+        if (service.unmount(volume.device)
+            || umount2(volume.mountPoint.c_str(), UMOUNT_NOFOLLOW) == 0)
+            continue;
+        return service.isThere() || errno != EPERM;
+    }
+    const bool isFree = device.number() >= 0 && ioctl(device.number(), LOOP_CLR_FD, 0) == 0;
+    if (!isFree && isSame())
+        service.deleteLoop(loop->name);
+    return true;
+}
+
+void LoopDevices::moveToTrash(const QString &imagePath)
+{
+    // A file of somebody else's, in a folder that is not ours to write, stays: the kernel sees to
+    // it.
+    ::moveToTrash(QFile::encodeName(imagePath).toStdString());
+}
+
+std::optional<std::vector<LoopDevices::Loop>> LoopDevices::loops() const
+{
+    KernelFile mountInfo(m_mountInfoPath);
+    const std::optional<std::string_view> text = mountInfo.read();
+    if (!text)
+        return std::nullopt;
+    const std::vector<Mount> mounts = mountsIn(*text);
+
+    std::vector<Loop> found;
+    for (const std::string &name : namesIn(m_blockFolder, "loop")) {
+        Loop loop{name, imagePathOf(name), {}};
+        if (loop.imagePath.empty())
+            continue;
+        const std::string folder = m_blockFolder + '/' + name;
+        std::vector<std::pair<std::string, std::string>> devices{{lineOf(folder + "/dev"), name}};
+        for (const std::string &partition : namesIn(folder, name + 'p'))
+            devices.emplace_back(lineOf(folder + '/' + partition + "/dev"), partition);
+        // By number: the source that a mount names is whatever the one who mounted it has said.
+        for (const Mount &mount : mounts) {
+            const auto device = std::find_if(devices.begin(), devices.end(), [&](const auto &each) {
+                return each.first == mount.device;
+            });
+            if (device != devices.end())
+                loop.volumes.push_back({device->second, mount.point});
+        }
+        found.push_back(std::move(loop));
+    }
+    return found;
+}
+
+/// The entries of a folder that are the prefix and a number, in the order of their numbers.
+std::vector<std::string> LoopDevices::namesIn(const std::string &folder,
+                                              const std::string &prefix) const
+{
+    std::vector<std::pair<std::uint64_t, std::string>> numbered;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        std::string name = entry->path().filename().string();
+        if (!name.starts_with(prefix))
+            continue;
+        std::string_view digits = std::string_view(name).substr(prefix.size());
+        if (digits.find_first_not_of("0123456789") != std::string_view::npos)
+            continue;
+        if (const std::optional<std::uint64_t> number = takeNumber(digits))
+            numbered.emplace_back(*number, std::move(name));
+    }
+    std::sort(numbered.begin(), numbered.end());
+    std::vector<std::string> names;
+    for (auto &[number, name] : numbered)
+        names.push_back(std::move(name));
+    return names;
+}
+
+std::string LoopDevices::imagePathOf(const std::string &loop) const
+{
+    return lineOf(m_blockFolder + '/' + loop + "/loop/backing_file");
+}
