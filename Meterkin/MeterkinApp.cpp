@@ -7,13 +7,17 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/TerminationSignals.h"
 
+#include <QFile>
 #include <QQuickWindow>
 #include <QSessionManager>
 
 #include <cstdio>
 #include <cstdlib>
 
+#include <unistd.h>
+
 MeterkinApp::MeterkinApp(int &argc, char **argv)
+    : m_arguments(argv, argv + argc + 1)
 {
     if (!selectDisplay()) {
         std::fputs("meterkin: no display: start it inside a desktop session\n", stderr);
@@ -21,6 +25,7 @@ MeterkinApp::MeterkinApp(int &argc, char **argv)
     }
     useBatchScheduling();
     m_application = std::make_unique<QGuiApplication>(argc, argv);
+    m_program = QFile::encodeName(QCoreApplication::applicationFilePath());
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -50,5 +55,20 @@ int MeterkinApp::run()
     QObject::connect(m_instance.get(), &SingleInstance::startedAgain, m_delegate.get(),
                      &AppDelegate::showDashboard);
     m_delegate->applicationDidFinishLaunching();
-    return QGuiApplication::exec();
+    const int status = QGuiApplication::exec();
+    if (m_platform->isRestartWanted())
+        startAnew();
+    return status;
+}
+
+void MeterkinApp::startAnew()
+{
+    // All of it first: the new program would take the old one's socket for a running instance.
+    m_delegate.reset();
+    m_platform.reset();
+    m_instance.reset();
+    m_signals.reset();
+    m_application.reset();
+    execv(m_program.constData(), m_arguments.data());
+    std::perror("meterkin: cannot start anew");
 }

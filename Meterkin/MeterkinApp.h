@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QGuiApplication>
 
 #include <memory>
+#include <vector>
 
 class AppDelegate;
 class LinuxPlatform;
@@ -20,6 +22,10 @@ public:
     int run();
 
 private:
+    void startAnew();
+
+    QByteArray m_program; ///< its file, by the path that it was started from
+    std::vector<char *> m_arguments; ///< as given, ended by null
     std::unique_ptr<QGuiApplication> m_application;
     std::unique_ptr<TerminationSignals> m_signals;
     std::unique_ptr<SingleInstance> m_instance;

@@ -30,6 +30,13 @@ LinuxPlatform::LinuxPlatform()
           [this](std::uint32_t code) { return m_keyboard.keyNames().virtualKeyCode(code); })
     , m_xsettings(m_x11)
     , m_appearance(m_bus, textScaleSource())
+    , m_updates(
+          {m_systemBus, m_defaults, m_windowStyle, m_appearance, &m_notifications,
+           informationDictionary().value(QStringLiteral("CFBundleShortVersionString")).toString(),
+           QCoreApplication::applicationFilePath(), [this] {
+               m_isRestartWanted = true;
+               QCoreApplication::quit();
+           }})
 {
     const auto passTheme = [this] { m_appearance.setThemeName(m_xsettings.themeName()); };
     QObject::connect(&m_xsettings, &XSettings::themeNameChanged, &m_appearance, passTheme);

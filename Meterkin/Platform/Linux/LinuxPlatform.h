@@ -11,6 +11,7 @@
 #include "Platform/Linux/LinuxWindowStyle.h"
 #include "Platform/Linux/LoopDevices.h"
 #include "Platform/Linux/MessageBus.h"
+#include "Platform/Linux/PackageKitFramework.h"
 #include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Linux/X11Connection.h"
 #include "Platform/Linux/X11Keyboard.h"
@@ -42,12 +43,17 @@ public:
     DesktopAppearance *desktopAppearance() override { return &m_appearance; }
     InformationAlert *informationAlert() override { return &m_informationAlert; }
     std::shared_ptr<DiskImages> diskImages() override { return std::make_shared<LoopDevices>(); }
+    UpdateFramework *updateFramework() override { return &m_updates; }
+
+    /// Whether the program is to be started anew once it has ended.
+    bool isRestartWanted() const { return m_isRestartWanted; }
 
 private:
     DefaultsFile m_defaults;
     X11Connection m_x11;
     MessageBus m_bus;
     LinuxNotificationCentre m_notifications;
+    MessageBus m_systemBus{MessageBus::Kind::System};
     LinuxPopover m_popover;
     LinuxWindowStyle m_windowStyle;
     X11Keyboard m_keyboard;
@@ -57,4 +63,6 @@ private:
     InformationAlertWindow m_informationAlert{m_windowStyle, m_appearance};
     AutostartEntry m_loginItem{programToStart()};
     std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it has been asked for
+    bool m_isRestartWanted = false;
+    PackageKitFramework m_updates;
 };

@@ -1,0 +1,366 @@
+"""An update on the real package manager, from the click in the settings to the new version running:
+PackageKit, polkit and apt with a signed repository of this test's own, all of it in a container
+that leaves the machine as it was. Run by hand, as root. METERKIN_PROGRAM names a program that was
+built with FEED_URL; without it one is built. With METERKIN_PICTURES=FOLDER it leaves pictures of
+the window there."""
+import fcntl
+import functools
+import http.server
+import json
+import os
+import pwd
+import re
+import shutil
+import signal
+import subprocess
+import sys
+import threading
+import unittest
+import urllib.request
+from pathlib import Path
+
+from window_case import WindowCase
+
+PORT = 8123
+FEED_URL = f"http://127.0.0.1:{PORT}/feed.xml"
+PROJECT = Path(__file__).resolve().parents[2]
+USER = "meterkin-tester"
+OLD, NEW = "0.1.0", "0.2.0"
+REPOSITORY = Path("/srv/repository")
+PROGRAM = Path("/usr/bin/meterkin")
+TOOLS = ("unshare", "ip", "setpriv", "dbus-daemon", "apt-ftparchive", "gpg", "dpkg-deb", "Xvfb",
+         "openbox", "/usr/libexec/packagekitd", "/usr/lib/polkit-1/polkitd")
+INSIDE = "METERKIN_CONTAINER"
+TREE = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("accessible_tree.py")))
+KEY = Path("/usr/share/keyrings/shop.gpg")
+RULES = Path("/etc/polkit-1/rules.d/00-meterkin.rules")
+RULE = """polkit.addRule(function(action, subject) {
+    if (action.id == "org.freedesktop.packagekit.system-sources-refresh")
+        return polkit.Result.YES;
+    if (action.id == "org.freedesktop.packagekit.system-update")
+        return %s;
+});
+"""
+FEED = "<rss><channel><item><title>Meterkin</title></item></channel></rss>"
+
+
+def do(*command, **options):
+    done = subprocess.run([str(word) for word in command], stdin=subprocess.DEVNULL, text=True,
+                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, **options)
+    assert done.returncode == 0, f"{' '.join(map(str, command))}:\n{done.stdout}"
+    return done.stdout
+
+
+# --- outside: the container ----------------------------------------------------------------------
+
+def build_program():
+    folder = PROJECT / "build" / "update"
+    do("cmake", "--preset", "release", "-B", folder, f"-DMETERKIN_FEED_URL={FEED_URL}", cwd=PROJECT)
+    do("cmake", "--build", folder, "--target", "meterkin")
+    return folder / "meterkin"
+
+
+def enter_container():
+    """Runs this file again where all that it changes is in memory, with a network of its own."""
+    folders = {PROJECT, Path(os.environ["METERKIN_PROGRAM"]).parent}
+    pictures = os.environ.get("METERKIN_PICTURES")
+    if pictures:
+        folders.add(Path(pictures).resolve())
+    # A route that leads nowhere else, or the package manager takes the machine for offline.
+    script = """set -e
+        ip link set lo up; ip route add default dev lo
+        mount -t tmpfs tmpfs /mnt; mkdir /mnt/changes /mnt/work /mnt/root
+        mount -t overlay overlay -o lowerdir=/,upperdir=/mnt/changes,workdir=/mnt/work /mnt/root
+        for folder in dev sys; do mount --rbind /$folder /mnt/root/$folder; done
+        mount -t proc proc /mnt/root/proc
+        for folder in tmp run srv; do mount -t tmpfs tmpfs /mnt/root/$folder; done
+        for folder in {folders}; do
+            mkdir -p /mnt/root/$folder; mount --bind $folder /mnt/root/$folder
+        done
+        exec chroot /mnt/root "$@" """.format(folders=" ".join(map(str, folders)))
+    return subprocess.call(
+        ["unshare", "--mount", "--net", "--pid", "--fork", "--kill-child", "sh", "-c", script, "sh",
+         "env", f"{INSIDE}=root", "/usr/bin/python3", "-B", str(Path(__file__).resolve()),
+         *sys.argv[1:]], cwd="/")
+
+
+# --- inside, as root: the machine to update ----------------------------------------------------
+
+def build_package(version, name="meterkin", fields="", before_installing=""):
+    """A package as small as the package manager takes it, with the program where it has one."""
+    tree = Path("/srv/tree")
+    shutil.rmtree(tree, ignore_errors=True)
+    control = (f"Package: {name}\nVersion: {version}\nArchitecture: amd64\n"
+               f"Maintainer: Nobody <nobody@example.org>\n{fields}Description: system vitals\n")
+    files = [("DEBIAN/control", 0o644, control.encode()),
+             ("DEBIAN/preinst", 0o755, f"#!/bin/sh\n{before_installing}\n".encode())]
+    if name == "meterkin":
+        files.append((str(PROGRAM)[1:], 0o755, Path(os.environ["METERKIN_PROGRAM"]).read_bytes()))
+    for path, mode, content in files:
+        target = tree / path
+        target.parent.mkdir(parents=True, exist_ok=True)
+        target.write_bytes(content)
+        target.chmod(mode)
+    package = Path(f"/srv/{name}_{version}.deb")
+    do("dpkg-deb", "--root-owner-group", "-Znone", "--build", tree, package)
+    return package
+
+
+def publish(*packages, signs=True):
+    """Puts the packages into the repository."""
+    shutil.rmtree(REPOSITORY, ignore_errors=True)
+    REPOSITORY.mkdir()
+    for package in packages:
+        shutil.copy(package, REPOSITORY)
+    (REPOSITORY / "Packages").write_text(do("apt-ftparchive", "packages", ".", cwd=REPOSITORY))
+    (REPOSITORY / "Release").write_text(do("apt-ftparchive", "release", ".", cwd=REPOSITORY))
+    if signs:
+        do("gpg", "--batch", "--yes", "--clearsign", "-o", REPOSITORY / "InRelease",
+           REPOSITORY / "Release")
+    (REPOSITORY / "feed.xml").write_text(FEED)
+
+
+class Machine:
+    """The machine to update, whose states the tests ask for by name."""
+
+    def __init__(self):
+        do("useradd", "--create-home", USER)
+        do("gpg", "--batch", "--passphrase", "", "--quick-generate-key", "shop@example.org")
+        do("gpg", "--batch", "--output", KEY, "--export", "shop@example.org")
+        shutil.rmtree("/etc/apt/sources.list.d")
+        self.lock = None
+        self.old, self.new = build_package(OLD), build_package(NEW)
+        Path("/run/dbus").mkdir()
+        do("dbus-uuidgen", "--ensure=/etc/machine-id")
+        do("dbus-daemon", "--system", "--fork")     # starts all the other services by itself
+
+    def usual(self, option=f"signed-by={KEY}"):
+        """The old version, the new one to be had, and a user who may install it."""
+        if self.lock:
+            self.lock.close()
+        do("dpkg", "--purge", "meterkin", "meterkin-theme")
+        do("dpkg", "--install", self.old)
+        publish(self.old, self.new)
+        do("apt-get", "clean")
+        shutil.rmtree("/var/lib/apt/lists", ignore_errors=True)
+        Path("/etc/apt/sources.list").write_text(f"deb [{option}] http://127.0.0.1:{PORT} ./\n")
+        do("ip", "route", "replace", "default", "dev", "lo")
+        RULES.write_text(RULE % "polkit.Result.YES")
+
+    def without_news(self):
+        publish(self.old)
+
+    def offline(self):
+        do("ip", "route", "del", "default", "dev", "lo")
+
+    def nobody_to_authorize(self):
+        RULES.write_text(RULE % "null")
+
+    def forbidden(self):
+        RULES.write_text(RULE % "polkit.Result.NO")
+
+    def unsigned(self):
+        self.usual("allow-insecure=yes")
+        publish(self.old, self.new, signs=False)
+
+    def damaged(self):
+        damaged = REPOSITORY / self.new.name
+        content = damaged.read_bytes()
+        middle = len(content) // 2
+        damaged.write_bytes(content[:middle] + bytes(range(100)) + content[middle + 100:])
+
+    def locked(self):
+        self.lock = open("/var/lib/dpkg/lock-frontend", "w", encoding="utf-8")
+        fcntl.lockf(self.lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+
+    def in_the_way(self):
+        do("dpkg", "--install", build_package("1", "meterkin-theme"))
+        publish(build_package(NEW, fields="Conflicts: meterkin-theme\n"))
+
+    def slow(self):
+        publish(build_package(NEW, before_installing="sleep 2"))
+
+    def crash(self):
+        answer = do("gdbus", "call", "--system", "--dest", "org.freedesktop.DBus", "--object-path",
+                    "/", "--method", "org.freedesktop.DBus.GetConnectionUnixProcessID",
+                    "org.freedesktop.PackageKit")
+        os.kill(int(re.search(r"uint32 (\d+)", answer)[1]), signal.SIGKILL)
+
+
+class Shop(http.server.SimpleHTTPRequestHandler):
+    """The repository; what is posted puts the machine into a state."""
+    machine = None
+
+    def do_POST(self):
+        try:
+            getattr(self.machine, self.path[1:])()
+            self.send_response(204)
+        except Exception as error:      # whoever asked says it
+            print(error, file=sys.stderr)
+            self.send_response(500)
+        self.end_headers()
+
+    def log_message(self, *_):
+        pass
+
+
+def run_as_user():
+    REPOSITORY.mkdir()
+    Shop.machine = Machine()
+    server = http.server.ThreadingHTTPServer(
+        ("127.0.0.1", PORT), functools.partial(Shop, directory=REPOSITORY))
+    threading.Thread(target=server.serve_forever, daemon=True).start()
+    user = pwd.getpwnam(USER)
+    return subprocess.call(
+        ["setpriv", f"--reuid={user.pw_uid}", f"--regid={user.pw_gid}", "--clear-groups", "env",
+         f"{INSIDE}=user", f"HOME={user.pw_dir}", sys.executable, "-B", __file__, *sys.argv[1:]])
+
+
+# --- inside, as a user: the program ------------------------------------------------------------
+
+# What the machine is like, and what the window says of a check (None: an offer) and then of an
+# installation.
+FAULTS = (
+    ("without_news", "up to date", None),
+    ("offline", "no network connection", None),
+    ("nobody_to_authorize", None, "permission"),
+    ("forbidden", None, "permission"),
+    ("unsigned", None, "signature"),
+    ("damaged", None, "could not be downloaded|damaged"),
+    ("locked", None, "Another program"),
+    ("in_the_way", None, r"\(meterkin-theme\)"),
+)
+
+
+def ask_machine(state):
+    urllib.request.urlopen(f"http://127.0.0.1:{PORT}/{state}", data=b"", timeout=60).close()
+
+
+class TestUpdate(WindowCase):
+    def setUp(self):
+        super().setUp()
+        ask_machine("usual")
+        self.program_path = str(PROGRAM)
+
+    def installed(self):
+        return subprocess.run(["dpkg-query", "-W", "-f", "${Version}", "meterkin"],
+                              stdout=subprocess.PIPE, check=True, text=True).stdout
+
+    def labels(self):
+        """All that the program shows, as assistive techniques see it."""
+        found = set()
+
+        def collect(element):
+            if "showing" in element["states"]:
+                found.add(element["label"])
+            for child in element["children"]:
+                collect(child)
+        for window in json.loads(self.desktop.run(*TREE) or "[]"):
+            collect(window)
+        return found
+
+    def wait_to_show(self, pattern, seconds=60):
+        seen = set()
+
+        def shown():
+            seen.clear()
+            seen.update(self.labels())
+            return next((label for label in seen if re.search(pattern, label)), None)
+        try:
+            return self.desktop.wait(shown, seconds, pattern)
+        except TimeoutError as error:
+            self.picture("failure")
+            self.fail(f"{error}\n{sorted(seen)}")
+
+    def press(self, label):
+        self.wait_to_show(f"^{re.escape(label)}$")
+        self.desktop.wait(lambda: self.desktop.run(*TREE, "do", label, "Press").strip() == "true",
+                          what=label)
+
+    def picture(self, name):
+        folder = os.environ.get("METERKIN_PICTURES")
+        if folder:
+            self.desktop.screenshot().write_png(Path(folder) / f"{name}.png")
+
+    def start_checking(self):
+        self.open_desktop("xfce4")
+        self.desktop.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self.start()
+        self.wait_for_item_in("xfce4", seconds=10)
+        self.click_title()
+        self.wait_for(self.popover)
+        self.key("Tab", "Return")
+        self.wait_for(self.settings_window)
+        self.desktop.wait(lambda: self.desktop.run(*TREE, "do", "page tab: About", "Press"))
+        self.picture("settings")
+        self.press("push button: Check for Updates…")
+
+    def test_from_the_click_to_the_new_version(self):
+        self.start_checking()
+        self.wait_to_show(f"Meterkin {NEW}")
+        self.assertEqual(self.installed(), OLD)
+        self.picture("offered")
+        self.press("push button: Install")
+        self.wait_to_show("is installed")
+        self.assertEqual(self.installed(), NEW)
+        self.picture("installed")
+        self.press("push button: Restart Now")
+        self.desktop.wait(lambda: os.readlink(f"/proc/{self.program.pid}/exe") == str(PROGRAM),
+                          what="the new program")
+        self.wait_for_item_in("xfce4", seconds=10)
+        self.stop()
+
+    def test_what_stands_in_the_way(self):
+        for state, check, installation in FAULTS:
+            with self.subTest(state):
+                ask_machine("usual")
+                ask_machine(state)
+                self.start_checking()
+                if check:
+                    self.wait_to_show(check)
+                else:
+                    self.wait_to_show(f"Meterkin {NEW}")
+                    self.press("push button: Install")
+                    self.wait_to_show(installation)
+                self.picture(state)
+                self.assertEqual(self.installed(), OLD)
+                self.stop()
+
+    def test_package_manager_crashes(self):
+        ask_machine("slow")
+        self.start_checking()
+        self.wait_to_show(f"Meterkin {NEW}")
+        self.press("push button: Install")
+        self.wait_to_show("Installing update")
+        self.picture("installing")
+        ask_machine("crash")
+        self.wait_to_show("ended before")
+        self.picture("crash")
+        self.stop()
+
+    def test_not_from_a_package(self):
+        self.program_path = os.environ["METERKIN_PROGRAM"]
+        self.start_checking()
+        self.wait_to_show("not installed as a package")
+        self.stop()
+
+
+def main():
+    stage = os.environ.get(INSIDE)
+    if stage == "user":
+        return unittest.main()
+    if stage == "root":
+        # What follows takes the package manager to pieces.
+        assert "upperdir=/mnt/changes" in Path("/proc/self/mounts").read_text(), "no container"
+        return run_as_user()
+    missing = [tool for tool in TOOLS if not shutil.which(tool)]
+    if os.geteuid() != 0 or missing:
+        print("skipped:", f"missing: {' '.join(missing)}" if missing else "needs to be root")
+        return 0
+    os.environ["METERKIN_PROGRAM"] = str(
+        Path(os.environ.get("METERKIN_PROGRAM") or build_program()).resolve())
+    return enter_container()
+
+
+if __name__ == "__main__":
+    sys.exit(main())
