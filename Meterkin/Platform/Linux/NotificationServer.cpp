@@ -1,5 +1,7 @@
 #include "Platform/Linux/NotificationServer.h"
 
+#include "Platform/Linux/NotificationImage.h"
+
 #include <utility>
 
 namespace {
@@ -14,6 +16,8 @@ QVariantMap hints()
 {
     constexpr uchar normalUrgency = 1;
     return {{QStringLiteral("desktop-entry"), application},
+            // Themes know the icon's name only where the program is installed.
+            {QStringLiteral("image-data"), notificationIcon()},
             {QStringLiteral("urgency"), QVariant::fromValue(normalUrgency)},
             // No name stands for a server's default; of the standard ones this says it best.
             {QStringLiteral("sound-name"), QStringLiteral("dialog-warning")}};
