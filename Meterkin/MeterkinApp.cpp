@@ -2,6 +2,7 @@
 
 #include "AppDelegate.h"
 #include "Platform/Linux/BatchScheduling.h"
+#include "Platform/Linux/BusSelection.h"
 #include "Platform/Linux/DisplaySelection.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/SingleInstance.h"
@@ -23,6 +24,7 @@ MeterkinApp::MeterkinApp(int &argc, char **argv)
         std::fputs("meterkin: no display: start it inside a desktop session\n", stderr);
         std::exit(EXIT_FAILURE);
     }
+    selectBus();
     useBatchScheduling();
     m_application = std::make_unique<QGuiApplication>(argc, argv);
     m_program = QFile::encodeName(QCoreApplication::applicationFilePath());

@@ -105,6 +105,8 @@ public:
             list.beginArray();
             list.beginStructure();
             list >> id >> shortcut;
+            list.endStructure();
+            list.endArray();
         }
         m_connection.send(
             message.createReply(QVariant::fromValue(QDBusObjectPath(QStringLiteral("/unused")))));

@@ -72,6 +72,7 @@ private slots:
             {0, 800});
         row("cooldown runs from the alert", {{0, 85}, {3, 75}, {500, 85}, {503, 75}, {601, 85}},
             {0, 601});
+        row("clock set back", {{0, 85}, {3, 75}, {-9000, 85}, {-8000, 75}, {599, 85}}, {0});
         row("gap while red", {{0, {}}, {3, 85}, {300, {}}, {700, 85}}, {3});
         row("gap while below", {{0, 85}, {3, 75}, {300, {}}, {700, 85}}, {0, 700});
         row("switched on while red", {{0, 85, false}, {3, 85}}, {3});

@@ -258,7 +258,6 @@ private slots:
         m_platform->vitals->memory = 91.6;
         launch();
         m_platform->centre.answerQueries(NotificationAuthorization::Authorized);
-        QCoreApplication::processEvents();
         tick();
         QCOMPARE(m_platform->centre.posts.size(), 1U);
         QCOMPARE(m_platform->centre.posts.front().body, QStringLiteral("Memory usage is 92%"));

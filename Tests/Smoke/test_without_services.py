@@ -1,4 +1,5 @@
-"""The program where nothing that it could ask for is there."""
+"""The program where nothing that it could ask for is there, or nothing answers."""
+import socket
 import unittest
 
 from window_case import WindowCase
@@ -30,6 +31,16 @@ class TestWithoutServices(WindowCase):
         self.key("Tab", "Return")
         self.wait_for(self.settings_window)
         self.stop()
+
+    def test_silent_buses(self):
+        for silent in ("SYSTEM", "SESSION"):
+            with self.subTest(silent), socket.socket(socket.AF_UNIX) as bus:
+                self.open_desktop("lxqt")
+                bus.bind(str(self.desktop.folder / "silent"))
+                bus.listen()
+                self.start(["env", f"DBUS_{silent}_BUS_ADDRESS=unix:path={bus.getsockname()}"])
+                self.wait_for_item(20, lambda item: silent == "SESSION" or item.notifier)
+                self.stop()
 
 
 if __name__ == "__main__":

@@ -15,6 +15,12 @@ QDBusMessage busCall(const QString &method)
     return QDBusMessage::createMethodCall(busName, busPath, busName, method);
 }
 
+/// A bus that hangs for a while tells nothing. Later it would not tell by itself, either.
+bool isSilence(const QDBusMessage &reply)
+{
+    return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);
+}
+
 } // namespace
 
 LinuxNotificationCentre::LinuxNotificationCentre(MessageBus &bus, QObject *parent)
@@ -72,11 +78,7 @@ void LinuxNotificationCentre::follow()
     // From any sender: to name the sender here would mean to wait for the bus.
     connection.connect(QString(), busPath, busName, QStringLiteral("ActivatableServicesChanged"),
                        this, SLOT(askForActivatable()));
-    m_bus.call(busCall(QStringLiteral("GetNameOwner")) << NotificationServer::Service,
-               m_services.get(), [this](const QDBusMessage &reply) {
-                   const bool isReply = reply.type() == QDBusMessage::ReplyMessage;
-                   setOwner(isReply ? reply.arguments().value(0).toString() : QString());
-               });
+    askForOwner();
     askForActivatable();
 }
 
@@ -89,12 +91,25 @@ void LinuxNotificationCentre::loseBus()
     m_isActivatable.reset();
 }
 
+void LinuxNotificationCentre::askForOwner()
+{
+    m_bus.call(busCall(QStringLiteral("GetNameOwner")) << NotificationServer::Service,
+               m_services.get(), [this](const QDBusMessage &reply) {
+                   if (isSilence(reply))
+                       return askForOwner();
+                   const bool isReply = reply.type() == QDBusMessage::ReplyMessage;
+                   setOwner(isReply ? reply.arguments().value(0).toString() : QString());
+               });
+}
+
 void LinuxNotificationCentre::askForActivatable()
 {
     if (!m_services)
         return; // a signal of the lost bus, still in the queue
     m_bus.call(busCall(QStringLiteral("ListActivatableNames")), m_services.get(),
                [this](const QDBusMessage &reply) {
+                   if (isSilence(reply))
+                       return askForActivatable();
                    // An error has a text where the list would be, which is none of its names.
                    m_isActivatable = reply.arguments().value(0).toStringList().contains(
                        NotificationServer::Service);

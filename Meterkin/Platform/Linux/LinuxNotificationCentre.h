@@ -32,6 +32,7 @@ private slots:
 private:
     void follow();
     void loseBus();
+    void askForOwner();
     void setOwner(const QString &owner);
     void startServer();
     void answerQueries();

@@ -53,7 +53,8 @@ private:
     X11Connection m_x11;
     MessageBus m_bus;
     LinuxNotificationCentre m_notifications;
-    MessageBus m_systemBus{MessageBus::Kind::System};
+    // Where it is missing it hardly ever comes.
+    MessageBus m_systemBus{MessageBus::Kind::System, {.longestRetry = 60'000}};
     LinuxPopover m_popover;
     LinuxWindowStyle m_windowStyle;
     X11Keyboard m_keyboard;

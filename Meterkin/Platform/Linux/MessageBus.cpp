@@ -1,5 +1,7 @@
 #include "Platform/Linux/MessageBus.h"
 
+#include "Platform/Linux/BusGreeting.h"
+
 #include <QDBusPendingCallWatcher>
 #include <QFileInfo>
 #include <QPointer>
@@ -10,18 +12,17 @@
 
 namespace {
 
-constexpr int FirstRetryMilliseconds = 1000;
-
-/// The session's bus comes with the session; the system's, where it is missing, hardly ever comes.
-int longestRetryMilliseconds(MessageBus::Kind kind)
+QString newConnectionName()
 {
-    return kind == MessageBus::Kind::Session ? 5000 : 60'000;
+    static int count = 0;
+    return QStringLiteral("meterkin-%1").arg(++count);
 }
 
-/// Where the bus listens; empty when there is none.
-QString busAddress(MessageBus::Kind kind)
+} // namespace
+
+QString MessageBus::address(Kind kind)
 {
-    if (kind == MessageBus::Kind::System)
+    if (kind == Kind::System)
         return qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS",
                                     QStringLiteral("unix:path=/var/run/dbus/system_bus_socket"));
     const QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
@@ -36,18 +37,11 @@ QString busAddress(MessageBus::Kind kind)
     return QStringLiteral("unix:path=") + socket;
 }
 
-QString newConnectionName()
-{
-    static int count = 0;
-    return QStringLiteral("meterkin-%1").arg(++count);
-}
-
-} // namespace
-
-MessageBus::MessageBus(Kind kind, QObject *parent)
+MessageBus::MessageBus(Kind kind, BusPatience patience, QObject *parent)
     : QObject(parent)
     , m_kind(kind)
-    , m_retryMilliseconds(FirstRetryMilliseconds)
+    , m_patience(patience)
+    , m_retryMilliseconds(patience.firstRetry)
 {
     m_retry.setSingleShot(true);
     m_retry.setTimerType(Qt::VeryCoarseTimer);
@@ -63,10 +57,10 @@ MessageBus::~MessageBus()
 
 void MessageBus::call(const QDBusMessage &call, QObject *receiver,
                       std::function<void(const QDBusMessage &reply)> handler,
-                      int timeoutMilliseconds)
+                      std::optional<int> patience)
 {
     const QDBusPendingCall pending = m_connection
-        ? m_connection->asyncCall(call, timeoutMilliseconds)
+        ? m_connection->asyncCall(call, patience.value_or(m_patience.answer))
         : QDBusPendingCall::fromError(QDBusError(QDBusError::Disconnected, QString()));
     // Not owned by the receiver, which the handler may destroy.
     auto *watcher = new QDBusPendingCallWatcher(pending, this);
@@ -77,17 +71,20 @@ void MessageBus::call(const QDBusMessage &call, QObject *receiver,
 
 void MessageBus::open()
 {
-    const QString address = busAddress(m_kind);
+    const QString address = MessageBus::address(m_kind);
     if (address.isEmpty()) {
-        m_retryMilliseconds = longestRetryMilliseconds(m_kind);
+        m_retryMilliseconds = m_patience.longestRetry;
         retryLater();
         return;
     }
-    // Connecting waits for the bus's greeting. A bus that hangs must not hold up the program's
-    // end either, so nobody waits for this thread.
+    // Connecting waits for the bus, for ever if need be, and with it all connections of the kit,
+    // which one thread serves. So none is made to a bus that does not answer. Nobody waits for this
+    // thread, not even the program's end.
     const QString name = newConnectionName();
-    QThread *worker =
-        QThread::create([address, name] { QDBusConnection::connectToBus(address, name); });
+    QThread *worker = QThread::create([address, name, patience = m_patience.greeting] {
+        if (greetBus(address, patience) == BusState::Answering)
+            QDBusConnection::connectToBus(address, name);
+    });
     connect(worker, &QThread::finished, worker, [bus = QPointer(this), name] {
         if (bus)
             bus->adopt(name);
@@ -110,7 +107,7 @@ void MessageBus::adopt(const QString &name)
         retryLater();
         return;
     }
-    m_retryMilliseconds = FirstRetryMilliseconds;
+    m_retryMilliseconds = m_patience.firstRetry;
     m_connection = connection;
     emit connected(connection);
 }
@@ -129,5 +126,5 @@ void MessageBus::handleLoss()
 void MessageBus::retryLater()
 {
     m_retry.start(m_retryMilliseconds);
-    m_retryMilliseconds = std::min(2 * m_retryMilliseconds, longestRetryMilliseconds(m_kind));
+    m_retryMilliseconds = std::min(2 * m_retryMilliseconds, m_patience.longestRetry);
 }

@@ -8,6 +8,14 @@
 #include <functional>
 #include <optional>
 
+/// How long to wait, in milliseconds.
+struct BusPatience {
+    int answer = 10'000; ///< for that to a call
+    int greeting = 5'000; ///< for that to the first call
+    int firstRetry = 1'000; ///< until connecting is tried again, doubled at each failure
+    int longestRetry = 5'000;
+};
+
 /// One of the two buses, shared by everything that speaks D-Bus on it. It is opened in the
 /// background, may be absent, and may go away and come back at any time; a bus is never started by
 /// us. Main thread only.
@@ -20,20 +28,23 @@ public:
         System,
     };
 
-    static constexpr int TimeoutMilliseconds = 10'000;
+    /// Where the bus listens; empty when there is none.
+    static QString address(Kind kind);
 
     /// Begins to connect; connected() follows once the event loop runs.
-    explicit MessageBus(Kind kind = Kind::Session, QObject *parent = nullptr);
+    explicit MessageBus(Kind kind = Kind::Session, BusPatience patience = {},
+                        QObject *parent = nullptr);
     ~MessageBus() override;
 
     /// Absent while there is no bus. Keep no copy beyond disconnected().
     const std::optional<QDBusConnection> &connection() const { return m_connection; }
 
     /// Sends `call`; `handler` gets the reply or the error message, later and exactly once, unless
-    /// `receiver` is gone by then. Without a bus the answer is an error, too.
+    /// `receiver` is gone by then. Without a bus the answer is an error, too. The usual patience
+    /// can be replaced by one in milliseconds.
     void call(const QDBusMessage &call, QObject *receiver,
               std::function<void(const QDBusMessage &reply)> handler,
-              int timeoutMilliseconds = TimeoutMilliseconds);
+              std::optional<int> patience = std::nullopt);
 
 signals:
     void connected(const QDBusConnection &connection);
@@ -49,6 +60,7 @@ private:
     void retryLater();
 
     Kind m_kind;
+    BusPatience m_patience;
     std::optional<QDBusConnection> m_connection;
     QTimer m_retry;
     int m_retryMilliseconds;

@@ -43,10 +43,12 @@ void X11Focus::handleEvent(const xcb_generic_event_t *event)
     if (change.event != m_window || !m_watching || change.mode == XCB_NOTIFY_MODE_GRAB
         || change.mode == XCB_NOTIFY_MODE_UNGRAB || change.detail == XCB_NOTIFY_DETAIL_POINTER)
         return;
-    if (const xcb_window_t next = focused();
-        change.mode == XCB_NOTIFY_MODE_NORMAL && followsPointer(next)) {
-        if (next != m_window)
-            m_previous = next;
+    const xcb_window_t next = focused();
+    // What came late is of an earlier showing: meanwhile it was given back and taken again.
+    if (next == m_window)
+        return;
+    if (change.mode == XCB_NOTIFY_MODE_NORMAL && followsPointer(next)) {
+        m_previous = next;
         setFocus(m_window);
         return;
     }
@@ -61,8 +63,6 @@ bool X11Focus::followsPointer(xcb_window_t focus)
     if (!m_presses.isAvailable() || pointer.buttonDown
         || pointer.onRoot == std::exchange(m_pointer, pointer.onRoot))
         return false;
-    if (focus == m_window)
-        return true;
     xcb_window_t window = focus;
     while (window > XCB_INPUT_FOCUS_POINTER_ROOT && window != pointer.topLevel) {
         const auto cookie = xcb_query_tree(m_connection.xcb(), window);
