@@ -172,7 +172,7 @@ private:
     }
     QString makeProgram(const QString &name) const
     {
-        const QString program = m_folder->filePath(name);
+        QString program = m_folder->filePath(name);
         writeFile(program, "#!/bin/sh\n");
         QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return program;

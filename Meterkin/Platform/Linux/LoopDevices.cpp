@@ -50,6 +50,12 @@ std::string lineOf(const std::string &path)
     return text;
 }
 
+/// The number of a block device, as "7:0".
+std::string deviceOf(std::string folder)
+{
+    return lineOf(folder.append("/dev"));
+}
+
 /// Absent for a path that a text cannot hold: naming another file by it would be worse.
 std::optional<QString> textOf(const std::string &path)
 {
@@ -152,9 +158,10 @@ std::optional<std::vector<LoopDevices::Loop>> LoopDevices::loops() const
         if (loop.imagePath.empty())
             continue;
         const std::string folder = m_blockFolder + '/' + name;
-        std::vector<std::pair<std::string, std::string>> devices{{lineOf(folder + "/dev"), name}};
+        std::vector<std::pair<std::string, std::string>> devices{{deviceOf(folder), name}};
         for (const std::string &partition : namesIn(folder, name + 'p'))
-            devices.emplace_back(lineOf(folder + '/' + partition + "/dev"), partition);
+            devices.emplace_back(deviceOf(std::string(folder).append("/").append(partition)),
+                                 partition);
         // By number: the source that a mount names is whatever the one who mounted it has said.
         for (const Mount &mount : mounts) {
             const auto device = std::find_if(devices.begin(), devices.end(), [&](const auto &each) {
@@ -187,6 +194,7 @@ std::vector<std::string> LoopDevices::namesIn(const std::string &folder,
     }
     std::sort(numbered.begin(), numbered.end());
     std::vector<std::string> names;
+    names.reserve(numbered.size());
     for (auto &[number, name] : numbered)
         names.push_back(std::move(name));
     return names;

@@ -71,7 +71,7 @@ QString ownWords(PackageKitError error)
 
 QString updateProblem(PackageKitError error, const QString &details)
 {
-    if (const QString words = ownWords(error); !words.isEmpty())
+    if (QString words = ownWords(error); !words.isEmpty())
         return words;
     // Cut before it is tidied: tidying megabytes would take a while.
     const QString told = details.left(4 * LongestDetails).simplified().left(LongestDetails);

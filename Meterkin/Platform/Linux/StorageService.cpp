@@ -1,6 +1,7 @@
 #include "Platform/Linux/StorageService.h"
 
-#include <QString>
+#include "Platform/Linux/BusGreeting.h"
+#include "Platform/Linux/MessageBus.h"
 
 #include <dbus/dbus.h>
 
@@ -51,12 +52,12 @@ bool isSilence(const DBusError &error)
 
 StorageService::StorageService()
 {
-    const std::string address =
-        qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS",
-                             QStringLiteral("unix:path=/var/run/dbus/system_bus_socket"))
-            .toStdString();
-    m_connection = dbus_connection_open_private(address.c_str(), nullptr);
-    // The library's own greeting waits for ever, under a lock that other connections need to close.
+    // Until the bus has let the client in, the library's calls know no time limit.
+    const QString address = MessageBus::address(MessageBus::Kind::System);
+    if (greetBus(address, TimeoutMilliseconds) != BusState::Answering)
+        return;
+    m_connection = dbus_connection_open_private(address.toUtf8().constData(), nullptr);
+    // Not the library's own greeting: it holds a lock that other connections need to close.
     const Message greeting(dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS,
                                                         DBUS_INTERFACE_DBUS, "Hello"));
     if (!isThere() || !greeting || !send(greeting.get()))

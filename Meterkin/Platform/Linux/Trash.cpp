@@ -53,7 +53,7 @@ bool ensureFolder(const std::string &path)
 /// Where the user keeps data; empty when that is unknown.
 std::string dataFolder()
 {
-    const std::string data = qgetenv("XDG_DATA_HOME").toStdString();
+    std::string data = qgetenv("XDG_DATA_HOME").toStdString();
     if (data.starts_with('/'))
         return data;
     const std::string home = qgetenv("HOME").toStdString();
