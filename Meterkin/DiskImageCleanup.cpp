@@ -16,9 +16,9 @@ bool isInstalled(const QString &bundlePath)
 {
     const QString everybodys = QStringLiteral("/Applications");
     const QString own = QDir::home().filePath(QStringLiteral("Applications"));
-    // A program that lies loose in there has no bundle. The folder's name must not stand in for
-    // one: most images carry a link of that name.
-    if (bundlePath == everybodys || bundlePath == own)
+    // A program that lies loose in there, or as part of a tree, has no bundle. The folder's name
+    // must not stand in for one: many an image carries that name, and is no left-over of ours.
+    if (bundlePath == everybodys || bundlePath == own || bundlePath.endsWith(u"/bin"))
         return false;
     return bundlePath.startsWith(everybodys) || bundlePath.startsWith(own);
 }

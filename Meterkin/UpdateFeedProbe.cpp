@@ -1,14 +1,20 @@
 #include "UpdateFeedProbe.h"
 
+#include <QEventLoop>
+#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QThread>
 #include <QUtf8StringView>
+
+#include <memory>
 
 namespace {
 
 constexpr int MostRedirections = 5;
 constexpr int StatusOk = 200;
 constexpr qint64 BufferBytes = 64 * 1024;
+constexpr int MomentMilliseconds = 100;
 
 QNetworkRequest requestFor(const QUrl &feed)
 {
@@ -29,6 +35,29 @@ bool listsItems(const QByteArray &body)
         && (body.contains("<item>") || body.contains("<item "));
 }
 
+/// Waits for the feed, or for the end of the thread that it runs on.
+bool listsItems(const QUrl &feed)
+{
+    QNetworkAccessManager network;
+    const std::unique_ptr<QNetworkReply> reply(network.get(requestFor(feed)));
+    reply->setReadBufferSize(BufferBytes); // what comes faster than it is read waits outside
+    QByteArray body;
+    const auto receive = [&] {
+        body += reply->read(UpdateFeedProbe::MostBytes + 1 - body.size());
+        if (body.size() > UpdateFeedProbe::MostBytes)
+            reply->abort();
+    };
+    QEventLoop exchange;
+    QObject::connect(reply.get(), &QNetworkReply::readyRead, &exchange, receive);
+    QObject::connect(reply.get(), &QNetworkReply::finished, &exchange, &QEventLoop::quit);
+    exchange.exec();
+    if (reply->isOpen()) // not after an abort
+        receive();
+    return reply->isFinished() && reply->error() == QNetworkReply::NoError
+        && reply->attribute(QNetworkRequest::HttpStatusCodeAttribute) == StatusOk
+        && body.size() <= UpdateFeedProbe::MostBytes && listsItems(body);
+}
+
 } // namespace
 
 bool UpdateFeedProbe::canAsk(const QUrl &feed)
@@ -37,33 +66,38 @@ bool UpdateFeedProbe::canAsk(const QUrl &feed)
         && (feed.scheme() == u"https" || feed.scheme() == u"http");
 }
 
+// On a thread of its own, because the system may have to fetch a script over the network before it
+// can name the proxy, and the kit waits for that where it asks.
 UpdateFeedProbe::UpdateFeedProbe(const QUrl &feed, std::chrono::milliseconds timeLimit,
                                  QObject *parent)
     : QObject(parent)
-    , m_reply(m_network.get(requestFor(feed)))
 {
-    m_reply->setReadBufferSize(BufferBytes); // what comes faster than it is read waits outside
-    connect(m_reply, &QNetworkReply::readyRead, this, &UpdateFeedProbe::receive);
-    connect(m_reply, &QNetworkReply::finished, this, &UpdateFeedProbe::finish);
-    // Not the request's own limit: that one starts anew with every byte.
+    const auto answer = std::make_shared<bool>(false);
+    m_thread = QThread::create([feed, answer] { *answer = listsItems(feed); });
+    connect(m_thread, &QThread::finished, this, [this, answer] {
+        if (!m_timeLimit.isActive())
+            return; // given up already
+        m_timeLimit.stop();
+        emit answered(*answer);
+    });
+    connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
     m_timeLimit.setSingleShot(true);
-    connect(&m_timeLimit, &QTimer::timeout, m_reply, &QNetworkReply::abort);
+    connect(&m_timeLimit, &QTimer::timeout, this, &UpdateFeedProbe::giveUp);
     m_timeLimit.start(timeLimit);
+    m_thread->start();
 }
 
-void UpdateFeedProbe::receive()
+UpdateFeedProbe::~UpdateFeedProbe()
 {
-    m_body += m_reply->read(MostBytes + 1 - m_body.size());
-    if (m_body.size() > MostBytes)
-        m_reply->abort();
+    if (!m_thread)
+        return;
+    m_thread->quit();
+    if (m_thread->wait(MomentMilliseconds))
+        delete m_thread;
 }
 
-void UpdateFeedProbe::finish()
+void UpdateFeedProbe::giveUp()
 {
-    m_timeLimit.stop();
-    if (m_reply->isOpen()) // not after an abort
-        receive();
-    emit answered(m_reply->error() == QNetworkReply::NoError
-                  && m_reply->attribute(QNetworkRequest::HttpStatusCodeAttribute) == StatusOk
-                  && m_body.size() <= MostBytes && listsItems(m_body));
+    m_thread->quit();
+    emit answered(false);
 }

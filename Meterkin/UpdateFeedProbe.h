@@ -1,15 +1,16 @@
 #pragma once
 
-#include <QByteArray>
-#include <QNetworkAccessManager>
 #include <QObject>
+#include <QPointer>
+#include <QThread>
 #include <QTimer>
 #include <QUrl>
 
 #include <chrono>
 
 /// Asks an update feed once whether it lists any item. All that it takes to reach the network is
-/// made with it and gone with it. Destroyed before the answer it gives none. Main thread only.
+/// made with it, on a thread of its own, and gone with it. Destroyed before the answer it gives
+/// none. Main thread only.
 class UpdateFeedProbe : public QObject {
     Q_OBJECT
 
@@ -23,17 +24,16 @@ public:
     /// Begins to ask. The limit is that of the whole exchange, redirections included.
     explicit UpdateFeedProbe(const QUrl &feed, std::chrono::milliseconds timeLimit = TimeLimit,
                              QObject *parent = nullptr);
+    /// Gives up; what hangs is left to itself after a moment.
+    ~UpdateFeedProbe() override;
 
 signals:
     /// Once, later. False also for whatever could not be fetched, is too large or is no text.
     void answered(bool listsItems);
 
 private:
-    void receive();
-    void finish();
+    void giveUp();
 
-    QNetworkAccessManager m_network;
-    QNetworkReply *m_reply; ///< the network's
-    QByteArray m_body;
+    QPointer<QThread> m_thread; ///< deletes itself when it has finished
     QTimer m_timeLimit;
 };

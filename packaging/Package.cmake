@@ -27,13 +27,17 @@ function(debian_packages section result)
 endfunction()
 
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS scripts/packages)
-debian_packages(run CPACK_DEBIAN_PACKAGE_DEPENDS)
+debian_packages(run run_packages)
+# The libraries with their versions come from the program itself: it works with no older one, nor
+# with another of those whose inner parts it uses.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+string(REGEX REPLACE "lib[^,]+, " "" CPACK_DEBIAN_PACKAGE_DEPENDS "${run_packages}")
 debian_packages(recommended CPACK_DEBIAN_PACKAGE_RECOMMENDS)
 set(CPACK_PACKAGE_NAME meterkin)
 set(CPACK_PACKAGE_CONTACT "The Meterkin developers")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "CPU, memory and fan speed in the panel of your desktop")
 set(CPACK_PACKAGE_DESCRIPTION
-    "Shows one vital of the machine as coloured text in the panel, all of them on a click, and tells when one turns red.")
+    "Shows one vital of the machine as coloured text in the panel, all of\nthem on a click, and tells when one turns red.")
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/package)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS

@@ -23,8 +23,8 @@ public:
     /// can, even while a check runs.
     virtual QString unavailableReason() const { return {}; }
 
-    /// A check that the user asked for; opens the framework's own windows. Ignored while
-    /// canCheckForUpdates() is false.
+    /// A check that the user asked for; opens the framework's own windows. One in the background
+    /// gives way to it; ignored while another one runs, and where nothing can be checked.
     virtual void checkForUpdates() = 0;
 
 signals:

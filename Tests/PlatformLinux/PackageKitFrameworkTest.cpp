@@ -257,9 +257,29 @@ private slots:
         QTRY_COMPARE(m_framework->session()->phase(), Phase::Offered);
         emit m_framework->session()->installRequested();
         QTRY_VERIFY(m_service->calls.contains(download));
+        m_service->calls.clear();
         emit m_framework->session()->cancelRequested();
         QCOMPARE(m_framework->session()->phase(), Phase::Offered);
+        QTRY_VERIFY(m_service->calls.contains(QStringLiteral("Cancel")));
         QVERIFY(!m_service->calls.contains(installation));
+
+        m_service->vanish();
+        emit m_framework->session()->installRequested();
+        QTRY_COMPARE(m_framework->session()->phase(), Phase::Failed);
+        QVERIFY(m_framework->session()->problem().contains(u"does not answer"));
+    }
+
+    void givesWayToTheUser()
+    {
+        Script &list = m_service->scripts[QStringLiteral("GetUpdates")];
+        list.ending = Ending::Hangs;
+        make({PackageKitTransaction::Patience, std::chrono::milliseconds(0)});
+        m_framework->start();
+        QTRY_VERIFY(m_service->calls.contains(QStringLiteral("GetUpdates 2")));
+        list.ending = Ending::Finishes;
+        m_framework->checkForUpdates();
+        QTRY_COMPARE(m_framework->session()->phase(), Phase::Offered);
+        QVERIFY(m_service->calls.contains(QStringLiteral("Cancel")));
     }
 
     void neverInstallsInTheBackground_data()
@@ -311,9 +331,9 @@ private slots:
         emit m_framework->session()->installRequested();
         QTRY_VERIFY(m_service->calls.contains(installation));
         window()->close();
-        QVERIFY(!m_service->calls.contains(QStringLiteral("Cancel")));
         m_service->finishLast();
         QTRY_COMPARE(m_centre->posts.size(), 1U);
+        QCOMPARE(m_service->calls.last(), installation); // nobody has cancelled it
         QVERIFY(m_centre->posts[0].title.contains(u"installed"));
         emit m_centre->clicked(m_centre->posts[0].identifier);
         QCOMPARE(m_framework->session()->phase(), Phase::Installed);

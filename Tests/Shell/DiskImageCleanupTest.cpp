@@ -40,8 +40,9 @@ private slots:
         m_home = qgetenv("HOME");
         qputenv("HOME", m_folder.path().toUtf8());
         QDir folder(m_folder.path());
-        for (const char *path : {"ours/Meterkin", "again/Meterkin", "foreign/Other",
-                                 "foreign/Applications", "Applications/mounted/Meterkin", "empty"})
+        for (const char *path :
+             {"ours/Meterkin", "again/Meterkin", "foreign/Other", "foreign/Applications",
+              "foreign/bin", "Applications/mounted/Meterkin", "empty"})
             QVERIFY(folder.mkpath(QString::fromLatin1(path)));
         QVERIFY(QFile(folder.filePath(QStringLiteral("again/Meterkin.AppImage")))
                     .open(QIODevice::WriteOnly));
@@ -68,6 +69,7 @@ private slots:
         row("begins like the user's", "~/Applications2/Meterkin", both, found);
         row("elsewhere", "/opt/Meterkin", both, "");
         row("loose in the folder", "~/Applications", "a=foreign", "");
+        row("in a tree", "~/Applications/meterkin/bin", "a=foreign", "");
         row("the image itself", "~/mounted/Meterkin", "a=mounted", "");
         row("an image mounted in there", "~/Applications/mounted/Meterkin",
             "a=Applications/mounted", "list");

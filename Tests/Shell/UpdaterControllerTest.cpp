@@ -3,7 +3,14 @@
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
+#include <QFile>
 #include <QNetworkProxyFactory>
+#include <QPointer>
+#include <QProcess>
+#include <QSemaphore>
+#include <QSslKey>
+#include <QTemporaryDir>
+#include <QThread>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -43,6 +50,43 @@ QByteArray redirection(const QByteArray &to)
     return "HTTP/1.1 302 Found\r\nLocation: " + to + "\r\nContent-Length: 0\r\n\r\n";
 }
 
+/// A system that takes its time to name the proxy, and names one that refuses everything.
+struct HangingProxies : QNetworkProxyFactory {
+    inline static QSemaphore asked{0}, released{0};
+    inline static QPointer<QThread> thread; ///< the last that has asked
+
+    QList<QNetworkProxy> queryProxy(const QNetworkProxyQuery &) override
+    {
+        thread = QThread::currentThread();
+        asked.release();
+        released.acquire();
+        return {QNetworkProxy(QNetworkProxy::HttpProxy, u"127.0.0.1"_s, 1)};
+    }
+};
+
+/// A key of a moment, which this process then trusts.
+QSslConfiguration makeEncryption()
+{
+    const QTemporaryDir folder;
+    const QString key = folder.filePath(u"key"_s);
+    const QString certificate = folder.filePath(u"certificate"_s);
+    QProcess openssl;
+    openssl.start(u"openssl"_s,
+                  {u"req"_s, u"-x509"_s, u"-newkey"_s, u"ec"_s, u"-pkeyopt"_s,
+                   u"ec_paramgen_curve:prime256v1"_s, u"-nodes"_s, u"-subj"_s, u"/CN=test"_s,
+                   u"-addext"_s, u"subjectAltName=IP:127.0.0.1"_s, u"-keyout"_s, key, u"-out"_s,
+                   certificate});
+    openssl.waitForFinished();
+    QSslConfiguration ours = QSslConfiguration::defaultConfiguration();
+    if (ours.addCaCertificates(certificate))
+        QSslConfiguration::setDefaultConfiguration(ours);
+    QFile file(key);
+    if (file.open(QIODevice::ReadOnly))
+        ours.setPrivateKey(QSslKey(&file, QSsl::Ec));
+    ours.setLocalCertificateChain(QSslCertificate::fromPath(certificate));
+    return ours;
+}
+
 const QByteArray unending = "HTTP/1.1 200 OK\r\n\r\n<item>";
 
 } // namespace
@@ -51,7 +95,12 @@ class UpdaterControllerTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase() { QNetworkProxyFactory::setUseSystemConfiguration(false); }
+    void initTestCase()
+    {
+        QNetworkProxyFactory::setUseSystemConfiguration(false);
+        m_encrypted.encryption = makeEncryption();
+        QVERIFY2(!m_encrypted.encryption->privateKey().isNull(), "openssl is missing");
+    }
 
     void init()
     {
@@ -60,6 +109,9 @@ private slots:
         m_server.requests.clear();
         m_server.answers = {{"/item", {reply("<rss><item></item></rss>")}},
                             {"/loop", {redirection("/loop")}}};
+        m_encrypted.answers = m_server.answers;
+        const QByteArray plain = m_server.address(u"/item"_s).toLatin1();
+        m_encrypted.answers["/plain"] = {redirection(plain)};
     }
 
     void judgesTheFeed_data()
@@ -86,6 +138,11 @@ private slots:
         row("wants a password",
             reply(item, "401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"x\""));
         row("redirected", redirection("/item"), true);
+        const auto encrypted = [this](const QString &path) {
+            return redirection(m_encrypted.address(path).toLatin1());
+        };
+        row("redirected into encryption", encrypted(u"/item"_s), true);
+        row("redirected out of encryption", encrypted(u"/plain"_s));
         row("redirected to a file", redirection("file:///etc/passwd"));
         row("redirected for ever", redirection("/loop"));
         row("as large as can be", reply(mebibyte), true);
@@ -176,6 +233,25 @@ private slots:
         QVERIFY(m_server.listen(QHostAddress::LocalHost));
     }
 
+    void doesNotWaitForTheProxy()
+    {
+        QNetworkProxyFactory::setApplicationProxyFactory(new HangingProxies);
+        const QVariantMap dictionary{{u"SUFeedURL"_s, u"http://example.invalid/"_s}};
+        for (const std::chrono::milliseconds limit : {50ms, 15'000ms}) {
+            {
+                UpdaterController controller(&m_framework, m_store, dictionary, &m_alert, limit);
+                controller.checkForUpdates();
+                QVERIFY(HangingProxies::asked.tryAcquire(1, 5000));
+                QTRY_VERIFY(limit > 1s || m_alert.texts.size() == 1);
+            }
+            QVERIFY(HangingProxies::thread);
+            HangingProxies::released.release();
+            QTRY_VERIFY2(!HangingProxies::thread, "the network is kept");
+        }
+        QCOMPARE(m_alert.texts.size(), 1);
+        QNetworkProxyFactory::setUseSystemConfiguration(false);
+    }
+
     void mirrorsTheFramework()
     {
         const QString key = u"SUAutomaticallyUpdate"_s;
@@ -202,6 +278,7 @@ private:
     qsizetype outcomes() const { return m_framework.calls.size() + m_alert.texts.size(); }
 
     ScriptedHttpServer m_server;
+    ScriptedHttpServer m_encrypted;
     ScriptedStore m_store;
     ScriptedFramework m_framework;
     ScriptedAlert m_alert;

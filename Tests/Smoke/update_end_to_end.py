@@ -1,8 +1,8 @@
 """An update on the real package manager, from the click in the settings to the new version running:
-PackageKit, polkit and apt with a signed repository of this test's own, all of it in a container
-that leaves the machine as it was. Run by hand, as root. METERKIN_PROGRAM names a program that was
-built with FEED_URL; without it one is built. With METERKIN_PICTURES=FOLDER it leaves pictures of
-the window there."""
+PackageKit, polkit and apt with our own package in a signed repository of this test's own, all of it
+in a container that leaves the machine as it was. Run by hand, as root. METERKIN_SMOKE=full also
+waits the five minutes for the check in the background. With METERKIN_PICTURES=FOLDER it leaves
+pictures of the windows there."""
 import fcntl
 import functools
 import http.server
@@ -19,17 +19,19 @@ import unittest
 import urllib.request
 from pathlib import Path
 
+from smoke_case import FULL
 from window_case import WindowCase
 
 PORT = 8123
 FEED_URL = f"http://127.0.0.1:{PORT}/feed.xml"
 PROJECT = Path(__file__).resolve().parents[2]
+BUILD = PROJECT / "build" / "update"
 USER = "meterkin-tester"
 OLD, NEW = "0.1.0", "0.2.0"
 REPOSITORY = Path("/srv/repository")
 PROGRAM = Path("/usr/bin/meterkin")
 TOOLS = ("unshare", "ip", "setpriv", "dbus-daemon", "apt-ftparchive", "gpg", "dpkg-deb", "Xvfb",
-         "openbox", "/usr/libexec/packagekitd", "/usr/lib/polkit-1/polkitd")
+         "openbox", "dunst", "/usr/libexec/packagekitd", "/usr/lib/polkit-1/polkitd")
 INSIDE = "METERKIN_CONTAINER"
 TREE = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("accessible_tree.py")))
 KEY = Path("/usr/share/keyrings/shop.gpg")
@@ -53,19 +55,22 @@ def do(*command, **options):
 
 # --- outside: the container ----------------------------------------------------------------------
 
-def build_program():
-    folder = PROJECT / "build" / "update"
-    do("cmake", "--preset", "release", "-B", folder, f"-DMETERKIN_FEED_URL={FEED_URL}", cwd=PROJECT)
-    do("cmake", "--build", folder, "--target", "meterkin")
-    return folder / "meterkin"
+def build_packages():
+    for version in OLD, NEW:
+        # only the program: the packager would have the tests built, too
+        do("cmake", "--preset", "release", "-B", BUILD, f"-DMETERKIN_FEED_URL={FEED_URL}",
+           f"-DMETERKIN_VERSION={version}", "-DCMAKE_SKIP_INSTALL_ALL_DEPENDENCY=ON", cwd=PROJECT)
+        do("cmake", "--build", BUILD, "--target", "meterkin")
+        do("cpack", "-G", "DEB", "--config", BUILD / "CPackConfig.cmake", cwd=BUILD)
 
 
 def enter_container():
     """Runs this file again where all that it changes is in memory, with a network of its own."""
-    folders = {PROJECT, Path(os.environ["METERKIN_PROGRAM"]).parent}
+    folders = {PROJECT}
     pictures = os.environ.get("METERKIN_PICTURES")
     if pictures:
         folders.add(Path(pictures).resolve())
+        Path(pictures).chmod(0o777)     # another user takes them
     # A route that leads nowhere else, or the package manager takes the machine for offline.
     script = """set -e
         ip link set lo up; ip route add default dev lo
@@ -86,24 +91,24 @@ def enter_container():
 
 # --- inside, as root: the machine to update ----------------------------------------------------
 
-def build_package(version, name="meterkin", fields="", before_installing=""):
-    """A package as small as the package manager takes it, with the program where it has one."""
-    tree = Path("/srv/tree")
-    shutil.rmtree(tree, ignore_errors=True)
-    control = (f"Package: {name}\nVersion: {version}\nArchitecture: amd64\n"
-               f"Maintainer: Nobody <nobody@example.org>\n{fields}Description: system vitals\n")
-    files = [("DEBIAN/control", 0o644, control.encode()),
-             ("DEBIAN/preinst", 0o755, f"#!/bin/sh\n{before_installing}\n".encode())]
-    if name == "meterkin":
-        files.append((str(PROGRAM)[1:], 0o755, Path(os.environ["METERKIN_PROGRAM"]).read_bytes()))
-    for path, mode, content in files:
-        target = tree / path
-        target.parent.mkdir(parents=True, exist_ok=True)
-        target.write_bytes(content)
-        target.chmod(mode)
-    package = Path(f"/srv/{name}_{version}.deb")
-    do("dpkg-deb", "--root-owner-group", "-Znone", "--build", tree, package)
-    return package
+def package(version):
+    found, = (BUILD / "package").glob(f"meterkin_{version}_*.deb")
+    return found
+
+
+def build_special(version, name="meterkin", fields="", before_installing=""):
+    """A package with nothing in it, for what goes wrong before anything is unpacked."""
+    tree = Path("/srv/tree/DEBIAN")
+    shutil.rmtree(tree.parent, ignore_errors=True)
+    tree.mkdir(parents=True)
+    (tree / "control").write_text(
+        f"Package: {name}\nVersion: {version}\nArchitecture: amd64\n"
+        f"Maintainer: Nobody <nobody@example.org>\n{fields}Description: system vitals\n")
+    (tree / "preinst").write_text(f"#!/bin/sh\n{before_installing}\n")
+    (tree / "preinst").chmod(0o755)
+    built = Path(f"/srv/{name}_{version}.deb")
+    do("dpkg-deb", "--root-owner-group", "--build", tree.parent, built)
+    return built
 
 
 def publish(*packages, signs=True):
@@ -129,7 +134,7 @@ class Machine:
         do("gpg", "--batch", "--output", KEY, "--export", "shop@example.org")
         shutil.rmtree("/etc/apt/sources.list.d")
         self.lock = None
-        self.old, self.new = build_package(OLD), build_package(NEW)
+        self.old, self.new = package(OLD), package(NEW)
         Path("/run/dbus").mkdir()
         do("dbus-uuidgen", "--ensure=/etc/machine-id")
         do("dbus-daemon", "--system", "--fork")     # starts all the other services by itself
@@ -174,11 +179,11 @@ class Machine:
         fcntl.lockf(self.lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
 
     def in_the_way(self):
-        do("dpkg", "--install", build_package("1", "meterkin-theme"))
-        publish(build_package(NEW, fields="Conflicts: meterkin-theme\n"))
+        do("dpkg", "--install", build_special("1", "meterkin-theme"))
+        publish(build_special(NEW, fields="Conflicts: meterkin-theme\n"))
 
     def slow(self):
-        publish(build_package(NEW, before_installing="sleep 2"))
+        publish(build_special(NEW, before_installing="sleep 2"))
 
     def crash(self):
         answer = do("gdbus", "call", "--system", "--dest", "org.freedesktop.DBus", "--object-path",
@@ -242,6 +247,11 @@ class TestUpdate(WindowCase):
         ask_machine("usual")
         self.program_path = str(PROGRAM)
 
+    def open_session(self):
+        self.open_desktop("xfce4")
+        del self.desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"]     # the container's is ours
+        self.desktop.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+
     def installed(self):
         return subprocess.run(["dpkg-query", "-W", "-f", "${Version}", "meterkin"],
                               stdout=subprocess.PIPE, check=True, text=True).stdout
@@ -283,8 +293,7 @@ class TestUpdate(WindowCase):
             self.desktop.screenshot().write_png(Path(folder) / f"{name}.png")
 
     def start_checking(self):
-        self.open_desktop("xfce4")
-        self.desktop.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        self.open_session()
         self.start()
         self.wait_for_item_in("xfce4", seconds=10)
         self.click_title()
@@ -344,6 +353,25 @@ class TestUpdate(WindowCase):
         self.wait_to_show("not installed as a package")
         self.stop()
 
+    def notification(self):
+        found = [window for window in self.desktop.x.windows()
+                 if window.viewable and window.name == "Dunst"]
+        return found[0] if found else None
+
+    @unittest.skipUnless(FULL, "takes five minutes")
+    def test_in_the_background(self):
+        self.open_session()
+        self.desktop.spawn(["dunst"], "dunst")
+        self.start()
+        self.wait_for_item_in("xfce4", seconds=10)
+        rect = self.wait_for(self.notification, 5 * 60 + 60).rect
+        self.picture("notification")
+        self.tool("mousemove", rect.x + rect.width // 2, rect.y + rect.height // 2, "click", 2)
+        self.wait_to_show(f"Meterkin {NEW} is downloaded and ready")
+        self.picture("offered after a notification")
+        self.assertEqual(self.installed(), OLD)
+        self.stop()
+
 
 def main():
     stage = os.environ.get(INSIDE)
@@ -357,8 +385,8 @@ def main():
     if os.geteuid() != 0 or missing:
         print("skipped:", f"missing: {' '.join(missing)}" if missing else "needs to be root")
         return 0
-    os.environ["METERKIN_PROGRAM"] = str(
-        Path(os.environ.get("METERKIN_PROGRAM") or build_program()).resolve())
+    build_packages()
+    os.environ["METERKIN_PROGRAM"] = str(BUILD / "meterkin")
     return enter_container()
 
 

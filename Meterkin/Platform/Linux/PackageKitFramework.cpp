@@ -103,7 +103,9 @@ void PackageKitFramework::updateAvailability()
 
 void PackageKitFramework::checkForUpdates()
 {
-    if (!m_canCheck)
+    // The user has been told that it can be done, and comes before what nobody waits for.
+    const bool isBusy = m_updater.work() != PackageUpdater::Work::None && !m_isBackground;
+    if (!m_service || !m_service->isAvailable() || isBusy)
         return;
     openWindow();
     beginCheck();

@@ -83,7 +83,8 @@ void PackageKitTransaction::start(Manner manner, const QString &method,
         static_cast<int>(2 * m_patience.count()));
 }
 
-void PackageKitTransaction::begin(const QDBusMessage &created, Manner manner, QDBusMessage work)
+void PackageKitTransaction::begin(const QDBusMessage &created, Manner manner,
+                                  const QDBusMessage &work)
 {
     if (m_hasEnded)
         return;
@@ -223,7 +224,8 @@ void PackageKitTransaction::fail(const QDBusMessage &error)
     if (told.name().contains(u"NotAuthorized") || told.name().contains(u"RefusedByPolicy")
         || told.type() == QDBusError::AccessDenied)
         kind = PackageKitError::NotAuthorized;
-    else if (told.type() == QDBusError::NoReply)
+    else if (told.type() == QDBusError::NoReply || told.type() == QDBusError::ServiceUnknown
+             || told.type() == QDBusError::Disconnected)
         kind = PackageKitError::ServiceSilent;
     finish({PackageKitResult::Ending::Failed, kind, told.message()});
 }

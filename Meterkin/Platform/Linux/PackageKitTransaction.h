@@ -43,7 +43,7 @@ public:
     /// Has the service do `method`, a method of its transactions; finished() follows later. Once.
     void start(Manner manner, const QString &method, const QVariantList &arguments);
 
-    /// Asks the service to stop; it may refuse.
+    /// Asks the service to stop, unless it is done; it may refuse.
     void cancel();
 
     bool isCancellable() const { return m_isCancellable; }
@@ -63,7 +63,7 @@ private slots:
     void handleProperties(const QDBusMessage &message);
 
 private:
-    void begin(const QDBusMessage &created, Manner manner, QDBusMessage work);
+    void begin(const QDBusMessage &created, Manner manner, const QDBusMessage &work);
     QDBusMessage methodCall(const QString &interface, const QString &method) const;
     void ask();
     void takeProperties(const QVariantMap &properties);

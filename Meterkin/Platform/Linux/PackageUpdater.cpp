@@ -184,10 +184,10 @@ void PackageUpdater::cancel()
 {
     if (m_work == Work::None)
         return;
-    if (m_transaction)
-        m_transaction->cancel();
     if (m_work != Work::Install)
         endWork(&PackageUpdater::cancelled);
+    else if (m_transaction)
+        m_transaction->cancel();
 }
 
 PackageKitTransaction *PackageUpdater::run(Manner manner, const QString &method,
@@ -220,6 +220,7 @@ void PackageUpdater::drop()
     if (!m_transaction)
         return;
     m_transaction->disconnect(this);
+    m_transaction->cancel();
     m_transaction->deleteLater();
     m_transaction.clear();
 }

@@ -48,7 +48,7 @@ FocusScope {
         case UpdateSession.Offered:
             return view.offered + (view.session.isDownloaded ? " is downloaded and ready to install."
                                                              : " can be installed now.")
-                + (view.current === "" ? "" : " You have " + view.current + ".")
+                + (view.current === "" ? "" : "\nYou have " + view.current + ".")
         case UpdateSession.Downloading:
         case UpdateSession.Installing:
             return view.offered + (view.session.percent < 0 ? "" : " – " + view.session.percent + "%")
