@@ -71,7 +71,8 @@ public:
         signal(session, QStringLiteral("org.freedesktop.portal.Session"), QStringLiteral("Closed"),
                {QVariantMap()});
     }
-    static void activate(const QDBusConnection &connection, const QString &ofSession, const QString &ofId)
+    static void activate(const QDBusConnection &connection, const QString &ofSession,
+                         const QString &ofId)
     {
         QDBusMessage message =
             QDBusMessage::createSignal(portalPath, shortcuts, QStringLiteral("Activated"));
