@@ -143,7 +143,8 @@ class Machine:
         """The old version, the new one to be had, and a user who may install it."""
         if self.lock:
             self.lock.close()
-        do("dpkg", "--purge", "meterkin", "meterkin-theme")
+        # also what a package manager that was killed has left half installed
+        do("dpkg", "--purge", "--force-remove-reinstreq", "meterkin", "meterkin-theme")
         do("dpkg", "--install", self.old)
         publish(self.old, self.new)
         do("apt-get", "clean")
