@@ -74,15 +74,15 @@ def enter_container():
     # A route that leads nowhere else, or the package manager takes the machine for offline.
     script = """set -e
         ip link set lo up; ip route add default dev lo
-        mount -t tmpfs tmpfs /mnt; mkdir /mnt/changes /mnt/work /mnt/root
-        mount -t overlay overlay -o lowerdir=/,upperdir=/mnt/changes,workdir=/mnt/work /mnt/root
-        for folder in dev sys; do mount --rbind /$folder /mnt/root/$folder; done
-        mount -t proc proc /mnt/root/proc
-        for folder in tmp run srv; do mount -t tmpfs tmpfs /mnt/root/$folder; done
+        mount -t tmpfs tmpfs /mnt; mkdir /mnt/changes /mnt/work /mnt/machine
+        mount -t overlay overlay -o lowerdir=/,upperdir=/mnt/changes,workdir=/mnt/work /mnt/machine
+        for folder in dev sys; do mount --rbind /$folder /mnt/machine/$folder; done
+        mount -t proc proc /mnt/machine/proc
+        for folder in tmp run srv; do mount -t tmpfs tmpfs /mnt/machine/$folder; done
         for folder in {folders}; do
-            mkdir -p /mnt/root/$folder; mount --bind $folder /mnt/root/$folder
+            mkdir -p /mnt/machine/$folder; mount --bind $folder /mnt/machine/$folder
         done
-        exec chroot /mnt/root "$@" """.format(folders=" ".join(map(str, folders)))
+        exec chroot /mnt/machine "$@" """.format(folders=" ".join(map(str, folders)))
     return subprocess.call(
         ["unshare", "--mount", "--net", "--pid", "--fork", "--kill-child", "sh", "-c", script, "sh",
          "env", f"{INSIDE}=root", "/usr/bin/python3", "-B", str(Path(__file__).resolve()),
