@@ -5,7 +5,8 @@ import Meterkin.Views
 T.Button {
     id: button
 
-    property color textColor: Theme.primary
+    property bool isDefault: false // stands out among its neighbours
+    property color textColor: button.isDefault ? Theme.textOnAccent : Theme.primary
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
@@ -18,6 +19,7 @@ T.Button {
     activeFocusOnTab: button.enabled
     Accessible.focusable: button.enabled
     Accessible.name: button.text
+    Accessible.defaultButton: button.isDefault
     Accessible.onPressAction: {
         if (button.enabled)
             button.clicked()
@@ -36,8 +38,11 @@ T.Button {
     }
     background: Rectangle {
         radius: 6
-        color: Theme.faded(Theme.separator, button.down ? 0.6 : button.hovered ? 0.45 : 0.3)
-        border.width: 1
+        color: button.isDefault
+            ? (button.down ? Qt.darker(Theme.accent, 1.2)
+                : button.hovered ? Qt.darker(Theme.accent, 1.1) : Theme.accent)
+            : Theme.faded(Theme.separator, button.down ? 0.6 : button.hovered ? 0.45 : 0.3)
+        border.width: button.isDefault ? 0 : 1
         border.color: Theme.separator
 
         FocusRing {
