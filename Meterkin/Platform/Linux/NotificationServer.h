@@ -17,6 +17,8 @@ public:
     /// `owner` is its unique bus name. The bus outlives this object.
     NotificationServer(MessageBus &bus, const QString &owner, QObject *parent = nullptr);
 
+    const QString &owner() const { return m_owner; }
+
     /// Returns at once; a failure is silent. While an earlier post of the same identifier is
     /// unanswered, the newest one waits.
     void post(const NotificationRecord &record);

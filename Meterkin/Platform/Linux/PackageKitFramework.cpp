@@ -71,8 +71,9 @@ void PackageKitFramework::connectUpdater()
 
 void PackageKitFramework::start()
 {
-    m_service = std::make_unique<PackageKitService>(m_surroundings.systemBus);
-    connect(m_service.get(), &PackageKitService::availableChanged, this, [this] {
+    m_service = std::make_unique<BusService>(m_surroundings.systemBus,
+                                             QStringLiteral("org.freedesktop.PackageKit"));
+    connect(m_service.get(), &BusService::availableChanged, this, [this] {
         updateAvailability();
         if (m_service->isAvailable())
             m_schedule.start(m_times.firstCheck);

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
+#include "Platform/Linux/BusService.h"
 #include "Platform/Linux/Dialogs/DialogWindow.h"
 #include "Platform/Linux/Dialogs/UpdateSession.h"
-#include "Platform/Linux/PackageKitService.h"
 #include "Platform/Linux/PackageUpdater.h"
 #include "Platform/Linux/UpdateSchedule.h"
 #include "Platform/NotificationCentre.h"
@@ -77,7 +77,7 @@ private:
     Times m_times;
     PackageUpdater m_updater;
     UpdateSchedule m_schedule;
-    std::unique_ptr<PackageKitService> m_service; ///< from start() on
+    std::unique_ptr<BusService> m_service; ///< from start() on
     bool m_downloadsAutomatically = false;
     bool m_canCheck = false;
     bool m_isBackground = false; ///< whether the work is none of the window's
