@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 
+#include "InterpolateColor.h"
 #include "Services/LaunchAtLogin.h"
 
 #include <QCoreApplication>
@@ -149,6 +150,19 @@ void AppDelegate::updateStatusItem()
     m_statusItem->setTitle({text, animatedColor().value_or(tierColor(tier)), widestText(metric)});
     m_statusItem->setAccessibilityLabel(QStringLiteral("meterkin: ") + text);
     m_statusItem->setToolTip(toolTipText());
+}
+
+QColor AppDelegate::tierColor(ThresholdTier tier)
+{
+    switch (tier) {
+    case ThresholdTier::green:
+        return statusItem().systemColor(SystemColor::Green);
+    case ThresholdTier::yellow:
+        return statusItem().systemColor(SystemColor::Yellow);
+    case ThresholdTier::red:
+        return statusItem().systemColor(SystemColor::Red);
+    }
+    Q_UNREACHABLE();
 }
 
 QString AppDelegate::toolTipText() const

@@ -10,7 +10,6 @@
 #include "Sampling/MetricCollector.h"
 #include "Services/AlertManager.h"
 #include "Services/HotkeyManager.h"
-#include "TierColors.h"
 #include "UpdaterController.h"
 
 #include <QObject>
@@ -63,6 +62,7 @@ private:
     void connectWindows();
     void handleTick();
     void updateStatusItem();
+    QColor tierColor(ThresholdTier tier);
     void registerHotkey();
     void handleNotificationClick(const QString &identifier);
     QString toolTipText() const;
@@ -92,8 +92,8 @@ private:
 
     ThresholdTier m_previousTier = ThresholdTier::green;
     QTimer m_animationTimer;
-    QColor m_animationStartColor = tierColor(ThresholdTier::green);
-    QColor m_animationTargetColor = tierColor(ThresholdTier::green);
+    QColor m_animationStartColor;
+    QColor m_animationTargetColor;
     std::optional<TimePoint> m_animationStartTime;
     bool m_hasCheckedFanCount = false;
 

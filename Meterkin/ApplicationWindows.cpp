@@ -26,8 +26,6 @@ ApplicationWindows::ApplicationWindows(Platform &platform, SettingsViewModel &se
     , m_settings(settings)
     , m_updater(updater)
 {
-    if (const DesktopAppearance *desktop = platform.desktopAppearance())
-        connect(desktop, &DesktopAppearance::changed, this, &ApplicationWindows::followAppearance);
 }
 
 ApplicationWindows::~ApplicationWindows()
@@ -78,9 +76,9 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCoun
     auto window = std::make_unique<QQuickWindow>();
     window->setTitle(QStringLiteral("meterkin Settings"));
     window->setIcon(applicationIcon());
-    window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
-                     | Qt::WindowCloseButtonHint);
     window->setColor(view->property("color").value<QColor>());
+    if (WindowStyle *style = m_platform.windowStyle())
+        style->makeTitled(*window);
     connect(window.get(), &QQuickWindow::visibleChanged, this, [this, made = window.get()] {
         if (made->isVisible() || made != m_settingsWindow.get())
             return;
@@ -153,7 +151,7 @@ ViewEngine &ApplicationWindows::engine()
 {
     if (!m_engine) {
         m_engine = std::make_unique<ViewEngine>();
-        followAppearance();
+        m_engine->appearance()->follow(m_platform.desktopAppearance());
     }
     return *m_engine;
 }
@@ -168,13 +166,4 @@ void ApplicationWindows::giveUpEngineSoon()
             m_platform.giveMemoryBack();
         },
         Qt::QueuedConnection);
-}
-
-void ApplicationWindows::followAppearance()
-{
-    const DesktopAppearance *desktop = m_platform.desktopAppearance();
-    if (!m_engine || desktop == nullptr)
-        return;
-    m_engine->appearance()->setDark(desktop->isDark());
-    m_engine->appearance()->setTextScale(desktop->textScale());
 }

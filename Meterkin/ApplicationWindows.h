@@ -53,7 +53,6 @@ private:
     ViewEngine &engine();
     /// Later, when what uses it may be gone; and gives back what memory is free by then.
     void giveUpEngineSoon();
-    void followAppearance();
     std::unique_ptr<QQuickWindow> makeSettingsWindow(int fanCount);
     std::unique_ptr<QQuickWindow> makeOnboardingWindow();
     void present(QQuickWindow &window);

@@ -1,16 +1,10 @@
 #include "MeterkinApp.h"
 
 #include "AppDelegate.h"
-#include "Platform/Linux/BatchScheduling.h"
-#include "Platform/Linux/BusSelection.h"
-#include "Platform/Linux/DisplaySelection.h"
-#include "Platform/Linux/LinuxPlatform.h"
-#include "Platform/Linux/SingleInstance.h"
-#include "Platform/Linux/TerminationSignals.h"
+#include "Platform/ProgramHost.h"
 
 #include <QFile>
 #include <QQuickWindow>
-#include <QSessionManager>
 
 #include <csignal>
 #include <cstdio>
@@ -33,12 +27,7 @@ void boundTheEnd()
 MeterkinApp::MeterkinApp(int &argc, char **argv)
     : m_arguments(argv, argv + argc + 1)
 {
-    if (!selectDisplay()) {
-        std::fputs("meterkin: no display: start it inside a desktop session\n", stderr);
-        std::exit(EXIT_FAILURE);
-    }
-    selectBus();
-    useBatchScheduling();
+    ProgramHost::prepare();
     m_application = std::make_unique<QGuiApplication>(argc, argv);
     m_program = QFile::encodeName(QCoreApplication::applicationFilePath());
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
@@ -47,31 +36,24 @@ MeterkinApp::MeterkinApp(int &argc, char **argv)
     // What changes once in seconds needs no graphics processor, whose driver costs more than it
     // all.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    // The autostart entry brings us back after a login, not the session's memory.
-    QObject::connect(
-        qGuiApp, &QGuiApplication::saveStateRequest, qGuiApp,
-        [](QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); });
 }
 
 MeterkinApp::~MeterkinApp() = default;
 
 int MeterkinApp::run()
 {
-    m_signals = std::make_unique<TerminationSignals>();
-    QObject::connect(m_signals.get(), &TerminationSignals::received, qGuiApp,
-                     &QCoreApplication::quit);
-
-    m_instance = std::make_unique<SingleInstance>();
-    if (!m_instance->claim())
+    m_host = ProgramHost::make();
+    const auto showDashboard = [this] {
+        if (m_delegate)
+            m_delegate->showDashboard();
+    };
+    if (!m_host->isFirstInstance(showDashboard))
         return EXIT_SUCCESS;
 
-    m_platform = std::make_unique<LinuxPlatform>();
-    m_delegate = std::make_unique<AppDelegate>(*m_platform);
-    QObject::connect(m_instance.get(), &SingleInstance::startedAgain, m_delegate.get(),
-                     &AppDelegate::showDashboard);
+    m_delegate = std::make_unique<AppDelegate>(m_host->platform());
     m_delegate->applicationDidFinishLaunching();
     const int status = QGuiApplication::exec();
-    if (m_platform->isRestartWanted())
+    if (m_host->isRestartWanted())
         startAnew();
     boundTheEnd();
     return status;
@@ -81,9 +63,7 @@ void MeterkinApp::startAnew()
 {
     // All of it first: the new program would take the old one's socket for a running instance.
     m_delegate.reset();
-    m_platform.reset();
-    m_instance.reset();
-    m_signals.reset();
+    m_host.reset();
     m_application.reset();
     execv(m_program.constData(), m_arguments.data());
     std::perror("meterkin: cannot start anew");

@@ -7,9 +7,7 @@
 #include <vector>
 
 class AppDelegate;
-class LinuxPlatform;
-class SingleInstance;
-class TerminationSignals;
+class ProgramHost;
 
 /// The program: sets the kit up, sees to it that there is one instance, and runs the delegate over
 /// this system's back end.
@@ -27,8 +25,6 @@ private:
     QByteArray m_program; ///< its file, by the path that it was started from
     std::vector<char *> m_arguments; ///< as given, ended by null
     std::unique_ptr<QGuiApplication> m_application;
-    std::unique_ptr<TerminationSignals> m_signals;
-    std::unique_ptr<SingleInstance> m_instance;
-    std::unique_ptr<LinuxPlatform> m_platform;
+    std::unique_ptr<ProgramHost> m_host;
     std::unique_ptr<AppDelegate> m_delegate;
 };

@@ -26,13 +26,10 @@ UpdaterController::UpdaterController(UpdateFramework *framework, DefaultsStore &
     setAutomaticallyDownloadsUpdates(m_store.boolean(automaticKey));
     if (m_framework == nullptr)
         return;
-    // Both reach the property in a later turn of the event loop, in this order.
-    const auto mirror = [this](bool canCheck) { m_canCheckForUpdates = canCheck; };
-    QMetaObject::invokeMethod(
-        this, [mirror, canCheck = m_framework->canCheckForUpdates()] { mirror(canCheck); },
-        Qt::QueuedConnection);
-    connect(m_framework, &UpdateFramework::canCheckForUpdatesChanged, this, mirror,
-            Qt::QueuedConnection);
+    connect(
+        m_framework, &UpdateFramework::canCheckForUpdatesChanged, this,
+        [this](bool canCheck) { m_canCheckForUpdates = canCheck; }, Qt::QueuedConnection);
+    m_framework->observe();
     connect(m_framework, &UpdateFramework::unavailableReasonChanged, this,
             [this] { m_unavailableReason = m_framework->unavailableReason(); });
     m_unavailableReason = m_framework->unavailableReason();

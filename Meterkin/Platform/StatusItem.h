@@ -5,6 +5,9 @@
 #include <QRect>
 #include <QString>
 
+/// The colours by which a system marks what is good, doubtful and bad.
+enum class SystemColor { Green, Yellow, Red };
+
 /// The title in the menu bar or panel: the system font with digits of one width, 12 points, medium.
 struct AttributedTitle {
     static constexpr int FontSize = 12; ///< logical pixels
@@ -27,6 +30,8 @@ public:
 
     /// False when the system gives an item without a button; nothing can be shown or clicked then.
     virtual bool hasButton() const = 0;
+    /// As the system has it on the item's background just now, in device RGB.
+    virtual QColor systemColor(SystemColor color) const = 0;
     virtual void setTitle(const AttributedTitle &title) = 0;
     virtual void setAccessibilityLabel(const QString &label) = 0;
     /// Plain text, lines separated by line feeds.

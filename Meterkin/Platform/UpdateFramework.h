@@ -16,8 +16,9 @@ public:
     /// May be called before start() too.
     virtual void setAutomaticallyDownloadsUpdates(bool automatically) = 0;
 
-    /// False before start() and while a check runs.
-    virtual bool canCheckForUpdates() const = 0;
+    /// From now on canCheckForUpdatesChanged() tells, first of the present state. Once, after
+    /// start().
+    virtual void observe() = 0;
 
     /// Why nothing can be checked at all on this machine, as a sentence for the user; empty when it
     /// can, even while a check runs.
@@ -28,6 +29,7 @@ public:
     virtual void checkForUpdates() = 0;
 
 signals:
+    /// False while a check runs. Any thread.
     void canCheckForUpdatesChanged(bool canCheck);
     void unavailableReasonChanged();
 };

@@ -8,3 +8,24 @@ Appearance *Appearance::create(QQmlEngine *engine, QJSEngine *)
     QJSEngine::setObjectOwnership(appearance, QJSEngine::CppOwnership);
     return appearance;
 }
+
+void Appearance::follow(const DesktopAppearance *desktop)
+{
+    m_desktop = desktop;
+    if (desktop == nullptr)
+        return;
+    connect(desktop, &DesktopAppearance::changed, this, &Appearance::take);
+    take();
+}
+
+void Appearance::take()
+{
+    m_dark = m_desktop->isDark();
+    m_textScale = m_desktop->textScale();
+    m_systemColors = m_desktop->systemColors();
+}
+
+QImage Appearance::symbol(const QString &name, double pointSize, double scale) const
+{
+    return m_desktop ? m_desktop->symbol(name, pointSize, scale) : QImage();
+}

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "Platform/DesktopAppearance.h"
+
 #include <QObject>
+#include <QPointer>
 #include <QProperty>
 #include <QtQml/qqmlregistration.h>
 
@@ -15,6 +18,8 @@ class Appearance : public QObject {
     Q_PROPERTY(bool dark READ isDark NOTIFY darkChanged BINDABLE bindableDark FINAL)
     Q_PROPERTY(
         double textScale READ textScale NOTIFY textScaleChanged BINDABLE bindableTextScale FINAL)
+    Q_PROPERTY(SystemColors systemColors READ systemColors NOTIFY systemColorsChanged BINDABLE
+                   bindableSystemColors FINAL)
 
 public:
     // No default constructor: QML would use it rather than create().
@@ -26,6 +31,9 @@ public:
     /// How QML finds it: the one of the engine.
     static Appearance *create(QQmlEngine *engine, QJSEngine *);
 
+    /// Takes everything from there, now and whenever it changes. Null leaves the look as it is.
+    void follow(const DesktopAppearance *desktop);
+
     bool isDark() const { return m_dark; }
     void setDark(bool dark) { m_dark = dark; }
     QBindable<bool> bindableDark() const { return &m_dark; }
@@ -35,12 +43,24 @@ public:
     void setTextScale(double scale) { m_textScale = scale; }
     QBindable<double> bindableTextScale() const { return &m_textScale; }
 
+    SystemColors systemColors() const { return m_systemColors; }
+    QBindable<SystemColors> bindableSystemColors() const { return &m_systemColors; }
+
+    /// As DesktopAppearance has it; null, too, without a desktop to follow.
+    QImage symbol(const QString &name, double pointSize, double scale) const;
+
 signals:
     void darkChanged();
     void textScaleChanged();
+    void systemColorsChanged();
 
 private:
+    void take();
+
+    QPointer<const DesktopAppearance> m_desktop;
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Appearance, bool, m_dark, false, &Appearance::darkChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Appearance, double, m_textScale, 1.0,
                                          &Appearance::textScaleChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Appearance, SystemColors, m_systemColors,
+                               &Appearance::systemColorsChanged)
 };

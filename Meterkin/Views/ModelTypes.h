@@ -4,6 +4,7 @@
 #include "Model/SettingsViewModel.h"
 #include "Model/SystemMetric.h"
 #include "Model/ThresholdTier.h"
+#include "Platform/DesktopAppearance.h"
 #include "Services/HotkeyRecorder.h"
 #include "UpdaterController.h"
 
@@ -37,6 +38,12 @@ struct HotkeyRecorderInQml {
     QML_FOREIGN(HotkeyRecorder)
     QML_NAMED_ELEMENT(HotkeyRecorder)
     QML_UNCREATABLE("made by the program")
+};
+
+struct SystemColorsInQml {
+    Q_GADGET
+    QML_FOREIGN(SystemColors)
+    QML_VALUE_TYPE(systemColors)
 };
 
 struct SystemMetricInQml {

@@ -13,6 +13,7 @@ using Phase = UpdateSession::Phase;
 namespace {
 
 struct PlainStyle : WindowStyle {
+    void makeTitled(QQuickWindow &) override { }
     TitleBar makeOnboarding(QQuickWindow &) override { return TitleBar::System; }
     void activate(QQuickWindow &window) override { window.requestActivate(); }
 };

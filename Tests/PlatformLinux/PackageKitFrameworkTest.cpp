@@ -30,6 +30,7 @@ constexpr uint normalUpdate = 5;
 constexpr std::chrono::hours never{100};
 
 struct Style : WindowStyle {
+    void makeTitled(QQuickWindow &) override { }
     TitleBar makeOnboarding(QQuickWindow &) override { return TitleBar::System; }
     void activate(QQuickWindow &) override { }
 };

@@ -1,4 +1,5 @@
 #include "AppDelegate.h"
+#include "InterpolateColor.h"
 #include "Shell/ScriptedPlatform.h"
 #include "Support/TestMain.h"
 
@@ -10,15 +11,15 @@ namespace {
 
 QColor green()
 {
-    return tierColor(ThresholdTier::green);
+    return ScriptedStatusItem::colors[0];
 }
 QColor yellow()
 {
-    return tierColor(ThresholdTier::yellow);
+    return ScriptedStatusItem::colors[1];
 }
 QColor red()
 {
-    return tierColor(ThresholdTier::red);
+    return ScriptedStatusItem::colors[2];
 }
 
 /// One colour component of 8 bits may round either way.

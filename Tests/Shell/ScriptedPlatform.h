@@ -83,6 +83,7 @@ public:
 
     struct Style : WindowStyle {
         QStringList done;
+        void makeTitled(QQuickWindow &) override { done << QStringLiteral("titled"); }
         TitleBar makeOnboarding(QQuickWindow &) override
         {
             done << QStringLiteral("onboarding");
@@ -108,7 +109,7 @@ private:
     struct Updates : UpdateFramework {
         void start() override { }
         void setAutomaticallyDownloadsUpdates(bool) override { }
-        bool canCheckForUpdates() const override { return false; }
+        void observe() override { }
         void checkForUpdates() override { }
     } m_updates;
 };

@@ -21,14 +21,13 @@ namespace {
 
 struct ScriptedFramework : UpdateFramework {
     QStringList calls;
-    bool canCheck = true;
 
     void start() override { calls << u"start"_s; }
     void setAutomaticallyDownloadsUpdates(bool automatically) override
     {
         calls << (automatically ? u"automatic"_s : u"manual"_s);
     }
-    bool canCheckForUpdates() const override { return canCheck; }
+    void observe() override { calls << u"observe"_s; }
     void checkForUpdates() override { calls << u"check"_s; }
 };
 
@@ -257,7 +256,7 @@ private slots:
         const QString key = u"SUAutomaticallyUpdate"_s;
         ScriptedStore store;
         UpdaterController controller(&m_framework, store);
-        QCOMPARE(m_framework.calls, (QStringList{u"start"_s, u"automatic"_s}));
+        QCOMPARE(m_framework.calls, (QStringList{u"start"_s, u"automatic"_s, u"observe"_s}));
         QSignalSpy changes(&controller, &UpdaterController::automaticallyDownloadsUpdatesChanged);
         controller.setAutomaticallyDownloadsUpdates(false);
         QCOMPARE(m_framework.calls.last(), u"manual"_s);

@@ -3,6 +3,7 @@
 #include "Platform/Linux/FloatingStrip.h"
 #include "Platform/Linux/ItemToolTip.h"
 #include "Platform/Linux/NotifierItem.h"
+#include "Platform/Linux/PanelColors.h"
 #include "Platform/Linux/TitlePainter.h"
 #include "Platform/Linux/XembedTray.h"
 #include "Platform/StatusItem.h"
@@ -23,6 +24,7 @@ public:
     ~LinuxStatusItem() override;
 
     bool hasButton() const override { return true; }
+    QColor systemColor(SystemColor color) const override { return panelColor(color); }
     void setTitle(const AttributedTitle &title) override;
     void setAccessibilityLabel(const QString &label) override;
     void setToolTip(const QString &text) override;

@@ -48,6 +48,13 @@ LinuxWindowStyle::LinuxWindowStyle(X11Connection &connection, QObject *parent)
 {
 }
 
+void LinuxWindowStyle::makeTitled(QQuickWindow &window)
+{
+    // Window managers neither tile nor minimise a dialog.
+    window.setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+                    | Qt::WindowCloseButtonHint);
+}
+
 WindowStyle::TitleBar LinuxWindowStyle::makeOnboarding(QQuickWindow &window)
 {
     window.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);

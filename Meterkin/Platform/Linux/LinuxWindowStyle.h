@@ -11,6 +11,7 @@ public:
     /// The connection outlives it and may be closed.
     explicit LinuxWindowStyle(X11Connection &connection, QObject *parent = nullptr);
 
+    void makeTitled(QQuickWindow &window) override;
     TitleBar makeOnboarding(QQuickWindow &window) override;
     void activate(QQuickWindow &window) override;
 

@@ -43,7 +43,8 @@ public:
 
     void start() override;
     void setAutomaticallyDownloadsUpdates(bool automatically) override;
-    bool canCheckForUpdates() const override { return m_canCheck; }
+    void observe() override { emit canCheckForUpdatesChanged(m_canCheck); }
+    bool canCheckForUpdates() const { return m_canCheck; }
     QString unavailableReason() const override { return m_reason; }
     void checkForUpdates() override;
 

@@ -1,5 +1,7 @@
 #include "Views/Controls/SystemSymbol.h"
 
+#include "Views/ViewEngine.h"
+
 #include <QPainter>
 
 #include <algorithm>
@@ -49,16 +51,35 @@ void SystemSymbol::setPointSize(double size)
 
 void SystemSymbol::paint(QPainter *painter)
 {
-    if (!m_drawing.isValid())
-        return;
     const double side = std::min(width(), height());
-    m_drawing.render(painter, QRectF((width() - side) / 2.0, (height() - side) / 2.0, side, side));
+    const QRectF square((width() - side) / 2.0, (height() - side) / 2.0, side, side);
+    if (const QImage image = systemsDrawing(*painter); !image.isNull()) {
+        // Some are wider than their line is high.
+        const QSizeF size = image.deviceIndependentSize();
+        const double factor = std::min({1.0, side / size.width(), side / size.height()});
+        QRectF place(QPointF(), size * factor);
+        place.moveCenter(square.center());
+        painter->setRenderHint(QPainter::SmoothPixmapTransform);
+        painter->drawImage(place, image);
+    } else if (m_drawing.isValid()) {
+        m_drawing.render(painter, square);
+    } else {
+        return;
+    }
     // The drawing is a stencil: what it covers takes the colour. The painter's picture holds
     // nothing else.
     painter->save();
     painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter->fillRect(boundingRect(), m_color);
     painter->restore();
+}
+
+QImage SystemSymbol::systemsDrawing(const QPainter &painter) const
+{
+    const auto *engine = static_cast<ViewEngine *>(qmlEngine(this));
+    if (engine == nullptr)
+        return {};
+    return engine->appearance()->symbol(m_name, m_pointSize, painter.device()->devicePixelRatioF());
 }
 
 void SystemSymbol::adoptPointSize()

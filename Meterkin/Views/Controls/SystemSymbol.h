@@ -4,9 +4,9 @@
 #include <QQuickPaintedItem>
 #include <QSvgRenderer>
 
-/// A symbol in one colour, named as the symbols of the design are ("gearshape", "arrow.up").
-/// A square as large as its point size asks for; in another shape it stands in the middle. An
-/// unknown name draws nothing. GUI thread.
+/// A symbol in one colour, named as the symbols of the design are ("gearshape", "arrow.up"); drawn
+/// by the system where it has that symbol. A square as large as its point size asks for; in another
+/// shape it stands in the middle. An unknown name draws nothing. GUI thread.
 class SystemSymbol : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
@@ -33,6 +33,7 @@ signals:
     void pointSizeChanged();
 
 private:
+    QImage systemsDrawing(const QPainter &painter) const;
     void adoptPointSize();
 
     QSvgRenderer m_drawing; // that of the name

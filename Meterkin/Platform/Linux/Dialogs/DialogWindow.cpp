@@ -17,19 +17,16 @@ DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, c
                            WindowStyle &style, const DesktopAppearance &appearance, QObject *parent)
     : QObject(parent)
     , m_style(style)
-    , m_appearance(appearance)
     , m_engine(std::make_unique<ViewEngine>())
     , m_window(std::make_unique<QQuickWindow>())
 {
-    followAppearance();
-    connect(&m_appearance, &DesktopAppearance::changed, this, &DialogWindow::followAppearance);
+    m_engine->appearance()->follow(&appearance);
 
     std::unique_ptr<QQuickItem> content =
         m_engine->create(QStringLiteral("Dialogs/") + view, properties);
     m_window->setTitle(title);
     m_window->setIcon(applicationIcon());
-    m_window->setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
-                       | Qt::WindowCloseButtonHint);
+    m_style.makeTitled(*m_window);
     m_window->setColor(content->property("color").value<QColor>());
     connect(content.get(), SIGNAL(closeRequested()), m_window.get(), SLOT(close()));
     connect(m_window.get(), &QQuickWindow::visibleChanged, this, [this] {
@@ -52,10 +49,4 @@ void DialogWindow::present()
 {
     m_window->show();
     m_style.activate(*m_window);
-}
-
-void DialogWindow::followAppearance()
-{
-    m_engine->appearance()->setDark(m_appearance.isDark());
-    m_engine->appearance()->setTextScale(m_appearance.textScale());
 }

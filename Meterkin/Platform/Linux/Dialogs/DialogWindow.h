@@ -34,10 +34,7 @@ signals:
     void closed();
 
 private:
-    void followAppearance();
-
     WindowStyle &m_style;
-    const DesktopAppearance &m_appearance;
     std::unique_ptr<ViewEngine> m_engine;
     std::unique_ptr<QQuickWindow> m_window;
 };

@@ -1,33 +1,14 @@
-#include "TierColors.h"
-#include "Support/Contrast.h"
+#include "InterpolateColor.h"
 #include "Support/TestMain.h"
 
 #include <QtTest>
 
-#include <cmath>
 #include <limits>
 
-class TierColorsTest : public QObject {
+class InterpolateColorTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void keepsContrastOnPanels_data()
-    {
-        QTest::addColumn<QColor>("panel");
-        QTest::newRow("white") << QColor(0xff, 0xff, 0xff);
-        QTest::newRow("light grey") << QColor(0xf6, 0xf5, 0xf4);
-        QTest::newRow("dark grey") << QColor(0x30, 0x30, 0x30);
-        QTest::newRow("black") << QColor(0, 0, 0);
-    }
-    void keepsContrastOnPanels()
-    {
-        QFETCH(QColor, panel);
-        for (const ThresholdTier tier :
-             {ThresholdTier::green, ThresholdTier::yellow, ThresholdTier::red})
-            QVERIFY2(contrast(tierColor(tier), panel) >= 3.0,
-                     qPrintable(QString::number(contrast(tierColor(tier), panel))));
-    }
-
     void blends_data()
     {
         constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
@@ -63,5 +44,5 @@ private slots:
     }
 };
 
-METERKIN_TEST(TierColorsTest);
-#include "TierColorsTest.moc"
+METERKIN_TEST(InterpolateColorTest);
+#include "InterpolateColorTest.moc"

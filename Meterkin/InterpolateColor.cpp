@@ -1,17 +1,4 @@
-#include "TierColors.h"
-
-QColor tierColor(ThresholdTier tier)
-{
-    switch (tier) {
-    case ThresholdTier::green:
-        return QColor(0x1f, 0x99, 0x3d);
-    case ThresholdTier::yellow:
-        return QColor(0xb0, 0x80, 0x00);
-    case ThresholdTier::red:
-        return QColor(0xe5, 0x48, 0x4d);
-    }
-    Q_UNREACHABLE();
-}
+#include "InterpolateColor.h"
 
 QColor interpolateColor(const QColor &from, const QColor &to, double fraction)
 {

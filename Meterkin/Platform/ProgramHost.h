@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+class Platform;
+
+/// How the program lives on a system: what comes before the kit, who else runs, what comes after.
+/// Main thread only.
+class ProgramHost {
+public:
+    virtual ~ProgramHost() = default;
+
+    /// Before the kit is started. Ends the program where it cannot run.
+    static void prepare();
+    /// That of this system, once the kit has been started; the back end defines it.
+    static std::unique_ptr<ProgramHost> make();
+
+    /// False when another instance runs already: it has been told of this start then. Else
+    /// `startedAgain` runs when somebody starts the program once more.
+    virtual bool isFirstInstance(std::function<void()> startedAgain) = 0;
+    /// Made when it is first asked for.
+    virtual Platform &platform() = 0;
+    /// Whether the program is to be started anew once it has ended.
+    virtual bool isRestartWanted() const { return false; }
+};
