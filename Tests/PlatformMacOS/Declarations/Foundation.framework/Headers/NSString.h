@@ -1,0 +1,22 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+typedef struct _NSZone NSZone;
+
+@protocol NSCopying
+- (id)copyWithZone:(nullable NSZone *)zone;
+@end
+
+@interface NSString : NSObject <NSCopying>
++ (instancetype)stringWithCharacters:(const unichar *)characters length:(NSUInteger)length;
+@property(nullable, readonly) const char *UTF8String;
+@property(readonly) NSUInteger length;
+@end
+
+@interface NSConstantString : NSString
+@end
+
+NS_ASSUME_NONNULL_END

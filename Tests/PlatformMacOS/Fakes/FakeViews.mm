@@ -1,0 +1,6 @@
+#import <AppKit/AppKit.h>
+
+#include "Fakes/CallLog.h"
+
+@implementation NSResponder
+@end
