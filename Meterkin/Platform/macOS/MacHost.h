@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Platform/ProgramHost.h"
+#include "Platform/macOS/MacPlatform.h"
+
+/// A program of a Mac's session.
+class MacHost : public ProgramHost {
+public:
+    /// Always: the system itself starts a bundle only once.
+    bool isFirstInstance(std::function<void()> startedAgain) override;
+    Platform &platform() override;
+
+private:
+    std::unique_ptr<MacPlatform> m_platform; ///< once it has been asked for
+};
