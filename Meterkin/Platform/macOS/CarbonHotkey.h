@@ -1,0 +1,32 @@
+#pragma once
+
+#include "Platform/HotkeyRegistrar.h"
+
+#include <memory>
+
+// The event manager's own types; its header brings too many names for everybody to see.
+struct OpaqueEventHandlerRef;
+struct OpaqueEventHotKeyRef;
+
+/// The hot keys of the system's event manager. Its events come with those of the main loop.
+class CarbonHotkey : public HotkeyRegistrar {
+public:
+    bool installPressHandler(std::function<void()> pressed) override;
+    void removePressHandler() override;
+    bool registerHotkey(const HotkeyCombination &combination,
+                        const HotkeyIdentifier &identifier) override;
+    void unregisterHotkey() override;
+
+    /// Runs the press handler, if there is one: for the event manager.
+    void press() const;
+
+private:
+    struct Removal {
+        void operator()(OpaqueEventHandlerRef *handler) const;
+        void operator()(OpaqueEventHotKeyRef *hotkey) const;
+    };
+
+    std::function<void()> m_pressed;
+    std::unique_ptr<OpaqueEventHandlerRef, Removal> m_handler;
+    std::unique_ptr<OpaqueEventHotKeyRef, Removal> m_hotkey;
+};
