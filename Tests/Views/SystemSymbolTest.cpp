@@ -1,8 +1,33 @@
 #include "Views/Controls/SystemSymbol.h"
 #include "Support/TestMain.h"
+#include "Views/ViewEngine.h"
 
 #include <QPainter>
+#include <QQmlComponent>
 #include <QtTest>
+
+#include <memory>
+
+namespace {
+
+/// Has one symbol: 20 points wide and 5 high, opaque in its left half.
+class DrawingDesktop : public DesktopAppearance {
+public:
+    bool isDark() const override { return false; }
+    double textScale() const override { return 1.0; }
+    QImage symbol(const QString &name, double pointSize, double scale) const override
+    {
+        if (name != QStringLiteral("only.here") || pointSize != 8.0 || scale != 2.0)
+            return {};
+        QImage image(40, 10, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(scale);
+        image.fill(Qt::transparent);
+        QPainter(&image).fillRect(QRectF(0, 0, 10, 5), Qt::black);
+        return image;
+    }
+};
+
+} // namespace
 
 class SystemSymbolTest : public QObject {
     Q_OBJECT
@@ -38,6 +63,31 @@ private slots:
             QVERIFY(color.alpha() == 0 || (inside.contains(place) && color.rgb() == 0xffff0000));
         }
         QCOMPARE(covered > 10, known);
+    }
+
+    void paintsTheSystemsDrawing()
+    {
+        const DrawingDesktop desktop;
+        ViewEngine engine;
+        engine.appearance()->follow(&desktop);
+        QQmlComponent component(&engine);
+        component.setData("import Meterkin.Views; SystemSymbol {"
+                          "name: 'only.here'; pointSize: 8; color: '#ff0000' }",
+                          QUrl());
+        const std::unique_ptr<QObject> object(component.create());
+        auto *symbol = qobject_cast<SystemSymbol *>(object.get());
+        QVERIFY(symbol != nullptr);
+        QCOMPARE(symbol->size(), QSizeF(10, 10));
+        QImage image(20, 20, QImage::Format_ARGB32_Premultiplied);
+        image.setDevicePixelRatio(2.0);
+        image.fill(Qt::transparent);
+        QPainter painter(&image);
+        symbol->paint(&painter);
+        // As wide as its square, and in the middle of its height.
+        QCOMPARE(image.pixel(1, 10), 0xffff0000U);
+        QCOMPARE(image.pixel(8, 10), 0xffff0000U);
+        for (const QPoint empty : {QPoint(12, 10), QPoint(5, 5), QPoint(5, 14)})
+            QCOMPARE(image.pixel(empty), 0U);
     }
 };
 

@@ -46,3 +46,6 @@ static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
 
 #import <Foundation/NSString.h>
 #import <Foundation/NSCollections.h>
+#import <Foundation/NSAttributedString.h>
+#import <Foundation/NSKeyValueObserving.h>
+#import <Foundation/NSNotification.h>

@@ -1,0 +1,126 @@
+#include "Platform/macOS/AppKitStatusItem.h"
+
+#include "Platform/macOS/AppKitColors.h"
+#include "Platform/macOS/FoundationValues.h"
+
+@interface MeterkinStatusItemTarget : NSObject {
+    AppKitStatusItem *m_owner;
+}
+- (instancetype)initWithOwner:(AppKitStatusItem *)owner;
+- (void)detach;
+- (void)statusItemClicked;
+@end
+
+@implementation MeterkinStatusItemTarget
+
+- (instancetype)initWithOwner:(AppKitStatusItem *)owner
+{
+    self = [super init];
+    if (self != nil)
+        m_owner = owner;
+    return self;
+}
+
+- (void)detach
+{
+    m_owner = nullptr;
+}
+
+- (void)statusItemClicked
+{
+    if (m_owner != nullptr)
+        emit m_owner->clicked();
+}
+
+@end
+
+namespace {
+
+NSColor *dynamicColor(SystemColor color)
+{
+    switch (color) {
+    case SystemColor::Green:
+        return NSColor.systemGreenColor;
+    case SystemColor::Yellow:
+        return NSColor.systemYellowColor;
+    case SystemColor::Red:
+        return NSColor.systemRedColor;
+    }
+    Q_UNREACHABLE();
+}
+
+} // namespace
+
+struct AppKitStatusItem::Objects {
+    NSStatusItem *item;
+    MeterkinStatusItemTarget *target;
+    NSFont *font;
+};
+
+AppKitStatusItem::AppKitStatusItem(QObject *parent)
+    : StatusItem(parent)
+    , m_objects(
+          new Objects{[NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength],
+                      [[MeterkinStatusItemTarget alloc] initWithOwner:this],
+                      [NSFont monospacedDigitSystemFontOfSize:AttributedTitle::FontSize
+                                                       weight:NSFontWeightMedium]})
+{
+    NSStatusBarButton *button = m_objects->item.button;
+    button.target = m_objects->target;
+    button.action = @selector(statusItemClicked);
+}
+
+AppKitStatusItem::~AppKitStatusItem()
+{
+    // Whoever else holds the button can still press it.
+    [m_objects->target detach];
+    [NSStatusBar.systemStatusBar removeStatusItem:m_objects->item];
+}
+
+bool AppKitStatusItem::hasButton() const
+{
+    return m_objects->item.button != nil;
+}
+
+QColor AppKitStatusItem::systemColor(SystemColor color) const
+{
+    // The menu bar can be dark on a light desktop, and the other way round.
+    __block QColor result;
+    [m_objects->item.button.effectiveAppearance
+        performAsCurrentDrawingAppearance:^{ result = colorOf(dynamicColor(color)); }];
+    return result;
+}
+
+void AppKitStatusItem::setTitle(const AttributedTitle &title)
+{
+    NSStatusBarButton *button = m_objects->item.button;
+    if (button == nil || m_title == title)
+        return;
+    m_title = title;
+    NSColor *foreground = appKitColor(title.color);
+    for (const SystemColor color : {SystemColor::Green, SystemColor::Yellow, SystemColor::Red}) {
+        if (title.color == systemColor(color))
+            foreground = dynamicColor(color);
+    }
+    NSDictionary *attributes = @{
+        NSForegroundColorAttributeName : foreground,
+        NSFontAttributeName : m_objects->font,
+    };
+    button.attributedTitle = [[NSAttributedString alloc] initWithString:foundationText(title.text)
+                                                             attributes:attributes];
+}
+
+void AppKitStatusItem::setAccessibilityLabel(const QString &label)
+{
+    m_objects->item.button.accessibilityLabel = foundationText(label);
+}
+
+void AppKitStatusItem::setToolTip(const QString &text)
+{
+    m_objects->item.button.toolTip = foundationText(text);
+}
+
+WId AppKitStatusItem::button() const
+{
+    return reinterpret_cast<WId>((__bridge void *)m_objects->item.button);
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+#import <AppKit/NSButton.h>
+
+@interface NSStatusBarButton : NSButton
+@end
