@@ -1,13 +1,7 @@
 #include "Platform/macOS/MacHost.h"
 
-#include <QByteArray>
-
-void ProgramHost::prepare()
-{
-    // Code made at run time would need an exception from the hardened runtime. The views are
-    // compiled ahead of time and do without.
-    qputenv("QV4_FORCE_INTERPRETER", QByteArrayLiteral("1"));
-}
+// The system needs nothing of us before the kit starts.
+void ProgramHost::prepare() { }
 
 std::unique_ptr<ProgramHost> ProgramHost::make()
 {
