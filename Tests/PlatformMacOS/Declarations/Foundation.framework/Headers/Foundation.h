@@ -10,8 +10,8 @@
     enum __attribute__((enum_extensibility(open))) name : type name;                               \
     enum name : type
 #define NS_OPTIONS(type, name)                                                                     \
-    enum __attribute__((flag_enum, enum_extensibility(open))) name : type name;                    \
-    enum name : type
+    type name;                                                                                     \
+    enum __attribute__((flag_enum, enum_extensibility(open))) : type
 #endif
 #define NS_ASSUME_NONNULL_BEGIN _Pragma("clang assume_nonnull begin")
 #define NS_ASSUME_NONNULL_END _Pragma("clang assume_nonnull end")
@@ -47,5 +47,13 @@ static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
 #import <Foundation/NSString.h>
 #import <Foundation/NSCollections.h>
 #import <Foundation/NSAttributedString.h>
+#import <Foundation/NSError.h>
+#import <Foundation/NSData.h>
+#import <Foundation/NSURL.h>
+#import <Foundation/NSBundle.h>
+#import <Foundation/NSFileManager.h>
 #import <Foundation/NSKeyValueObserving.h>
 #import <Foundation/NSNotification.h>
+#import <Foundation/NSProcessInfo.h>
+#import <Foundation/NSPropertyList.h>
+#import <Foundation/NSUserDefaults.h>

@@ -4,7 +4,11 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@interface NSNumber : NSObject
+@interface NSValue : NSObject
+@property(readonly) const char *objCType;
+@end
+
+@interface NSNumber : NSValue
 + (NSNumber *)numberWithInt:(int)value;
 + (NSNumber *)numberWithBool:(BOOL)value;
 + (NSNumber *)numberWithDouble:(double)value;

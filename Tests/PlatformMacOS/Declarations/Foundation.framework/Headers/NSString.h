@@ -6,6 +6,17 @@ NS_ASSUME_NONNULL_BEGIN
 
 typedef struct _NSZone NSZone;
 
+typedef struct _NSRange {
+    NSUInteger location;
+    NSUInteger length;
+} NSRange;
+
+static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length)
+{
+    NSRange range = {location, length};
+    return range;
+}
+
 @protocol NSCopying
 - (id)copyWithZone:(nullable NSZone *)zone;
 @end
@@ -14,6 +25,7 @@ typedef struct _NSZone NSZone;
 + (instancetype)stringWithCharacters:(const unichar *)characters length:(NSUInteger)length;
 @property(nullable, readonly) const char *UTF8String;
 @property(readonly) NSUInteger length;
+- (void)getCharacters:(unichar *)buffer range:(NSRange)range;
 @end
 
 @interface NSConstantString : NSString

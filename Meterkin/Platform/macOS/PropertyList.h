@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QByteArray>
+#include <QVariant>
+
+/// What a property list in any of the system's formats holds; invalid when it is none, or holds
+/// nothing that the kit has a value for. Any thread.
+QVariant propertyList(const QByteArray &data);

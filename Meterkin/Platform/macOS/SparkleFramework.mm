@@ -1,0 +1,87 @@
+#include "Platform/macOS/SparkleFramework.h"
+
+#import <Sparkle/Sparkle.h>
+
+namespace {
+
+char observationContext;
+
+} // namespace
+
+@interface MeterkinUpdaterObserver : NSObject {
+@public
+    SparkleFramework *m_owner; // outlives the observation
+}
+@end
+
+@implementation MeterkinUpdaterObserver
+
+- (void)observeValueForKeyPath:(NSString *)keyPath
+                      ofObject:(id)object
+                        change:(NSDictionary *)change
+                       context:(void *)context
+{
+    if (context != &observationContext) {
+        [super observeValueForKeyPath:keyPath ofObject:object change:change context:context];
+        return;
+    }
+    id value = [change objectForKey:NSKeyValueChangeNewKey];
+    emit m_owner->canCheckForUpdatesChanged([value isKindOfClass:[NSNumber class]] &&
+                                            [value boolValue]);
+}
+
+@end
+
+struct SparkleFramework::Objects {
+    SPUStandardUpdaterController *controller;
+    MeterkinUpdaterObserver *observer; // nil until there is an observation
+};
+
+SparkleFramework::SparkleFramework(QObject *parent)
+    : UpdateFramework(parent)
+{
+}
+
+SparkleFramework::~SparkleFramework()
+{
+    if (m_objects && m_objects->observer != nil)
+        [m_objects->controller.updater removeObserver:m_objects->observer
+                                           forKeyPath:@"canCheckForUpdates"];
+}
+
+void SparkleFramework::start()
+{
+    m_objects = std::make_unique<Objects>();
+    m_objects->controller = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
+                                                                          updaterDelegate:nil
+                                                                       userDriverDelegate:nil];
+    if (m_automaticallyBeforeStart)
+        setAutomaticallyDownloadsUpdates(*m_automaticallyBeforeStart);
+}
+
+void SparkleFramework::setAutomaticallyDownloadsUpdates(bool automatically)
+{
+    if (m_objects)
+        m_objects->controller.updater.automaticallyDownloadsUpdates = automatically;
+    else
+        m_automaticallyBeforeStart = automatically;
+}
+
+void SparkleFramework::observe()
+{
+    if (!m_objects)
+        return;
+    m_objects->observer = [[MeterkinUpdaterObserver alloc] init];
+    m_objects->observer->m_owner = this;
+    [m_objects->controller.updater
+        addObserver:m_objects->observer
+         forKeyPath:@"canCheckForUpdates"
+            options:NSKeyValueObservingOptionInitial | NSKeyValueObservingOptionNew
+            context:&observationContext];
+}
+
+void SparkleFramework::checkForUpdates()
+{
+    if (m_objects)
+        [m_objects->controller checkForUpdates:nil];
+}

@@ -1,0 +1,144 @@
+#include "Platform/macOS/UserNotificationCentre.h"
+
+#include "Platform/macOS/FoundationValues.h"
+
+#include <QPointer>
+
+#include <dispatch/dispatch.h>
+
+#include <utility>
+
+#import <UserNotifications/UserNotifications.h>
+
+@interface MeterkinNotificationDelegate : NSObject <UNUserNotificationCenterDelegate> {
+@public
+    UserNotificationCentre *m_owner; // null once it is gone; main thread only
+}
+@end
+
+@implementation MeterkinNotificationDelegate
+
+- (void)userNotificationCenter:(UNUserNotificationCenter *)center
+       willPresentNotification:(UNNotification *)notification
+         withCompletionHandler:(void (^)(UNNotificationPresentationOptions))handler
+{
+    handler(UNNotificationPresentationOptionBanner | UNNotificationPresentationOptionSound
+            | UNNotificationPresentationOptionList);
+}
+
+- (void)userNotificationCenter:(UNUserNotificationCenter *)center
+    didReceiveNotificationResponse:(UNNotificationResponse *)response
+             withCompletionHandler:(void (^)(void))handler
+{
+    const QString identifier = textOf(response.notification.request.identifier);
+    dispatch_async(dispatch_get_main_queue(), ^{
+        if (self->m_owner != nullptr)
+            emit self->m_owner->clicked(identifier);
+        handler();
+    });
+}
+
+@end
+
+namespace {
+
+/// A function for any thread that hands the answer over on the main thread, once, while the owner
+/// lives. The callback is let go of there as well, whatever it holds.
+template <typename Answer> auto onMainThread(QObject *owner, std::function<void(Answer)> done)
+{
+    return
+        [owner = QPointer(owner),
+         callback = std::make_shared<std::function<void(Answer)>>(std::move(done))](Answer answer) {
+            dispatch_async(dispatch_get_main_queue(), ^{
+                const auto answered = std::exchange(*callback, nullptr);
+                if (owner && answered)
+                    answered(answer);
+            });
+        };
+}
+
+NotificationAuthorization authorizationOf(UNAuthorizationStatus status)
+{
+    switch (status) {
+    case UNAuthorizationStatusDenied:
+        return NotificationAuthorization::Denied;
+    case UNAuthorizationStatusAuthorized:
+        return NotificationAuthorization::Authorized;
+    case UNAuthorizationStatusProvisional:
+        return NotificationAuthorization::Provisional;
+    default:
+        return NotificationAuthorization::NotDetermined;
+    }
+}
+
+} // namespace
+
+struct UserNotificationCentre::Objects {
+    UNUserNotificationCenter *center = [UNUserNotificationCenter currentNotificationCenter];
+    MeterkinNotificationDelegate *delegate = [[MeterkinNotificationDelegate alloc] init];
+};
+
+UserNotificationCentre::UserNotificationCentre(const std::optional<QString> &identifier,
+                                               QObject *parent)
+    : NotificationCentre(parent)
+{
+    if (!identifier)
+        return;
+    m_objects = std::make_unique<Objects>();
+    m_objects->delegate->m_owner = this;
+    m_objects->center.delegate = m_objects->delegate;
+}
+
+UserNotificationCentre::~UserNotificationCentre()
+{
+    if (!m_objects)
+        return;
+    m_objects->center.delegate = nil;
+    m_objects->delegate->m_owner = nullptr;
+}
+
+void UserNotificationCentre::queryAuthorization(std::function<void(NotificationAuthorization)> done)
+{
+    const auto answer = onMainThread(this, std::move(done));
+    if (!m_objects) {
+        answer(NotificationAuthorization::NotDetermined);
+        return;
+    }
+    [m_objects->center
+        getNotificationSettingsWithCompletionHandler:^(UNNotificationSettings *settings) {
+            answer(authorizationOf(settings.authorizationStatus));
+        }];
+}
+
+void UserNotificationCentre::requestAuthorization(std::function<void(AuthorizationAnswer)> done)
+{
+    const auto answer = onMainThread(this, std::move(done));
+    if (!m_objects) {
+        answer(AuthorizationAnswer::Failed);
+        return;
+    }
+    [m_objects->center
+        requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
+                      completionHandler:^(BOOL granted, NSError *error) {
+                          if (error != nil)
+                              answer(AuthorizationAnswer::Failed);
+                          else
+                              answer(granted ? AuthorizationAnswer::Granted
+                                             : AuthorizationAnswer::Refused);
+                      }];
+}
+
+void UserNotificationCentre::post(const NotificationRecord &record)
+{
+    if (!m_objects)
+        return;
+    UNMutableNotificationContent *content = [[UNMutableNotificationContent alloc] init];
+    content.title = foundationText(record.title);
+    content.body = foundationText(record.body);
+    content.sound = UNNotificationSound.defaultSound;
+    UNNotificationRequest *request =
+        [UNNotificationRequest requestWithIdentifier:foundationText(record.identifier)
+                                             content:content
+                                             trigger:nil];
+    [m_objects->center addNotificationRequest:request withCompletionHandler:nil];
+}

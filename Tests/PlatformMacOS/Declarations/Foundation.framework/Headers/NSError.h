@@ -1,0 +1,10 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+NS_ASSUME_NONNULL_BEGIN
+
+@interface NSError : NSObject
+@end
+
+NS_ASSUME_NONNULL_END

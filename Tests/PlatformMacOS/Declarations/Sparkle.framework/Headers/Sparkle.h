@@ -1,0 +1,4 @@
+#pragma once
+
+#import <Sparkle/SPUStandardUpdaterController.h>
+#import <Sparkle/SPUUpdater.h>
