@@ -1,4 +1,4 @@
-#include "Platform/Linux/ReopenGuard.h"
+#include "Platform/ReopenGuard.h"
 #include "Support/TestMain.h"
 
 #include <QtTest>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Platform/Linux/PopoverWindow.h"
-#include "Platform/Linux/ReopenGuard.h"
 #include "Platform/Linux/X11Focus.h"
 #include "Platform/PopoverContainer.h"
+#include "Platform/ReopenGuard.h"
 
 #include <QElapsedTimer>
 #include <QPointer>

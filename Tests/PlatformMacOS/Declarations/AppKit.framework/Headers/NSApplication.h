@@ -1,6 +1,6 @@
 #pragma once
 
-#import <AppKit/NSView.h>
+#import <AppKit/NSResponder.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -8,5 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 @property(class, readonly, strong) __kindof NSApplication *sharedApplication;
 - (void)activateIgnoringOtherApps:(BOOL)ignoring;
 @end
+
+extern __kindof NSApplication *_Null_unspecified NSApp;
 
 NS_ASSUME_NONNULL_END

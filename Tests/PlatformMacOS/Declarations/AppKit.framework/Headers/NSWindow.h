@@ -1,12 +1,41 @@
 #pragma once
 
+#import <AppKit/NSColor.h>
+#import <AppKit/NSScreen.h>
 #import <AppKit/NSView.h>
 
 NS_ASSUME_NONNULL_BEGIN
 
+typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
+    NSWindowStyleMaskBorderless = 0,
+    NSWindowStyleMaskTitled = 1 << 0,
+    NSWindowStyleMaskClosable = 1 << 1,
+    NSWindowStyleMaskMiniaturizable = 1 << 2,
+    NSWindowStyleMaskResizable = 1 << 3,
+    NSWindowStyleMaskFullSizeContentView = 1 << 15,
+};
+
+typedef NS_ENUM(NSInteger, NSWindowTitleVisibility) {
+    NSWindowTitleVisible = 0,
+    NSWindowTitleHidden = 1,
+};
+
+typedef NSInteger NSWindowLevel;
+static const NSWindowLevel NSNormalWindowLevel = 0;
+static const NSWindowLevel NSFloatingWindowLevel = 3;
+
 @interface NSWindow : NSResponder
-- (void)makeKeyWindow;
+@property BOOL titlebarAppearsTransparent;
+@property NSWindowTitleVisibility titleVisibility;
+@property NSWindowStyleMask styleMask;
+@property(getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
+@property(null_resettable, copy) NSColor *backgroundColor;
+@property NSWindowLevel level;
+@property(nullable, readonly, strong) NSScreen *screen;
+- (NSRect)convertRectToScreen:(NSRect)rect;
+- (BOOL)makeFirstResponder:(nullable NSResponder *)responder;
 - (void)makeKeyAndOrderFront:(nullable id)sender;
+- (void)makeKeyWindow;
 @end
 
 NS_ASSUME_NONNULL_END

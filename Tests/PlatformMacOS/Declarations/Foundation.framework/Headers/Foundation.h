@@ -9,6 +9,7 @@
 #define NS_ENUM(type, name)                                                                        \
     enum __attribute__((enum_extensibility(open))) name : type name;                               \
     enum name : type
+// As C++ sees them: bits may be put together without a cast.
 #define NS_OPTIONS(type, name)                                                                     \
     type name;                                                                                     \
     enum __attribute__((flag_enum, enum_extensibility(open))) : type

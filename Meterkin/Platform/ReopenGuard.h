@@ -10,6 +10,12 @@
 /// milliseconds of any steady clock.
 class ReopenGuard {
 public:
+    /// How long after the release a panel or menu bar may take to report the click.
+    explicit ReopenGuard(qint64 reportMilliseconds = 400)
+        : m_reportMilliseconds(reportMilliseconds)
+    {
+    }
+
     /// A press has closed the popover. `place` is absent where the system does not tell it.
     void closedByPress(std::optional<QPoint> place, qint64 now);
     /// A button has come up again.
@@ -24,5 +30,6 @@ private:
         qint64 pressedAt;
         std::optional<qint64> releasedAt; ///< absent until it is seen
     };
+    qint64 m_reportMilliseconds;
     std::optional<Press> m_press;
 };

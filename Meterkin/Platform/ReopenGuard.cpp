@@ -1,10 +1,9 @@
-#include "Platform/Linux/ReopenGuard.h"
+#include "Platform/ReopenGuard.h"
 
 #include <utility>
 
 namespace {
 
-constexpr qint64 ClickMilliseconds = 400; // a panel may take its time to report a click
 constexpr qint64 PressMilliseconds = 2000; // a release may pass unseen
 constexpr int Tolerance = 8; // logical pixels: panels report a point beside the press, too
 
@@ -26,8 +25,8 @@ bool ReopenGuard::swallows(const QRect &item, qint64 now)
 {
     const std::optional<Press> press = std::exchange(m_press, std::nullopt);
     if (!press
-        || now
-            > press->releasedAt.value_or(press->pressedAt + PressMilliseconds) + ClickMilliseconds)
+        || now > press->releasedAt.value_or(press->pressedAt + PressMilliseconds)
+                + m_reportMilliseconds)
         return false;
     return item.isEmpty() || !press->place
         || item.adjusted(-Tolerance, -Tolerance, Tolerance, Tolerance).contains(*press->place);

@@ -1,0 +1,15 @@
+#include "Platform/macOS/AppKitAlert.h"
+
+#include "Platform/macOS/FoundationValues.h"
+
+#import <AppKit/AppKit.h>
+
+void AppKitAlert::run(const QString &messageText, const QString &informativeText)
+{
+    NSAlert *alert = [[NSAlert alloc] init];
+    alert.messageText = foundationText(messageText);
+    alert.informativeText = foundationText(informativeText);
+    alert.alertStyle = NSAlertStyleInformational;
+    [alert addButtonWithTitle:@"OK"];
+    [alert runModal];
+}

@@ -1,0 +1,205 @@
+#include "Platform/macOS/AppKitPopover.h"
+
+#include "Platform/macOS/NativeView.h"
+
+#include <utility>
+
+namespace {
+
+constexpr int ForgetMilliseconds = 30000;
+constexpr int ReportMilliseconds = 200; // a click is reported with its release
+constexpr int WatchMilliseconds = 20;
+constexpr CGFloat ScreenMargin = 24; // points: the arrow, and air at the other end
+constexpr int AnyHeight = 10000;
+
+} // namespace
+
+@interface MeterkinPopoverDelegate : NSObject <NSPopoverDelegate> {
+    AppKitPopover *m_owner;
+}
+- (instancetype)initWithOwner:(AppKitPopover *)owner;
+- (void)detach;
+@end
+
+@implementation MeterkinPopoverDelegate
+
+- (instancetype)initWithOwner:(AppKitPopover *)owner
+{
+    self = [super init];
+    if (self != nil)
+        m_owner = owner;
+    return self;
+}
+
+- (void)detach
+{
+    m_owner = nullptr;
+}
+
+- (void)popoverWillClose:(NSNotification *)notification
+{
+    (void)notification;
+    if (m_owner != nullptr)
+        m_owner->handleClosing();
+}
+
+- (void)popoverDidClose:(NSNotification *)notification
+{
+    (void)notification;
+    if (m_owner != nullptr)
+        m_owner->handleClosed();
+}
+
+@end
+
+namespace {
+
+/// In the system's coordinates, in points.
+QRect placeOnScreen(NSView *view)
+{
+    const NSRect place = [view.window convertRectToScreen:[view convertRect:view.bounds
+                                                                     toView:nil]];
+    return QRectF(place.origin.x, place.origin.y, place.size.width, place.size.height)
+        .toAlignedRect();
+}
+
+} // namespace
+
+struct AppKitPopover::Objects {
+    NSPopover *popover;
+    NSView *container;
+    MeterkinPopoverDelegate *delegate;
+};
+
+AppKitPopover::AppKitPopover(FindButton findButton, QObject *parent)
+    : QObject(parent)
+    , m_findButton(std::move(findButton))
+    , m_objects(std::make_unique<Objects>())
+    , m_guard(ReportMilliseconds)
+{
+    m_objects->container = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)];
+    m_objects->delegate = [[MeterkinPopoverDelegate alloc] initWithOwner:this];
+    NSViewController *controller = [[NSViewController alloc] init];
+    controller.view = m_objects->container;
+    m_objects->popover = [[NSPopover alloc] init];
+    m_objects->popover.behavior = NSPopoverBehaviorTransient;
+    m_objects->popover.animates = YES;
+    m_objects->popover.contentViewController = controller;
+    m_objects->popover.delegate = m_objects->delegate;
+
+    m_clock.start();
+    m_fitSoon.setSingleShot(true);
+    connect(&m_fitSoon, &QTimer::timeout, this, &AppKitPopover::fit);
+    m_watchButtons.setInterval(WatchMilliseconds);
+    connect(&m_watchButtons, &QTimer::timeout, this, &AppKitPopover::watchButtons);
+    m_forgetLater.setSingleShot(true);
+    m_forgetLater.setTimerType(Qt::VeryCoarseTimer);
+    m_forgetLater.setInterval(ForgetMilliseconds);
+    connect(&m_forgetLater, &QTimer::timeout, this, &AppKitPopover::forget);
+}
+
+AppKitPopover::~AppKitPopover()
+{
+    [m_objects->delegate detach];
+    close();
+    forget();
+}
+
+void AppKitPopover::setContent(MakeContent make)
+{
+    close();
+    forget();
+    m_make = std::move(make);
+}
+
+bool AppKitPopover::isShown() const
+{
+    return m_objects->popover.shown;
+}
+
+void AppKitPopover::show(const QRect &)
+{
+    NSView *button = (__bridge NSView *)reinterpret_cast<void *>(m_findButton());
+    // The system raises an exception for a view that is in no window.
+    if (button == nil || button.window == nil || !m_make || isShown()
+        || m_guard.swallows(placeOnScreen(button), m_clock.elapsed()))
+        return;
+    m_forgetLater.stop();
+    NSScreen *screen = button.window.screen;
+    m_room = screen == nil ? AnyHeight
+                           : static_cast<int>(screen.visibleFrame.size.height - ScreenMargin);
+    if (!m_window)
+        makeWindow();
+    fit();
+    [m_objects->popover showRelativeToRect:button.bounds
+                                    ofView:button
+                             preferredEdge:NSRectEdgeMinY];
+    m_window->setVisible(true);
+    NSWindow *window = m_objects->container.window;
+    [window makeKeyWindow];
+    [NSApp activateIgnoringOtherApps:YES];
+    [window makeFirstResponder:viewOf(*m_window)];
+    m_window->focusContent();
+}
+
+void AppKitPopover::close()
+{
+    if (isShown())
+        [m_objects->popover performClose:nil];
+}
+
+void AppKitPopover::handleClosing()
+{
+    const NSPoint place = NSEvent.mouseLocation;
+    m_guard.closedByPress(QPointF(place.x, place.y).toPoint(), m_clock.elapsed());
+    watchButtons();
+}
+
+void AppKitPopover::handleClosed()
+{
+    // The end of an animation may be reported when it is on its way in again.
+    if (!m_window || isShown())
+        return;
+    m_window->setVisible(false);
+    m_forgetLater.start();
+}
+
+void AppKitPopover::makeWindow()
+{
+    m_window = std::make_unique<PopoverQuickWindow>(m_make());
+    connect(m_window.get(), &PopoverQuickWindow::wantedSizeChanged, this,
+            [this] { m_fitSoon.start(0); });
+    connect(m_window.get(), &PopoverQuickWindow::dismissed, this, &AppKitPopover::close);
+    [m_objects->container addSubview:viewOf(*m_window)];
+}
+
+void AppKitPopover::fit()
+{
+    if (!m_window)
+        return;
+    const QSize size = m_window->fit(m_room);
+    m_objects->popover.contentSize = NSMakeSize(size.width(), size.height());
+    m_objects->container.frame = NSMakeRect(0, 0, size.width(), size.height());
+    // The kit places the view of a window where the window would be on the screen.
+    viewOf(*m_window).frame = m_objects->container.frame;
+}
+
+// Nobody is told of a release outside of the program's own views.
+void AppKitPopover::watchButtons()
+{
+    if (NSEvent.pressedMouseButtons != 0) {
+        m_watchButtons.start();
+        return;
+    }
+    m_watchButtons.stop();
+    m_guard.released(m_clock.elapsed());
+}
+
+void AppKitPopover::forget()
+{
+    m_forgetLater.stop();
+    if (!m_window)
+        return;
+    [viewOf(*m_window) removeFromSuperview];
+    m_window.reset();
+}

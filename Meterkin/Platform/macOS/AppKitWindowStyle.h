@@ -1,0 +1,11 @@
+#pragma once
+
+#include "Platform/WindowStyle.h"
+
+/// Windows of the desktop, with the system's own title bar.
+class AppKitWindowStyle : public WindowStyle {
+public:
+    void makeTitled(QQuickWindow &window) override;
+    TitleBar makeOnboarding(QQuickWindow &window) override;
+    void activate(QQuickWindow &window) override;
+};

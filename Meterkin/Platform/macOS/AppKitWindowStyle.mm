@@ -1,0 +1,52 @@
+#include "Platform/macOS/AppKitWindowStyle.h"
+
+#include "Platform/macOS/NativeView.h"
+
+#include <QQuickWindow>
+
+namespace {
+
+constexpr NSWindowStyleMask TitledMask = NSWindowStyleMaskTitled | NSWindowStyleMaskClosable;
+
+/// The native window, made from flags that say the same as the style: the kit may make it anew, or
+/// set its style again, from the flags alone. Whatever they cannot say has to come after them.
+NSWindow *titledWindow(QQuickWindow &window)
+{
+    window.setFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+                    | Qt::WindowCloseButtonHint);
+    return viewOf(window).window;
+}
+
+/// Of whole numbers, since those that the kit gives as fractions are of single precision.
+NSColor *nativeColor(const QColor &color)
+{
+    return [NSColor colorWithRed:color.red() / 255.0
+                           green:color.green() / 255.0
+                            blue:color.blue() / 255.0
+                           alpha:color.alpha() / 255.0];
+}
+
+} // namespace
+
+void AppKitWindowStyle::makeTitled(QQuickWindow &window)
+{
+    titledWindow(window).styleMask = TitledMask;
+}
+
+WindowStyle::TitleBar AppKitWindowStyle::makeOnboarding(QQuickWindow &window)
+{
+    NSWindow *native = titledWindow(window);
+    native.titlebarAppearsTransparent = YES;
+    native.titleVisibility = NSWindowTitleHidden;
+    native.styleMask = TitledMask | NSWindowStyleMaskFullSizeContentView;
+    native.movableByWindowBackground = YES;
+    native.backgroundColor = nativeColor(window.color());
+    native.level = NSFloatingWindowLevel;
+    return TitleBar::System;
+}
+
+void AppKitWindowStyle::activate(QQuickWindow &window)
+{
+    [viewOf(window).window makeKeyAndOrderFront:nil];
+    [NSApp activateIgnoringOtherApps:YES];
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+class QWindow;
+
+#ifdef __OBJC__
+#import <AppKit/AppKit.h>
+
+/// The view that a window of the kit draws into; made with the window if need be.
+NSView *_Nonnull viewOf(QWindow &window);
+#endif

@@ -1,0 +1,191 @@
+#include "Platform/macOS/AppKitPopover.h"
+#include "Platform/macOS/NativeView.h"
+
+#include "Fakes/CallLog.h"
+#import "Fakes/FakeEvents.h"
+#import "Fakes/FakePopover.h"
+#import "Fakes/FakeViews.h"
+#include "Support/TestMain.h"
+
+#include <QQuickItem>
+#include <QtTest>
+
+class AppKitPopoverTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void init()
+    {
+        CallLog::take();
+        FakeEvents::pressedButtons = 0;
+        FakeEvents::mouseLocation = {600, 300};
+        m_button = [[NSView alloc] initWithFrame:NSMakeRect(40, 2, 60, 20)];
+        placeInWindow(m_button, QStringLiteral("menu bar"), {1000, 776});
+        m_popover = std::make_unique<AppKitPopover>([this] { return WId(m_button); });
+        m_popover->setContent([this] {
+            auto item = std::make_unique<QQuickItem>();
+            item->setImplicitWidth(320);
+            item->setImplicitHeight(479.5);
+            m_item = item.get();
+            return item;
+        });
+    }
+    void cleanup()
+    {
+        m_popover.reset();
+        QVERIFY(!m_item);
+        FakePopover::finishClosing(); // nobody listens any more
+    }
+
+    void showsAtButton()
+    {
+        QVERIFY(!m_item); // made when it is needed
+        show();
+        QCOMPARE(CallLog::take(),
+                 QStringList({QStringLiteral("behavior 1"), QStringLiteral("animates 1"),
+                              QStringLiteral("created with flags 812"),
+                              QStringLiteral("contentSize 320x480"),
+                              QStringLiteral("show 0 0 60 20 edge 1"),
+                              QStringLiteral("popover makeKeyWindow"),
+                              QStringLiteral("activateIgnoringOtherApps 1"),
+                              QStringLiteral("popover makeFirstResponder 1")}));
+        QVERIFY(m_popover->isShown() && quick().isVisible());
+        QCOMPARE(quick().color(), QColor(Qt::transparent));
+        QVERIFY(m_item->hasActiveFocus());
+        compareSizes(QSize(320, 480));
+        QVERIFY(!m_item->clip());
+    }
+
+    void followsContent()
+    {
+        show();
+        m_item->setImplicitHeight(500);
+        QTRY_COMPARE(quick().height(), 500);
+        compareSizes(QSize(320, 500));
+        m_item->setImplicitHeight(4000); // the screen has 800
+        QTRY_COMPARE(quick().height(), 776);
+        compareSizes(QSize(320, 776));
+        QVERIFY(m_item->clip());
+    }
+
+    void closes()
+    {
+        show();
+        CallLog::take();
+        quick().contentItem()->setFocus(false); // as long as the program is not active
+        QTest::keyClick(&quick(), Qt::Key_Escape);
+        QCOMPARE(CallLog::take(), {QStringLiteral("performClose 0")});
+        QVERIFY(quick().isVisible()); // it fades out
+        FakePopover::finishClosing();
+        QVERIFY(!quick().isVisible());
+        m_popover->close();
+        QVERIFY(CallLog::take().isEmpty());
+    }
+
+    void reportOfAnEarlierCloseIsIgnored()
+    {
+        show();
+        m_popover->close();
+        show();
+        FakePopover::finishClosing();
+        QVERIFY(m_popover->isShown() && quick().isVisible());
+    }
+
+    void forgetsWhatIsHidden()
+    {
+        show();
+        m_popover->close();
+        FakePopover::finishClosing();
+        QTimer *timer = nullptr;
+        for (QTimer *child : m_popover->findChildren<QTimer *>())
+            if (child->interval() == 30000)
+                timer = child;
+        QVERIFY(timer != nullptr && timer->isActive());
+        const QQuickItem *first = m_item;
+        show();
+        QVERIFY(m_item == first && !timer->isActive());
+        m_popover->close();
+        FakePopover::finishClosing();
+        NSView *view = viewOf(quick());
+        timer->setInterval(0);
+        QTRY_VERIFY(!m_item);
+        QVERIFY(view.superview == nil);
+        show();
+        QVERIFY(m_item);
+        m_popover->setContent({});
+        QVERIFY(!m_item && !m_popover->isShown());
+        FakePopover::finishClosing();
+        m_popover->show({});
+        QVERIFY(!m_popover->isShown());
+    }
+
+    void needsButton_data()
+    {
+        QTest::addColumn<bool>("hasButton");
+        QTest::newRow("no button") << false;
+        QTest::newRow("button without a window") << true;
+    }
+    void needsButton()
+    {
+        QFETCH(const bool, hasButton);
+        placeInWindow(m_button, QString());
+        m_button = hasButton ? m_button : nil;
+        show();
+        QVERIFY(!m_popover->isShown() && !m_item);
+    }
+
+    void clickThatClosesDoesNotReopen_data()
+    {
+        QTest::addColumn<QPoint>("press"); // from the screen's lower left corner
+        QTest::addColumn<int>("heldFor"); // milliseconds; -1: until the click is reported
+        QTest::addColumn<int>("reportedAfter");
+        QTest::addColumn<bool>("opens");
+        const QPoint onItem(1050, 790);
+        QTest::newRow("on the item") << onItem << -1 << 0 << false;
+        QTest::newRow("at its upper edge") << QPoint(1050, 800) << -1 << 0 << false;
+        QTest::newRow("a tap, already up") << onItem << 0 << 0 << false;
+        QTest::newRow("held") << onItem << -1 << 300 << false;
+        QTest::newRow("another click after a tap") << onItem << 0 << 300 << true;
+        QTest::newRow("another click") << onItem << 50 << 350 << true;
+        QTest::newRow("hot key after a press elsewhere") << QPoint(500, 400) << 0 << 0 << true;
+    }
+    void clickThatClosesDoesNotReopen()
+    {
+        QFETCH(const QPoint, press);
+        QFETCH(const int, heldFor);
+        QFETCH(const int, reportedAfter);
+        show();
+        FakeEvents::mouseLocation = NSMakePoint(press.x(), press.y());
+        FakeEvents::pressedButtons = heldFor != 0;
+        FakePopover::startClosing();
+        FakePopover::finishClosing();
+        QTest::qWait(std::max(0, heldFor));
+        if (heldFor > 0)
+            FakeEvents::pressedButtons = 0;
+        QTest::qWait(reportedAfter);
+        show();
+        QTEST(m_popover->isShown(), "opens");
+        show();
+        QVERIFY(m_popover->isShown()); // once for each press
+    }
+
+private:
+    void show() { m_popover->show({}); }
+    QQuickWindow &quick() const { return *m_item->window(); }
+    void compareSizes(QSize size) const
+    {
+        const NSSize content = FakePopover::last.contentSize;
+        QCOMPARE(QSizeF(content.width, content.height), QSizeF(size));
+        QCOMPARE(quick().size(), size);
+        QCOMPARE(m_item->size(), QSizeF(size));
+        for (NSView *view : {viewOf(quick()), viewOf(quick()).superview})
+            QVERIFY(NSEqualRects(view.frame, NSMakeRect(0, 0, size.width(), size.height())));
+    }
+
+    NSView *m_button = nil;
+    std::unique_ptr<AppKitPopover> m_popover;
+    QPointer<QQuickItem> m_item;
+};
+
+METERKIN_TEST(AppKitPopoverTest);
+#include "AppKitPopoverTest.moc"

@@ -1,0 +1,40 @@
+#pragma once
+
+#import <AppKit/NSViewController.h>
+#import <Foundation/NSGeometry.h>
+
+#ifdef GNUSTEP // knows the edges by their older names only
+static const NSRectEdge NSRectEdgeMinX = NSMinXEdge;
+static const NSRectEdge NSRectEdgeMinY = NSMinYEdge;
+static const NSRectEdge NSRectEdgeMaxX = NSMaxXEdge;
+static const NSRectEdge NSRectEdgeMaxY = NSMaxYEdge;
+#endif
+
+NS_ASSUME_NONNULL_BEGIN
+
+@class NSNotification;
+
+typedef NS_ENUM(NSInteger, NSPopoverBehavior) {
+    NSPopoverBehaviorApplicationDefined = 0,
+    NSPopoverBehaviorTransient = 1,
+    NSPopoverBehaviorSemitransient = 2,
+};
+
+@protocol NSPopoverDelegate <NSObject>
+@optional
+- (void)popoverWillClose:(NSNotification *)notification;
+- (void)popoverDidClose:(NSNotification *)notification;
+@end
+
+@interface NSPopover : NSResponder
+@property(nullable, weak) id<NSPopoverDelegate> delegate;
+@property NSPopoverBehavior behavior;
+@property BOOL animates;
+@property(nullable, strong) NSViewController *contentViewController;
+@property NSSize contentSize;
+@property(readonly, getter=isShown) BOOL shown;
+- (void)showRelativeToRect:(NSRect)rect ofView:(NSView *)view preferredEdge:(NSRectEdge)edge;
+- (void)performClose:(nullable id)sender;
+@end
+
+NS_ASSUME_NONNULL_END

@@ -1,0 +1,7 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+@interface NSScreen : NSObject
+@property(readonly) NSRect visibleFrame;
+@end
