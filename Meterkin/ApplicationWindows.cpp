@@ -8,6 +8,7 @@
 #include "Views/ApplicationIcon.h"
 #include "Views/ViewEngine.h"
 #include "Views/WindowContent.h"
+#include "Views/WindowDragArea.h"
 
 #include <QUrl>
 
@@ -130,6 +131,7 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
         [item = view.get()] { QMetaObject::invokeMethod(item, "start"); },
         Qt::SingleShotConnection);
     fillWindow(*window, std::move(view), QSize());
+    new WindowDragArea(*window); // belongs to the window
     centreWindow(*window);
     return window;
 }

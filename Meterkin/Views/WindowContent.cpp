@@ -24,6 +24,14 @@ void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize
     fit();
 }
 
+void layOut(QQuickItem &item)
+{
+    // Rows and columns know their size only once what they hold does.
+    for (QQuickItem *child : item.childItems())
+        layOut(*child);
+    item.ensurePolished();
+}
+
 void centreWindow(QQuickWindow &window)
 {
     const QRect area = window.screen()->availableGeometry();

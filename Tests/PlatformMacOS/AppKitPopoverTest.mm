@@ -45,9 +45,9 @@ private slots:
                  QStringList({QStringLiteral("behavior 1"), QStringLiteral("animates 1"),
                               QStringLiteral("created with flags 812"),
                               QStringLiteral("contentSize 320x480"),
+                              QStringLiteral("activateIgnoringOtherApps 1"),
                               QStringLiteral("show 0 0 60 20 edge 1"),
                               QStringLiteral("popover makeKeyWindow"),
-                              QStringLiteral("activateIgnoringOtherApps 1"),
                               QStringLiteral("popover makeFirstResponder 1")}));
         QVERIFY(m_popover->isShown() && quick().isVisible());
         QCOMPARE(quick().color(), QColor(Qt::transparent));

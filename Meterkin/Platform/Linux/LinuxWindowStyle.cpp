@@ -4,43 +4,7 @@
 
 #include <QEvent>
 #include <QGuiApplication>
-#include <QQuickItem>
 #include <QQuickWindow>
-#include <QStyleHints>
-
-namespace {
-
-/// Fills a window below all else and moves it by the presses that nothing above wants.
-class DragArea : public QQuickItem {
-public:
-    explicit DragArea(QQuickWindow &window)
-        : QQuickItem(window.contentItem())
-    {
-        setZ(-1);
-        setAcceptedMouseButtons(Qt::LeftButton);
-        const auto fill = [this] { setSize(parentItem()->size()); };
-        connect(parentItem(), &QQuickItem::widthChanged, this, fill);
-        connect(parentItem(), &QQuickItem::heightChanged, this, fill);
-        fill();
-    }
-
-protected:
-    // Not at the press: a window manager that hears of it after the release would go on moving.
-    void mousePressEvent(QMouseEvent *event) override { m_pressedAt = event->position(); }
-    void mouseMoveEvent(QMouseEvent *event) override
-    {
-        if ((event->position() - m_pressedAt).manhattanLength()
-            >= QGuiApplication::styleHints()->startDragDistance()) {
-            ungrabMouse();
-            window()->startSystemMove();
-        }
-    }
-
-private:
-    QPointF m_pressedAt;
-};
-
-} // namespace
 
 LinuxWindowStyle::LinuxWindowStyle(X11Connection &connection, QObject *parent)
     : QObject(parent)
@@ -60,7 +24,6 @@ WindowStyle::TitleBar LinuxWindowStyle::makeOnboarding(QQuickWindow &window)
     window.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
     if (isComposited(m_connection))
         window.setColor(Qt::transparent);
-    new DragArea(window); // belongs to the window
     return TitleBar::None;
 }
 

@@ -1,5 +1,7 @@
 #include "Platform/Linux/PopoverWindow.h"
 
+#include "Views/WindowContent.h"
+
 #include <QKeyEvent>
 
 #include <cmath>
@@ -11,14 +13,6 @@ constexpr int InMilliseconds = 160;
 constexpr int OutMilliseconds = 110;
 constexpr qreal Slide = 6; // logical pixels, from the panel's side
 constexpr qreal FirstProgress = 0.2; // the first frame already shows something
-
-/// Rows and columns know their size only once they are laid out, innermost first.
-void layOut(QQuickItem &item)
-{
-    for (QQuickItem *child : item.childItems())
-        layOut(*child);
-    item.ensurePolished();
-}
 
 } // namespace
 

@@ -131,13 +131,14 @@ void AppKitPopover::show(const QRect &)
     if (!m_window)
         makeWindow();
     fit();
+    // Before it is shown: newer systems close the popover of a program that is not active.
+    [NSApp activateIgnoringOtherApps:YES];
     [m_objects->popover showRelativeToRect:button.bounds
                                     ofView:button
                              preferredEdge:NSRectEdgeMinY];
     m_window->setVisible(true);
     NSWindow *window = m_objects->container.window;
     [window makeKeyWindow];
-    [NSApp activateIgnoringOtherApps:YES];
     [window makeFirstResponder:viewOf(*m_window)];
     m_window->focusContent();
 }

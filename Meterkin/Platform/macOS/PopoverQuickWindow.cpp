@@ -1,23 +1,13 @@
 #include "Platform/macOS/PopoverQuickWindow.h"
 
+#include "Views/WindowContent.h"
+
 #include <QKeyEvent>
 #include <QQuickItem>
 #include <QtMath>
 
 #include <algorithm>
 #include <utility>
-
-namespace {
-
-/// Rows and columns know their size only once they are laid out, innermost first.
-void layOut(QQuickItem &item)
-{
-    for (QQuickItem *child : item.childItems())
-        layOut(*child);
-    item.ensurePolished();
-}
-
-} // namespace
 
 PopoverQuickWindow::PopoverQuickWindow(std::unique_ptr<QQuickItem> content)
     : m_content(std::move(content))
