@@ -1,0 +1,38 @@
+# Debian's Qt in the place of a Mac's: its headers and tools, and of its libraries just the lists of
+# what they export.
+file(GLOB Qt6_DIR /usr/lib/*/cmake/Qt6)
+
+function(meterkin_put_stub target)
+    get_target_property(kind ${target} TYPE)
+    get_target_property(library ${target} IMPORTED_LOCATION_NONE)
+    if(NOT kind STREQUAL SHARED_LIBRARY OR library MATCHES "\\.tbd$")
+        return()
+    endif()
+    string(REPLACE Qt6:: ${CMAKE_BINARY_DIR}/qt/Qt stub ${target}.tbd)
+    set(script ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/stub_library.py)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${script} ${library})
+    if(${library} IS_NEWER_THAN ${stub} OR ${script} IS_NEWER_THAN ${stub})
+        file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/qt)
+        execute_process(COMMAND python3 ${script} ${library} ${stub} COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+    set_target_properties(${target} PROPERTIES
+        IMPORTED_LOCATION_NONE ${stub} IMPORTED_LOCATION_RELEASE ${stub})
+endfunction()
+
+macro(meterkin_find_package method name)
+    # What Debian's Qt draws with is none of a Mac's business.
+    if("${name}" STREQUAL WrapOpenGL OR "${name}" STREQUAL WrapVulkanHeaders)
+        set(${name}_FOUND TRUE)
+        if(NOT TARGET ${name}::${name})
+            add_library(${name}::${name} INTERFACE IMPORTED)
+        endif()
+    elseif("${name}" STREQUAL Qt6)
+        find_package(${name} ${ARGN} BYPASS_PROVIDER)
+        get_property(meterkin_targets DIRECTORY PROPERTY IMPORTED_TARGETS)
+        list(FILTER meterkin_targets INCLUDE REGEX "^Qt6::")
+        foreach(meterkin_target IN LISTS meterkin_targets)
+            meterkin_put_stub(${meterkin_target})
+        endforeach()
+    endif()
+endmacro()
+cmake_language(SET_DEPENDENCY_PROVIDER meterkin_find_package SUPPORTED_METHODS FIND_PACKAGE)
