@@ -2,7 +2,7 @@
 
 /// Who wants the program to be started at login.
 enum class LoginItemWish {
-    Standing, ///< the stored wish, at a start: what the user switched off elsewhere stays off
+    Standing, ///< the stored wish, at a start; not above what the user has said elsewhere
     Expressed, ///< the user, at this moment
 };
 

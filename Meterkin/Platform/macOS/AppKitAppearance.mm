@@ -41,16 +41,11 @@
                         change:(NSDictionary *)change
                        context:(void *)context
 {
-    Q_UNUSED(keyPath)
-    Q_UNUSED(object)
-    Q_UNUSED(change)
-    Q_UNUSED(context)
     emit m_owner->changed();
 }
 
 - (void)systemColorsDidChange:(NSNotification *)notification
 {
-    Q_UNUSED(notification)
     emit m_owner->changed();
 }
 

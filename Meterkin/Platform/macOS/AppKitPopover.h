@@ -33,13 +33,14 @@ public:
 private:
     struct Objects;
 
+    void makePopover();
     void makeWindow();
     void fit();
     void watchButtons();
     void forget();
 
     FindButton m_findButton;
-    std::unique_ptr<Objects> m_objects;
+    std::unique_ptr<Objects> m_objects; ///< once there has been content
     MakeContent m_make;
     std::unique_ptr<PopoverQuickWindow> m_window;
     int m_room = 0; ///< height that the screen leaves, points

@@ -38,14 +38,12 @@ constexpr int AnyHeight = 10000;
 
 - (void)popoverWillClose:(NSNotification *)notification
 {
-    (void)notification;
     if (m_owner != nullptr)
         m_owner->handleClosing();
 }
 
 - (void)popoverDidClose:(NSNotification *)notification
 {
-    (void)notification;
     if (m_owner != nullptr)
         m_owner->handleClosed();
 }
@@ -74,19 +72,8 @@ struct AppKitPopover::Objects {
 AppKitPopover::AppKitPopover(FindButton findButton, QObject *parent)
     : QObject(parent)
     , m_findButton(std::move(findButton))
-    , m_objects(std::make_unique<Objects>())
     , m_guard(ReportMilliseconds)
 {
-    m_objects->container = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)];
-    m_objects->delegate = [[MeterkinPopoverDelegate alloc] initWithOwner:this];
-    NSViewController *controller = [[NSViewController alloc] init];
-    controller.view = m_objects->container;
-    m_objects->popover = [[NSPopover alloc] init];
-    m_objects->popover.behavior = NSPopoverBehaviorTransient;
-    m_objects->popover.animates = YES;
-    m_objects->popover.contentViewController = controller;
-    m_objects->popover.delegate = m_objects->delegate;
-
     m_clock.start();
     m_fitSoon.setSingleShot(true);
     connect(&m_fitSoon, &QTimer::timeout, this, &AppKitPopover::fit);
@@ -100,7 +87,8 @@ AppKitPopover::AppKitPopover(FindButton findButton, QObject *parent)
 
 AppKitPopover::~AppKitPopover()
 {
-    [m_objects->delegate detach];
+    if (m_objects)
+        [m_objects->delegate detach];
     close();
     forget();
 }
@@ -110,11 +98,13 @@ void AppKitPopover::setContent(MakeContent make)
     close();
     forget();
     m_make = std::move(make);
+    if (!m_objects && m_make)
+        makePopover();
 }
 
 bool AppKitPopover::isShown() const
 {
-    return m_objects->popover.shown;
+    return m_objects && m_objects->popover.shown;
 }
 
 void AppKitPopover::show(const QRect &)
@@ -163,6 +153,20 @@ void AppKitPopover::handleClosed()
         return;
     m_window->setVisible(false);
     m_forgetLater.start();
+}
+
+void AppKitPopover::makePopover()
+{
+    m_objects = std::make_unique<Objects>();
+    m_objects->container = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)];
+    m_objects->delegate = [[MeterkinPopoverDelegate alloc] initWithOwner:this];
+    NSViewController *controller = [[NSViewController alloc] init];
+    controller.view = m_objects->container;
+    m_objects->popover = [[NSPopover alloc] init];
+    m_objects->popover.behavior = NSPopoverBehaviorTransient;
+    m_objects->popover.animates = YES;
+    m_objects->popover.contentViewController = controller;
+    m_objects->popover.delegate = m_objects->delegate;
 }
 
 void AppKitPopover::makeWindow()

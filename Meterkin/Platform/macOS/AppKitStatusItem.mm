@@ -82,42 +82,54 @@ bool AppKitStatusItem::hasButton() const
     return m_objects->item.button != nil;
 }
 
+// Each call has a pool of its own: the kit's is emptied at the next event, and hours may pass
+// before anybody clicks.
+
 QColor AppKitStatusItem::systemColor(SystemColor color) const
 {
-    // The menu bar can be dark on a light desktop, and the other way round.
     __block QColor result;
-    [m_objects->item.button.effectiveAppearance
-        performAsCurrentDrawingAppearance:^{ result = colorOf(dynamicColor(color)); }];
+    @autoreleasepool {
+        // The menu bar can be dark on a light desktop, and the other way round.
+        [m_objects->item.button.effectiveAppearance
+            performAsCurrentDrawingAppearance:^{ result = colorOf(dynamicColor(color)); }];
+    }
     return result;
 }
 
 void AppKitStatusItem::setTitle(const AttributedTitle &title)
 {
-    NSStatusBarButton *button = m_objects->item.button;
-    if (button == nil || m_title == title)
+    if (!hasButton() || m_title == title)
         return;
     m_title = title;
-    NSColor *foreground = appKitColor(title.color);
-    for (const SystemColor color : {SystemColor::Green, SystemColor::Yellow, SystemColor::Red}) {
-        if (title.color == systemColor(color))
-            foreground = dynamicColor(color);
+    @autoreleasepool {
+        NSColor *foreground = appKitColor(title.color);
+        for (const SystemColor color :
+             {SystemColor::Green, SystemColor::Yellow, SystemColor::Red}) {
+            if (title.color == systemColor(color))
+                foreground = dynamicColor(color);
+        }
+        NSDictionary *attributes = @{
+            NSForegroundColorAttributeName : foreground,
+            NSFontAttributeName : m_objects->font,
+        };
+        m_objects->item.button.attributedTitle =
+            [[NSAttributedString alloc] initWithString:foundationText(title.text)
+                                            attributes:attributes];
     }
-    NSDictionary *attributes = @{
-        NSForegroundColorAttributeName : foreground,
-        NSFontAttributeName : m_objects->font,
-    };
-    button.attributedTitle = [[NSAttributedString alloc] initWithString:foundationText(title.text)
-                                                             attributes:attributes];
 }
 
 void AppKitStatusItem::setAccessibilityLabel(const QString &label)
 {
-    m_objects->item.button.accessibilityLabel = foundationText(label);
+    @autoreleasepool {
+        m_objects->item.button.accessibilityLabel = foundationText(label);
+    }
 }
 
 void AppKitStatusItem::setToolTip(const QString &text)
 {
-    m_objects->item.button.toolTip = foundationText(text);
+    @autoreleasepool {
+        m_objects->item.button.toolTip = foundationText(text);
+    }
 }
 
 WId AppKitStatusItem::button() const

@@ -6,7 +6,7 @@
 /// A program of a Mac's session.
 class MacHost : public ProgramHost {
 public:
-    /// Always: the system itself starts a bundle only once.
+    /// Always: the system starts a bundle once, unless it is told otherwise.
     bool isFirstInstance(std::function<void()> startedAgain) override;
     Platform &platform() override;
 

@@ -9,6 +9,7 @@
 #include "Platform/macOS/CarbonHotkey.h"
 #include "Platform/macOS/LocalKeyMonitor.h"
 #include "Platform/macOS/MainAppService.h"
+#include "Platform/macOS/ProcessActivity.h"
 #include "Platform/macOS/SparkleFramework.h"
 #include "Platform/macOS/UserDefaultsStore.h"
 #include "Platform/macOS/UserNotificationCentre.h"
@@ -41,6 +42,7 @@ public:
     InformationAlert *informationAlert() override { return &m_alert; }
 
 private:
+    ProcessActivity m_activity;
     UserDefaultsStore m_defaults;
     UserNotificationCentre m_notifications;
     CarbonHotkey m_hotkey;

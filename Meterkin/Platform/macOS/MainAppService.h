@@ -6,7 +6,7 @@
 class MainAppService : public LoginItem {
 public:
     bool isEnabled() const override;
-    /// Alike for both wishes: what the user switched off, the system refuses by itself.
+    /// Alike for both wishes: whether what the user switched off stays off, the system decides.
     bool registerItem(LoginItemWish wish) override;
     bool unregisterItem() override;
 };

@@ -117,15 +117,17 @@ void UserNotificationCentre::requestAuthorization(std::function<void(Authorizati
         answer(AuthorizationAnswer::Failed);
         return;
     }
-    [m_objects->center
-        requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
-                      completionHandler:^(BOOL granted, NSError *error) {
-                          if (error != nil)
-                              answer(AuthorizationAnswer::Failed);
-                          else
-                              answer(granted ? AuthorizationAnswer::Granted
-                                             : AuthorizationAnswer::Refused);
-                      }];
+    @autoreleasepool { // asked for at every reading while it is refused
+        [m_objects->center
+            requestAuthorizationWithOptions:UNAuthorizationOptionAlert | UNAuthorizationOptionSound
+                          completionHandler:^(BOOL granted, NSError *error) {
+                              if (error != nil)
+                                  answer(AuthorizationAnswer::Failed);
+                              else
+                                  answer(granted ? AuthorizationAnswer::Granted
+                                                 : AuthorizationAnswer::Refused);
+                          }];
+    }
 }
 
 void UserNotificationCentre::post(const NotificationRecord &record)

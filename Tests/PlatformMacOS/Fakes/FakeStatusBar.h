@@ -2,12 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-/// What the next items of the status bar are like.
-struct FakeStatusBar {
-    inline static bool givesButtons = true;
-    inline static NSAppearance *_Nullable appearance = nil; ///< of the menu bar
-};
-
 @interface FakeFont : NSFont {
 @public
     CGFloat m_size;
@@ -25,3 +19,10 @@ struct FakeStatusBar {
 /// As a click does: the action goes to the target.
 - (void)press;
 @end
+
+/// What the next items of the status bar are like.
+struct FakeStatusBar {
+    inline static bool givesButtons = true;
+    inline static NSAppearance *_Nullable appearance = nil; ///< of the menu bar
+    inline static FakeStatusBarButton *_Nullable lastButton = nil;
+};

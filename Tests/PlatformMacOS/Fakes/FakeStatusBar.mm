@@ -109,7 +109,7 @@ const NSFontWeight NSFontWeightRegular = 0.0;
     CallLog::note(QStringLiteral("statusItemWithLength: %1").arg(length));
     FakeStatusItem *item = [[FakeStatusItem alloc] init];
     if (FakeStatusBar::givesButtons)
-        item->m_button = [[FakeStatusBarButton alloc] init];
+        item->m_button = FakeStatusBar::lastButton = [[FakeStatusBarButton alloc] init];
     return item;
 }
 - (void)removeStatusItem:(NSStatusItem *)item
