@@ -1,6 +1,6 @@
+#include "Platform/macOS/MainBundle.h"
 #import "Fakes/OtherBundle.h"
 #include "Platform/macOS/FoundationValues.h"
-#include "Platform/macOS/MainBundle.h"
 #include "Platform/macOS/UserDefaultsStore.h"
 #include "Support/TestMain.h"
 

@@ -1,6 +1,6 @@
+#include "Platform/macOS/UserDefaultsStore.h"
 #include "Model/SettingsViewModel.h"
 #include "Platform/macOS/FoundationValues.h"
-#include "Platform/macOS/UserDefaultsStore.h"
 #include "Support/TestMain.h"
 
 #include <QtTest>

@@ -8,8 +8,8 @@ struct ProcessActivity::Objects {
 
 ProcessActivity::ProcessActivity()
     : m_objects(new Objects{[NSProcessInfo.processInfo
-          beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
-                            reason:@"Readings at a steady interval"]})
+        beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                          reason:@"Readings at a steady interval"]})
 {
 }
 

@@ -15,8 +15,8 @@ typedef NS_ENUM(NSUInteger, NSAlertStyle) {
 };
 
 @interface NSAlert : NSObject
-@property(copy) NSString *messageText;
-@property(copy) NSString *informativeText;
+@property (copy) NSString *messageText;
+@property (copy) NSString *informativeText;
 @property NSAlertStyle alertStyle;
 - (NSButton *)addButtonWithTitle:(NSString *)title;
 - (NSModalResponse)runModal;

@@ -10,15 +10,15 @@ extern NSAppearanceName const NSAppearanceNameAqua;
 extern NSAppearanceName const NSAppearanceNameDarkAqua;
 
 @interface NSAppearance : NSObject
-@property(class, readonly, strong) NSAppearance *currentDrawingAppearance;
+@property (class, readonly, strong) NSAppearance *currentDrawingAppearance;
 + (nullable NSAppearance *)appearanceNamed:(NSAppearanceName)name;
 - (nullable NSAppearanceName)bestMatchFromAppearancesWithNames:
     (NSArray<NSAppearanceName> *)appearances;
-- (void)performAsCurrentDrawingAppearance:(void (__attribute__((noescape)) ^)(void))block;
+- (void)performAsCurrentDrawingAppearance:(void(__attribute__((noescape)) ^)(void))block;
 @end
 
 @interface NSApplication (NSAppearanceCustomization)
-@property(readonly, strong) NSAppearance *effectiveAppearance;
+@property (readonly, strong) NSAppearance *effectiveAppearance;
 @end
 
 NS_ASSUME_NONNULL_END

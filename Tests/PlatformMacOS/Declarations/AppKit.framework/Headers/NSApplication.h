@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSApplication : NSResponder
-@property(class, readonly, strong) __kindof NSApplication *sharedApplication;
+@property (class, readonly, strong) __kindof NSApplication *sharedApplication;
 - (void)activateIgnoringOtherApps:(BOOL)ignoring;
 @end
 

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSButton : NSControl
-@property(copy) NSAttributedString *attributedTitle;
+@property (copy) NSAttributedString *attributedTitle;
 @end
 
 NS_ASSUME_NONNULL_END

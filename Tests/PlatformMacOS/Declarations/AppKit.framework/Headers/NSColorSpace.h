@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSColorSpace : NSObject
-@property(class, readonly, strong) NSColorSpace *deviceRGBColorSpace;
+@property (class, readonly, strong) NSColorSpace *deviceRGBColorSpace;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -19,10 +19,10 @@ typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {
 };
 
 @interface NSEvent : NSObject
-@property(readonly) unsigned short keyCode;
-@property(readonly) NSEventModifierFlags modifierFlags;
-@property(class, readonly) NSPoint mouseLocation;
-@property(class, readonly) NSUInteger pressedMouseButtons;
+@property (readonly) unsigned short keyCode;
+@property (readonly) NSEventModifierFlags modifierFlags;
+@property (class, readonly) NSPoint mouseLocation;
+@property (class, readonly) NSUInteger pressedMouseButtons;
 + (nullable id)addLocalMonitorForEventsMatchingMask:(NSEventMask)mask
                                             handler:(NSEvent *_Nullable (^)(NSEvent *event))block;
 + (void)removeMonitor:(id)monitor;

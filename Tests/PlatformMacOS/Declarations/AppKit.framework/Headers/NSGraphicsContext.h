@@ -6,7 +6,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSGraphicsContext : NSObject
-@property(class, nullable, strong) NSGraphicsContext *currentContext;
+@property (class, nullable, strong) NSGraphicsContext *currentContext;
 + (NSGraphicsContext *)graphicsContextWithCGContext:(CGContextRef)graphicsPort
                                             flipped:(BOOL)initialFlippedState;
 + (void)saveGraphicsState;

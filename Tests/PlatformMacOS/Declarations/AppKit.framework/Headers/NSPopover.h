@@ -27,12 +27,12 @@ typedef NS_ENUM(NSInteger, NSPopoverBehavior) {
 @end
 
 @interface NSPopover : NSResponder
-@property(nullable, weak) id<NSPopoverDelegate> delegate;
+@property (nullable, weak) id<NSPopoverDelegate> delegate;
 @property NSPopoverBehavior behavior;
 @property BOOL animates;
-@property(nullable, strong) NSViewController *contentViewController;
+@property (nullable, strong) NSViewController *contentViewController;
 @property NSSize contentSize;
-@property(readonly, getter=isShown) BOOL shown;
+@property (readonly, getter=isShown) BOOL shown;
 - (void)showRelativeToRect:(NSRect)rect ofView:(NSView *)view preferredEdge:(NSRectEdge)edge;
 - (void)performClose:(nullable id)sender;
 @end

@@ -3,5 +3,5 @@
 #import <Foundation/Foundation.h>
 
 @interface NSScreen : NSObject
-@property(readonly) NSRect visibleFrame;
+@property (readonly) NSRect visibleFrame;
 @end

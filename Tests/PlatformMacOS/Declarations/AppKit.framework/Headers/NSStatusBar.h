@@ -7,7 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 static const CGFloat NSVariableStatusItemLength = -1.0;
 
 @interface NSStatusBar : NSObject
-@property(class, readonly, strong) NSStatusBar *systemStatusBar;
+@property (class, readonly, strong) NSStatusBar *systemStatusBar;
 - (NSStatusItem *)statusItemWithLength:(CGFloat)length;
 - (void)removeStatusItem:(NSStatusItem *)item;
 @end

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSStatusItem : NSObject
-@property(nullable, readonly, strong) NSStatusBarButton *button;
+@property (nullable, readonly, strong) NSStatusBarButton *button;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -9,9 +9,9 @@ NS_ASSUME_NONNULL_BEGIN
 @interface NSView : NSResponder
 - (instancetype)initWithFrame:(NSRect)frame;
 @property NSRect frame;
-@property(readonly) NSRect bounds;
-@property(nullable, readonly, unsafe_unretained) NSView *superview;
-@property(nullable, readonly, unsafe_unretained) NSWindow *window;
+@property (readonly) NSRect bounds;
+@property (nullable, readonly, unsafe_unretained) NSView *superview;
+@property (nullable, readonly, unsafe_unretained) NSWindow *window;
 - (void)addSubview:(NSView *)view;
 - (void)removeFromSuperview;
 - (NSRect)convertRect:(NSRect)rect toView:(nullable NSView *)view;

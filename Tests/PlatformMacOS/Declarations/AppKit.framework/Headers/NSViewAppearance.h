@@ -6,9 +6,9 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSView (Appearance)
-@property(readonly, strong) NSAppearance *effectiveAppearance;
-@property(nullable, copy) NSString *accessibilityLabel;
-@property(nullable, copy) NSString *toolTip;
+@property (readonly, strong) NSAppearance *effectiveAppearance;
+@property (nullable, copy) NSString *accessibilityLabel;
+@property (nullable, copy) NSString *toolTip;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSViewController : NSResponder
-@property(strong) NSView *view;
+@property (strong) NSView *view;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -9,7 +9,7 @@ extern "C" {
 typedef const void *CFTypeRef;
 typedef const struct __attribute__((objc_bridge(NSDictionary))) __CFDictionary *CFDictionaryRef;
 typedef struct __attribute__((objc_bridge_mutable(NSMutableDictionary)))
-    __CFDictionary *CFMutableDictionaryRef;
+__CFDictionary *CFMutableDictionaryRef;
 
 #ifdef __cplusplus
 }

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSValue : NSObject
-@property(readonly) const char *objCType;
+@property (readonly) const char *objCType;
 @end
 
 @interface NSNumber : NSValue
@@ -13,14 +13,14 @@ NS_ASSUME_NONNULL_BEGIN
 + (NSNumber *)numberWithBool:(BOOL)value;
 + (NSNumber *)numberWithDouble:(double)value;
 + (NSNumber *)numberWithLongLong:(long long)value;
-@property(readonly) BOOL boolValue;
-@property(readonly) double doubleValue;
-@property(readonly) long long longLongValue;
+@property (readonly) BOOL boolValue;
+@property (readonly) double doubleValue;
+@property (readonly) long long longLongValue;
 @end
 
 @interface NSArray<__covariant Element> : NSObject
 + (instancetype)arrayWithObjects:(const Element _Nonnull[_Nonnull])objects count:(NSUInteger)count;
-@property(readonly) NSUInteger count;
+@property (readonly) NSUInteger count;
 - (Element)objectAtIndex:(NSUInteger)index;
 @end
 
@@ -28,8 +28,8 @@ NS_ASSUME_NONNULL_BEGIN
 + (instancetype)dictionaryWithObjects:(const Value _Nonnull[_Nonnull])objects
                               forKeys:(const id<NSCopying> _Nonnull[_Nonnull])keys
                                 count:(NSUInteger)count;
-@property(readonly) NSUInteger count;
-@property(readonly, copy) NSArray<Key> *allKeys;
+@property (readonly) NSUInteger count;
+@property (readonly, copy) NSArray<Key> *allKeys;
 - (nullable Value)objectForKey:(Key)key;
 @end
 

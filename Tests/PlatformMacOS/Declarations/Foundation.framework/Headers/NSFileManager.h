@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSFileManager : NSObject
-@property(class, readonly, strong) NSFileManager *defaultManager;
+@property (class, readonly, strong) NSFileManager *defaultManager;
 - (BOOL)trashItemAtURL:(NSURL *)url
       resultingItemURL:(NSURL *_Nullable *_Nullable)resultingUrl
                  error:(NSError *_Nullable *_Nullable)error;

@@ -10,7 +10,7 @@ typedef NSString *NSNotificationName;
 @end
 
 @interface NSNotificationCenter : NSObject
-@property(class, readonly, strong) NSNotificationCenter *defaultCenter;
+@property (class, readonly, strong) NSNotificationCenter *defaultCenter;
 - (void)addObserver:(id)observer
            selector:(SEL)selector
                name:(nullable NSNotificationName)name

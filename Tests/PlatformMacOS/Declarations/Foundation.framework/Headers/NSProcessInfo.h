@@ -9,9 +9,9 @@ typedef NS_OPTIONS(uint64_t, NSActivityOptions) {
 };
 
 @interface NSProcessInfo : NSObject
-@property(class, readonly, strong) NSProcessInfo *processInfo;
-@property(copy) NSString *processName;
-@property(readonly) unsigned long long physicalMemory;
+@property (class, readonly, strong) NSProcessInfo *processInfo;
+@property (copy) NSString *processName;
+@property (readonly) unsigned long long physicalMemory;
 - (id<NSObject>)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString *)reason;
 - (void)endActivity:(id<NSObject>)activity;
 @end

@@ -23,8 +23,8 @@ static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length)
 
 @interface NSString : NSObject <NSCopying>
 + (instancetype)stringWithCharacters:(const unichar *)characters length:(NSUInteger)length;
-@property(nullable, readonly) const char *UTF8String;
-@property(readonly) NSUInteger length;
+@property (nullable, readonly) const char *UTF8String;
+@property (readonly) NSUInteger length;
 - (void)getCharacters:(unichar *)buffer range:(NSRange)range;
 @end
 

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface NSUserDefaults : NSObject
-@property(class, readonly, strong) NSUserDefaults *standardUserDefaults;
+@property (class, readonly, strong) NSUserDefaults *standardUserDefaults;
 - (void)registerDefaults:(NSDictionary<NSString *, id> *)defaults;
 - (nullable NSString *)stringForKey:(NSString *)key;
 - (double)doubleForKey:(NSString *)key;

@@ -11,9 +11,10 @@ typedef NS_ENUM(NSInteger, SMAppServiceStatus) {
     SMAppServiceStatusNotFound,
 };
 
-__attribute__((availability(macos, introduced = 13.0))) @interface SMAppService : NSObject
-@property(class, readonly) SMAppService *mainAppService;
-@property(readonly) SMAppServiceStatus status;
+__attribute__((availability(macos, introduced = 13.0)))
+@interface SMAppService : NSObject
+@property (class, readonly) SMAppService *mainAppService;
+@property (readonly) SMAppServiceStatus status;
 - (BOOL)registerAndReturnError:(NSError *_Nullable *_Nullable)error;
 - (BOOL)unregisterAndReturnError:(NSError *_Nullable *_Nullable)error;
 @end

@@ -4,10 +4,11 @@
 
 NS_ASSUME_NONNULL_BEGIN
 
-@protocol SPUUpdaterDelegate, SPUStandardUserDriverDelegate;
+@protocol SPUUpdaterDelegate
+, SPUStandardUserDriverDelegate;
 
 @interface SPUStandardUpdaterController : NSObject
-@property(nonatomic, readonly) SPUUpdater *updater;
+@property (nonatomic, readonly) SPUUpdater *updater;
 - (instancetype)initWithStartingUpdater:(BOOL)startUpdater
                         updaterDelegate:(nullable id<SPUUpdaterDelegate>)updaterDelegate
                      userDriverDelegate:

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface UNNotification : NSObject
-@property(readonly, copy) UNNotificationRequest *request;
+@property (readonly, copy) UNNotificationRequest *request;
 @end
 
 NS_ASSUME_NONNULL_END

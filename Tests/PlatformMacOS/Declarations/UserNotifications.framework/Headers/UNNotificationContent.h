@@ -8,9 +8,9 @@ NS_ASSUME_NONNULL_BEGIN
 @end
 
 @interface UNMutableNotificationContent : UNNotificationContent
-@property(copy) NSString *title;
-@property(copy) NSString *body;
-@property(nullable, copy) UNNotificationSound *sound;
+@property (copy) NSString *title;
+@property (copy) NSString *body;
+@property (nullable, copy) UNNotificationSound *sound;
 @end
 
 NS_ASSUME_NONNULL_END

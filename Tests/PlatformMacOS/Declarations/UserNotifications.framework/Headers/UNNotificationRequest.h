@@ -7,7 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 @class UNNotificationTrigger;
 
 @interface UNNotificationRequest : NSObject
-@property(readonly, copy) NSString *identifier;
+@property (readonly, copy) NSString *identifier;
 + (instancetype)requestWithIdentifier:(NSString *)identifier
                               content:(UNNotificationContent *)content
                               trigger:(nullable UNNotificationTrigger *)trigger;

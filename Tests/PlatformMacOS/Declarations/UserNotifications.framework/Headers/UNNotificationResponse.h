@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface UNNotificationResponse : NSObject
-@property(readonly, copy) UNNotification *notification;
+@property (readonly, copy) UNNotification *notification;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -12,7 +12,7 @@ typedef NS_ENUM(NSInteger, UNAuthorizationStatus) {
 };
 
 @interface UNNotificationSettings : NSObject
-@property(readonly) UNAuthorizationStatus authorizationStatus;
+@property (readonly) UNAuthorizationStatus authorizationStatus;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -5,7 +5,7 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface UNNotificationSound : NSObject
-@property(class, readonly, copy) UNNotificationSound *defaultSound;
+@property (class, readonly, copy) UNNotificationSound *defaultSound;
 @end
 
 NS_ASSUME_NONNULL_END

@@ -30,7 +30,7 @@ typedef NS_OPTIONS(NSUInteger, UNNotificationPresentationOptions) {
 @end
 
 @interface UNUserNotificationCenter : NSObject
-@property(nullable, weak) id<UNUserNotificationCenterDelegate> delegate;
+@property (nullable, weak) id<UNUserNotificationCenterDelegate> delegate;
 + (UNUserNotificationCenter *)currentNotificationCenter;
 - (void)getNotificationSettingsWithCompletionHandler:
     (void (^)(UNNotificationSettings *settings))handler;

@@ -5,7 +5,5 @@
 // What the Foundation of the tests lacks.
 
 @interface NSFileManager (Fake)
-- (BOOL)trashItemAtURL:(NSURL *)url
-      resultingItemURL:(NSURL **)resultingUrl
-                 error:(NSError **)error;
+- (BOOL)trashItemAtURL:(NSURL *)url resultingItemURL:(NSURL **)resultingUrl error:(NSError **)error;
 @end
