@@ -19,6 +19,7 @@ SPARKLE = "@rpath/Sparkle.framework/Versions/B/Sparkle"
 OLDEST_SYSTEM = "13.0"
 SYSTEM_FOLDERS = ("/usr/lib/", "/System/Library/")
 OWN_FOLDERS = ("@rpath/", RPATH + "/")
+PLATFORM_PLUGIN = "PlugIns/platforms/libqcocoa.dylib"  # which no library names
 
 
 def program_identifier() -> str:
@@ -37,7 +38,6 @@ def information_problems(information: dict, options: argparse.Namespace) -> list
         "NSPrincipalClass": "NSApplication",
         "LSMinimumSystemVersion": OLDEST_SYSTEM,
         "LSUIElement": True,
-        "LSAppNapIsDisabled": True,
         "NSHighResolutionCapable": True,
         "NSSupportsAutomaticTermination": False,
         "SUFeedURL": options.feed_url,
@@ -50,12 +50,14 @@ def information_problems(information: dict, options: argparse.Namespace) -> list
         problems.append(f"CFBundleVersion is {version!r}")
     if information.get("CFBundleShortVersionString") != version:
         problems.append("CFBundleShortVersionString and CFBundleVersion differ")
+    if not information.get("NSDownloadsFolderUsageDescription"):
+        problems.append("nothing to say when the system asks about the folder of downloads")
     if options.version not in (None, version):
         problems.append(f"CFBundleVersion is {version!r}, not {options.version!r}")
     return problems
 
 
-def executable_problems(contents: Path, deployed: bool) -> list[str]:
+def executable_problems(contents: Path) -> list[str]:
     path = contents / "MacOS/Meterkin"
     try:
         program = mach_o.read(path)
@@ -77,10 +79,33 @@ def executable_problems(contents: Path, deployed: bool) -> list[str]:
                  if not library.startswith(SYSTEM_FOLDERS + OWN_FOLDERS)]
     problems += [f"a path of the build machine: {one}"
                  for one in program.absolute_paths if not one.startswith(SYSTEM_FOLDERS)]
-    for folder in OWN_FOLDERS if deployed else ():
-        inside = [one[len(folder):] for one in program.libraries if one.startswith(folder)]
-        problems += [f"{one} is not in the bundle" for one in inside
-                     if not (contents / "Frameworks" / one).exists()]
+    return problems
+
+
+def deployment_problems(contents: Path) -> list[str]:
+    """All but the update framework, whose maker has seen to its own."""
+    contents = contents.resolve()
+    frameworks = contents / "Frameworks"
+    problems = []
+    if not (contents / PLATFORM_PLUGIN).is_file():
+        problems.append(f"no {PLATFORM_PLUGIN} in the bundle")
+    for path in sorted(contents.rglob("*")):
+        if path.is_symlink() or not path.is_file() or not mach_o.is_mach_o(path) \
+                or frameworks / "Sparkle.framework" in path.parents:
+            continue
+        try:
+            libraries = mach_o.read(path).libraries
+        except mach_o.NotMachO as error:
+            problems.append(str(error))
+            continue
+        folders = {"@rpath": frameworks, "@executable_path": contents / "MacOS",
+                   "@loader_path": path.parent}
+        for library in libraries:
+            start, _, rest = library.partition("/")
+            place = (folders.get(start, Path("/")) / rest).resolve()
+            if not library.startswith(SYSTEM_FOLDERS) \
+                    and not (contents in place.parents and place.is_file()):
+                problems.append(f"{path.relative_to(contents)}: {library} is not in the bundle")
     return problems
 
 
@@ -124,7 +149,7 @@ def main(arguments: list[str]) -> int:
     parser.add_argument("--version")
     parser.add_argument("--feed-url", help="without it the bundle must name none")
     parser.add_argument("--public-key", help="likewise")
-    parser.add_argument("--deployed", action="store_true", help="Qt must lie in the bundle too")
+    parser.add_argument("--deployed", action="store_true", help="Qt must be in it, whole")
     options = parser.parse_args(arguments)
     contents = options.bundle / "Contents"
 
@@ -133,7 +158,9 @@ def main(arguments: list[str]) -> int:
         problems = information_problems(information, options)
     except Exception as error:  # a damaged list raises whatever its parser does
         problems = [f"no Info.plist: {error}"]
-    problems += executable_problems(contents, options.deployed)
+    problems += executable_problems(contents)
+    if options.deployed:
+        problems += deployment_problems(contents)
     problems += icon_problems(contents / "Resources/Meterkin.icns")
     problems += framework_problems(contents / "Frameworks")
     for problem in problems:

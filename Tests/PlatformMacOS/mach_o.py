@@ -8,6 +8,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 MAGIC_64 = 0xFEEDFACF
+FAT = {0xCAFEBABE: ">5I", 0xCAFEBABF: ">2I2Q2I"}  # several processors in a file: how one is named
 ARM64 = 0x0100000C
 EXECUTABLE = 2
 MACOS = 1
@@ -29,10 +30,19 @@ class MachO:
     absolute_paths: list[str] = field(default_factory=list)  # in any load command
 
 
+def is_mach_o(path: Path) -> bool:
+    """Of any kind and for any processor; it need not be whole."""
+    with path.open("rb") as file:
+        start = file.read(4)
+    return int.from_bytes(start, "little") in (MAGIC_64, 0xFEEDFACE) \
+        or int.from_bytes(start, "big") in FAT
+
+
 def read(path: Path) -> MachO:
-    """Raises NotMachO for anything but a whole 64-bit file for arm64."""
+    """Raises NotMachO for anything but a whole 64-bit file for arm64, alone or with others."""
     data = path.read_bytes()
     try:
+        data = _for_arm64(data)
         magic, cpu, _, file_type, count, size = struct.unpack_from("<6I", data)
         if magic != MAGIC_64 or cpu != ARM64:
             raise NotMachO(f"{path}: not a Mach-O file for arm64")
@@ -58,6 +68,17 @@ def read(path: Path) -> MachO:
     paths = re.findall(rb"(?<![ -~])/[\w.+ -]+/[ -~]*", commands)
     found.absolute_paths = [one.decode("ascii") for one in paths]
     return found
+
+
+def _for_arm64(data: bytes) -> bytes:
+    magic, count = struct.unpack_from(">2I", data)
+    layout = FAT.get(magic)
+    for number in range(count) if layout else ():
+        at = 8 + number * struct.calcsize(layout)
+        cpu, _, start, size, *_ = struct.unpack_from(layout, data, at)
+        if cpu == ARM64:
+            return data[start:start + size]
+    return data
 
 
 def _text(body: bytes) -> str:

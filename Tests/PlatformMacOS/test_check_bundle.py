@@ -30,6 +30,20 @@ def mach_o(libraries=(check_bundle.SPARKLE, QT, "/usr/lib/libSystem.B.dylib"),
     return struct.pack("<8I", 0xFEEDFACF, cpu, 0, file_type, len(commands), len(body), 0, 0) + body
 
 
+INTEL = 0x01000007
+
+
+def universal(arm64: bytes) -> bytes:
+    """As Qt's libraries come; nobody needs what the other half needs."""
+    slices = [(INTEL, mach_o(["/opt/intel/libz.dylib"], cpu=INTEL)), (0x0100000C, arm64)]
+    start = 8 + 20 * len(slices)
+    head, body = struct.pack(">2I", 0xCAFEBABE, len(slices)), b""
+    for cpu, data in slices:
+        head += struct.pack(">5I", cpu, 0, start + len(body), len(data), 0)
+        body += data
+    return head + body
+
+
 def information(**changes) -> bytes:
     text = (PACKAGING / "Info.plist.in").read_text(encoding="utf-8")
     values = plistlib.loads(
@@ -59,6 +73,20 @@ def program(**changes):
     return written("MacOS/Meterkin", mach_o(**changes))
 
 
+def deployed(*plugin_needs, plugin=check_bundle.PLATFORM_PLUGIN):
+    def change(contents: Path):
+        frameworks = contents / "Frameworks"
+        qt = frameworks / "QtCore.framework"
+        for path, needs in [(qt / "Versions/A/QtCore", ["/usr/lib/libz.dylib"]),
+                            (frameworks / "Sparkle.framework/Versions/B/Sparkle", ["/opt/own"]),
+                            (contents / plugin, plugin_needs)]:
+            path.parent.mkdir(parents=True, exist_ok=True)
+            path.write_bytes(universal(mach_o(needs, file_type=6)))
+        (qt / "Versions/Current").symlink_to("A")
+        (qt / "QtCore").symlink_to("Versions/Current/QtCore")
+    return change
+
+
 ICON = (PACKAGING / "Meterkin.icns").read_bytes()
 WITH_FEED = ["--feed-url", FEED, "--public-key", KEY]
 # what is changed, how it is called, what has to be in the answer (empty: nothing is wrong)
@@ -67,18 +95,27 @@ CASES = [
     (None, ["--version", "1.2.3"], ""),
     (None, ["--version", "1.2.4"], "not '1.2.4'"),
     (None, ["--deployed"], "QtCore.framework/Versions/A/QtCore is not in the bundle"),
+    (deployed(QT, "@executable_path/../Frameworks/QtCore.framework/QtCore",
+              "@loader_path/../../Frameworks/QtCore.framework/QtCore"), ["--deployed"], ""),
+    (deployed("@rpath/QtDBus.framework/Versions/A/QtDBus"), ["--deployed"],
+     "libqcocoa.dylib: @rpath/QtDBus.framework/Versions/A/QtDBus is not in the bundle"),
+    (deployed("/bin/sh"), ["--deployed"], "libqcocoa.dylib: /bin/sh is not in the bundle"),
+    (deployed("@loader_path/QtCore"), ["--deployed"], "@loader_path/QtCore is not in the bundle"),
+    (deployed(plugin="PlugIns/libqcocoa.dylib"), ["--deployed"], "no PlugIns/platforms/libqcocoa"),
+    (written("Resources/z.dylib", mach_o(cpu=INTEL)), ["--deployed"], "z.dylib: not a Mach-O"),
     (plist(SUFeedURL=FEED, SUPublicEDKey=KEY), WITH_FEED, ""),
     (plist(SUFeedURL=FEED, SUPublicEDKey=KEY), [], "SUFeedURL is 'https"),
     (plist(SUFeedURL=""), [], "SUFeedURL is ''"),
     (None, WITH_FEED, "SUPublicEDKey is None"),
     (plist(CFBundleIdentifier="org.meterkin.meterkin"), [], "CFBundleIdentifier is"),
     (plist(LSUIElement=None), [], "LSUIElement is None"),
+    (plist(NSDownloadsFolderUsageDescription=None), [], "nothing to say"),
     (plist(NSSupportsAutomaticTermination=True), [], "NSSupportsAutomaticTermination is True"),
     (plist(LSMinimumSystemVersion="14.0"), [], "LSMinimumSystemVersion is '14.0'"),
     (plist(CFBundleVersion="1.2.3-rc"), [], "CFBundleVersion is '1.2.3-rc'"),
     (plist(CFBundleVersion="1.2.4"), [], "differ"),
     (written("Info.plist", b"<plist>"), [], "no Info.plist"),
-    (program(cpu=0x01000007), [], "not a Mach-O file for arm64"),
+    (program(cpu=INTEL), [], "not a Mach-O file for arm64"),
     (written("MacOS/Meterkin", mach_o()[:60]), [], "no executable"),
     (written("MacOS/Meterkin", b""), [], "no executable"),
     (program(file_type=6), [], "not an executable"),

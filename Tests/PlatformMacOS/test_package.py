@@ -13,7 +13,7 @@ ROOT = Path(__file__).resolve().parents[2]
 # What the script takes of any Unix; the Mac's own tools are stubs.
 BASICS = ["bash", "basename", "dirname", "find", "grep", "ln", "mkdir", "rm", "sed", "wc"]
 TOOLS = ["cmake", "codesign", "ditto", "hdiutil", "macdeployqt", "ninja", "plutil", "python3",
-         "security", "sign_update", "spctl", "uname", "xcrun"]
+         "security", "sign_update", "sleep", "spctl", "uname", "xcrun"]
 STUB = f"#!{sys.executable} -SE\n" + r'''
 import json, os, plistlib, shutil, sys
 from pathlib import Path
@@ -43,7 +43,11 @@ elif name == "macdeployqt":
 elif name == "ditto":
     shutil.copytree(*arguments[-2:], symlinks=True)
 elif name == "hdiutil":
+    if Path(arguments[-1]).exists():
+        sys.exit("File exists")
     Path(arguments[-1]).write_text("image")
+    if "BUSY" in os.environ and '["sleep", "5"]' not in Path(os.environ["CALLS"]).read_text():
+        sys.exit("Resource busy")
 elif [name, *arguments[:2]] == ["xcrun", "notarytool", "submit"]:
     sys.stdout.buffer.write(plistlib.dumps({"status": os.environ["NOTARISED"], "id": "7"}))
 elif name == "plutil":
@@ -59,6 +63,14 @@ INPUTS = {
     "METERKIN_SIGNING_IDENTITY": IDENTITY,
     "METERKIN_NOTARY_PROFILE": "a profile",
 }
+
+FEED_ITEM = '''
+  <sparkle:version>1.2.3</sparkle:version>
+  <sparkle:shortVersionString>1.2.3</sparkle:shortVersionString>
+  <sparkle:minimumSystemVersion>13.0</sparkle:minimumSystemVersion>
+and on the enclosure of that item:
+  sparkle:edSignature="S" length="5"
+'''
 
 
 class PackageTest(unittest.TestCase):
@@ -103,7 +115,7 @@ class PackageTest(unittest.TestCase):
         image = str(build / "Meterkin-1.2.3.dmg")
         status, said, calls = self.package(METERKIN_SIGN_UPDATE="tools/sign_update")
         self.assertEqual((status, said), (0, ""))
-        self.assertIn('sparkle:edSignature="S"', self.done.stdout)
+        self.assertTrue(self.done.stdout.endswith(FEED_ITEM), self.done.stdout)
 
         configure = next(call for call in calls if call[0] == "cmake")
         for wanted in (f"-DMETERKIN_SPARKLE={self.folder}", "-DMETERKIN_VERSION=1.2.3",
@@ -132,9 +144,9 @@ class PackageTest(unittest.TestCase):
         # Read on from where the bundle is signed.
         steps = [call for call in calls if call[:2] != ["codesign", "--force"]]
         first = next(index for index, call in enumerate(steps) if call[:2] == ["cmake", "--build"])
-        self.assertEqual([" ".join(call[:2]) for call in steps[first + 1:first + 4]], [
-            f"ditto {build}/Meterkin.app", f"macdeployqt {build}/deployed/Meterkin.app",
-            "ditto --arch"])
+        self.assertEqual([" ".join(call[:-1]) for call in steps[first + 1:first + 4]], [
+            f"ditto --noqtn {build}/Meterkin.app", f"macdeployqt {build}/deployed/Meterkin.app",
+            f"ditto --noqtn --arch arm64 {build}/deployed/Meterkin.app"])
         self.assertEqual([" ".join(call[:3]) for call in steps[first + 4:]], [
             "codesign --verify --strict", "python3 -B Tests/PlatformMacOS/check_bundle.py",
             "hdiutil create -volname", f"codesign --sign {IDENTITY}", "codesign --verify --strict",
@@ -188,7 +200,7 @@ class PackageTest(unittest.TestCase):
             self.assertIn(text, said)
         self.assertEqual([call for call in calls if call[0] in ("cmake", "hdiutil")], [])
 
-    def test_a_failing_tool_ends_it(self):
+    def test_a_failing_tool_ends_it_but_a_busy_image(self):
         for failing in ("cmake", "ditto", "macdeployqt", "codesign", "python3", "hdiutil",
                         "xcrun notarytool submit", "xcrun stapler validate", "spctl"):
             with self.subTest(failing=failing):
@@ -196,6 +208,8 @@ class PackageTest(unittest.TestCase):
                 self.assertEqual(status, 1)
                 self.assertIn(f"failed: {failing}", said)
                 self.assertTrue(" ".join(calls[-1]).startswith(failing), calls[-1])
+        status, said, calls = self.package("--unsigned", BUSY="")
+        self.assertEqual((status, said), (0, "Resource busy\n"))
         status, said, calls = self.package(NOTARISED="Invalid")
         self.assertEqual((status, calls[-1][:4]), (1, ["xcrun", "notarytool", "log", "7"]))
         self.assertIn('"Invalid"', said)
