@@ -53,8 +53,12 @@ void ApplicationWindows::openSettings(int fanCount)
 {
     if (!m_settingsWindow)
         m_settingsWindow = makeSettingsWindow(fanCount);
-    else if (!m_settingsWindow->isVisible())
-        m_settingsWindow->setPosition(m_settingsWindow->position()); // else it is placed anew
+    else if (!m_settingsWindow->isVisible()) {
+        // Its system window has gone with the closing; the next one knows nothing of this.
+        if (WindowStyle *style = m_platform.windowStyle())
+            style->makeTitled(*m_settingsWindow);
+        m_settingsWindow->setPosition(m_settingsWindow->position());
+    }
     present(*m_settingsWindow);
 }
 

@@ -4,8 +4,8 @@ import QtQuick
 import Meterkin.Views
 
 // The colours of every view, for the light and the dark appearance of the desktop: the system's own
-// where it has them, else ours. In ours texts
-// keep a contrast of 4.5:1 on the backgrounds that they stand on, tier colours 3:1 and more.
+// where it has them, else ours. Of ours, texts keep a contrast of 4.5:1 on the backgrounds that they
+// stand on, tier colours 3:1 and more.
 QtObject {
     readonly property bool dark: Appearance.dark
     readonly property systemColors system: Appearance.systemColors

@@ -78,6 +78,7 @@ private slots:
         QVERIFY(quick().isVisible()); // it fades out
         FakePopover::finishClosing();
         QVERIFY(!quick().isVisible());
+        QCOMPARE(CallLog::take(), {QStringLiteral("hide 0")}); // others get the keyboard back
         m_popover->close();
         QVERIFY(CallLog::take().isEmpty());
     }
@@ -178,8 +179,11 @@ private:
         QCOMPARE(QSizeF(content.width, content.height), QSizeF(size));
         QCOMPARE(quick().size(), size);
         QCOMPARE(m_item->size(), QSizeF(size));
-        for (NSView *view : {viewOf(quick()), viewOf(quick()).superview})
-            QVERIFY(NSEqualRects(view.frame, NSMakeRect(0, 0, size.width(), size.height())));
+        NSView *view = viewOf(quick());
+        QVERIFY(NSEqualRects(view.frame, NSMakeRect(0, 0, size.width(), size.height())));
+        // Where the popover has put it.
+        QVERIFY(
+            NSEqualRects(view.superview.frame, NSMakeRect(13, 13, size.width(), size.height())));
     }
 
     NSView *m_button = nil;

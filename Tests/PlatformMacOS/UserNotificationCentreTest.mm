@@ -27,7 +27,11 @@ class UserNotificationCentreTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init() { CallLog::take(); }
+    void init()
+    {
+        [systemsCentre() forgetQuestions]; // of those that were there before
+        CallLog::take();
+    }
 
     void tellsTheDecision_data()
     {

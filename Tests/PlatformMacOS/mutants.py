@@ -16,6 +16,7 @@ class Mutant(NamedTuple):
     file: str
     old: str    # stands there exactly once
     new: str
+    step: str = "fakes"    # that finds it
 
 
 MAC = "Meterkin/Platform/macOS/"
@@ -26,7 +27,7 @@ MUTANTS = [
            "RequestedWords = 40", "RequestedWords = 38"),
     Mutant("offset of a counter", "Tests/PlatformMacOS/Fakes/Headers/mach/mach_types.h",
            "    natural_t internal_page_count;\n",
-           "    natural_t internal_page_count;\n    uint64_t swapped;\n"),
+           "    natural_t internal_page_count;\n    uint64_t swapped;\n", step="layouts"),
     Mutant("selector of the driver", MAC + "SMCUserClient.cpp",
            "KeyDataSelector = 2", "KeyDataSelector = 5"),
     Mutant("offset in the record", "Meterkin/Platform/FanControllerConnection.h",
@@ -71,12 +72,15 @@ MUTANTS = [
            "    m_statusItem = m_platform.makeStatusItem();\n",
            "    synchronizeLaunchAtLogin(m_settingsVM, m_platform.loginItem());\n"
            "    m_statusItem = m_platform.makeStatusItem();\n"),
-    Mutant("a framework not linked", MAC + "CMakeLists.txt", '"-framework IOKit" ', ""),
+    Mutant("a framework not linked", MAC + "CMakeLists.txt", '"-framework IOKit" ', "", step="cross"),
+    Mutant("folder of the update framework", MAC + "CMakeLists.txt",
+           "target_link_options(MeterkinBackend INTERFACE -F${METERKIN_SPARKLE})", "",
+           step="cross"),
     Mutant("where the frameworks lie", "packaging/macOS/Bundle.cmake",
-           "@executable_path/../Frameworks", "@executable_path/../Framework"),
+           "@executable_path/../Frameworks", "@executable_path/../Framework", step="bundle"),
     Mutant("identifier of the bundle", "packaging/macOS/Info.plist.in",
-           "<string>org.meterkin.Meterkin</string>", "<string>org.meterkin.meterkin</string>"),
-    Mutant("hardened runtime", "scripts/package-macos", "--options runtime --timestamp", "--timestamp"),
+           "<string>org.meterkin.Meterkin</string>", "<string>org.meterkin.meterkin</string>", step="bundle"),
+    Mutant("hardened runtime", "scripts/package-macos", "--options runtime --timestamp", "--timestamp", step="bundle"),
 ]
 
 
@@ -134,9 +138,11 @@ def main():
     survivors = 0
     for mutant in MUTANTS:
         found = try_mutant(mutant)
-        survivors += not found
-        print(f"{found[0] if found else 'NOT FOUND':10} {mutant.name} ({mutant.file})", flush=True)
-    print(f"{len(MUTANTS) - survivors} of {len(MUTANTS)} faults found in"
+        found_by = found[0] if found else "nothing"
+        survivors += found_by != mutant.step
+        note = "" if found_by == mutant.step else f", and should be by {mutant.step}"
+        print(f"found by {found_by}: {mutant.name} ({mutant.file}){note}", flush=True)
+    print(f"{len(MUTANTS) - survivors} of {len(MUTANTS)} faults found where they should be, in"
           f" {time.monotonic() - started:.0f} s")
     sys.exit(1 if survivors else 0)
 

@@ -21,7 +21,7 @@ for line in found.splitlines():
     entries.append((match[1], match[2] or "anywhere"))
 
 frameworks = {folder.stem for folder in HERE.glob("Declarations/*.framework")}
-ours = frameworks | {"libSystem", "libobjc", "libc++"}
+ours = frameworks | {"Sparkle", "libSystem", "libobjc", "libc++"}
 counts = Counter(library for _, library in entries)
 faults = []
 for library in sorted(counts.keys() - ours):

@@ -43,6 +43,7 @@ private:
     std::unique_ptr<Objects> m_objects; ///< once there has been content
     MakeContent m_make;
     std::unique_ptr<PopoverQuickWindow> m_window;
+    bool m_isClosingItself = false;
     int m_room = 0; ///< height that the screen leaves, points
     ReopenGuard m_guard;
     QElapsedTimer m_clock;

@@ -2,6 +2,10 @@
 
 #include "Platform/macOS/NativeView.h"
 
+#include <QGuiApplication>
+#include <QScopedValueRollback>
+
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -135,12 +139,16 @@ void AppKitPopover::show(const QRect &)
 
 void AppKitPopover::close()
 {
-    if (isShown())
-        [m_objects->popover performClose:nil];
+    if (!isShown())
+        return;
+    const QScopedValueRollback closing(m_isClosingItself, true);
+    [m_objects->popover performClose:nil];
 }
 
 void AppKitPopover::handleClosing()
 {
+    if (m_isClosingItself)
+        return; // no press has closed it
     const NSPoint place = NSEvent.mouseLocation;
     m_guard.closedByPress(QPointF(place.x, place.y).toPoint(), m_clock.elapsed());
     watchButtons();
@@ -153,6 +161,10 @@ void AppKitPopover::handleClosed()
         return;
     m_window->setVisible(false);
     m_forgetLater.start();
+    // An active program without a window keeps the keyboard from all others.
+    const auto isVisible = [](const QWindow *window) { return window->isVisible(); };
+    if (NSApp.active && std::ranges::none_of(QGuiApplication::topLevelWindows(), isVisible))
+        [NSApp hide:nil];
 }
 
 void AppKitPopover::makePopover()
@@ -183,10 +195,13 @@ void AppKitPopover::fit()
     if (!m_window)
         return;
     const QSize size = m_window->fit(m_room);
-    m_objects->popover.contentSize = NSMakeSize(size.width(), size.height());
-    m_objects->container.frame = NSMakeRect(0, 0, size.width(), size.height());
+    const NSRect place = NSMakeRect(0, 0, size.width(), size.height());
+    m_objects->popover.contentSize = place.size;
+    // Once it is shown, it is where the popover wants it to be.
+    if (m_objects->container.window == nil)
+        m_objects->container.frame = place;
     // The kit places the view of a window where the window would be on the screen.
-    viewOf(*m_window).frame = m_objects->container.frame;
+    viewOf(*m_window).frame = place;
 }
 
 // Nobody is told of a release outside of the program's own views.
@@ -205,6 +220,7 @@ void AppKitPopover::forget()
     m_forgetLater.stop();
     if (!m_window)
         return;
-    [viewOf(*m_window) removeFromSuperview];
+    if (m_window->handle() != nullptr) // at the program's end the kit has destroyed it already
+        [viewOf(*m_window) removeFromSuperview];
     m_window.reset();
 }

@@ -8,8 +8,7 @@ namespace {
 
 constexpr NSWindowStyleMask TitledMask = NSWindowStyleMaskTitled | NSWindowStyleMaskClosable;
 
-/// The native window, made from flags that say the same as the style: the kit may make it anew, or
-/// set its style again, from the flags alone. Whatever they cannot say has to come after them.
+/// The native window, made from flags that say what flags can: the rest has to come after them.
 NSWindow *titledWindow(QQuickWindow &window)
 {
     window.setFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint

@@ -27,6 +27,7 @@ void LocalKeyMonitor::install(std::function<bool(const KeyDown &)> handler)
         addLocalMonitorForEventsMatchingMask:NSEventMaskKeyDown
                                      handler:^NSEvent *(NSEvent *event) {
                                          // It may remove the monitor, and this block with it.
+                                         // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
                                          const auto running = shared;
                                          const bool isSwallowed = (*running)(
                                              {event.keyCode,

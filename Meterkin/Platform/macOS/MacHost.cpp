@@ -1,7 +1,12 @@
 #include "Platform/macOS/MacHost.h"
 
-// The system needs nothing of us before the kit starts.
-void ProgramHost::prepare() { }
+#include <QByteArray>
+
+void ProgramHost::prepare()
+{
+    // The kit would bring us to the front at each start, where we only sit in the menu bar.
+    qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", QByteArrayLiteral("1"));
+}
 
 std::unique_ptr<ProgramHost> ProgramHost::make()
 {

@@ -10,7 +10,8 @@
 NSView *viewOf(QWindow &window)
 {
     static constexpr char key[] = "fakeView";
-    if (!window.property(key).isValid()) {
+    // Closing destroys what is native of a window.
+    if (window.handle() == nullptr || !window.property(key).isValid()) {
         CallLog::note(QStringLiteral("created with flags %1").arg(int(window.flags()), 0, 16));
         window.create();
         NSView *view = [[NSView alloc] initWithFrame:NSMakeRect(70, 90, 1, 1)];

@@ -5,6 +5,7 @@
 /// What the system does to the program. All of it comes on another thread, and is done when the
 /// call returns.
 @interface UNUserNotificationCenter (Fake)
+- (void)forgetQuestions;
 /// To the oldest unanswered question.
 - (void)answerSettings:(UNAuthorizationStatus)status;
 - (void)answerRequest:(BOOL)granted error:(nullable NSError *)error;

@@ -209,6 +209,12 @@ template <typename Handler> Handler takeFirst(std::deque<Handler> &handlers)
                       .arg(isPlain));
 }
 
+- (void)forgetQuestions
+{
+    settingsHandlers.clear();
+    requestHandlers.clear();
+}
+
 - (void)answerSettings:(UNAuthorizationStatus)status
 {
     onAnotherThread(^{

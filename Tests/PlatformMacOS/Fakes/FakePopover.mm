@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr CGFloat Inset = 13; // of the content in its frame
+
 struct PopoverState {
     id<NSPopoverDelegate> delegate = nil;
     NSViewController *controller = nil;
@@ -94,6 +96,8 @@ void FakePopover::finishClosing()
 {
     CallLog::note(QStringLiteral("contentSize %1x%2").arg(size.width).arg(size.height));
     state.contentSize = size;
+    if (state.isShown)
+        state.view.frame = NSMakeRect(Inset, Inset, size.width, size.height);
 }
 - (BOOL)isShown
 {
@@ -110,6 +114,7 @@ void FakePopover::finishClosing()
                       .arg(rect.size.height)
                       .arg(edge));
     placeInWindow(state.view, QStringLiteral("popover"));
+    state.view.frame = NSMakeRect(Inset, Inset, state.contentSize.width, state.contentSize.height);
     state.isShown = true;
 }
 - (void)performClose:(id)sender

@@ -19,6 +19,8 @@ struct WindowState {
     NSColor *backgroundColor = nil;
 };
 
+bool isApplicationActive = false;
+
 ViewState &stateOf(NSView *view)
 {
     static std::unordered_map<NSView *, ViewState> states;
@@ -188,6 +190,16 @@ void placeInWindow(NSView *view, const QString &name, NSPoint place, CGFloat fre
 - (void)activateIgnoringOtherApps:(BOOL)ignoring
 {
     CallLog::note(QStringLiteral("activateIgnoringOtherApps %1").arg(ignoring));
+    isApplicationActive = true;
+}
+- (BOOL)isActive
+{
+    return isApplicationActive;
+}
+- (void)hide:(id)sender
+{
+    CallLog::note(QStringLiteral("hide %1").arg(sender != nil));
+    isApplicationActive = false;
 }
 
 @end

@@ -9,9 +9,7 @@ NS_ASSUME_NONNULL_BEGIN
 typedef NSInteger NSModalResponse;
 
 typedef NS_ENUM(NSUInteger, NSAlertStyle) {
-    NSAlertStyleWarning = 0,
     NSAlertStyleInformational = 1,
-    NSAlertStyleCritical = 2,
 };
 
 @interface NSAlert : NSObject

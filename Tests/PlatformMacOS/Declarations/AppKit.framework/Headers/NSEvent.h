@@ -6,8 +6,6 @@ NS_ASSUME_NONNULL_BEGIN
 
 typedef NS_OPTIONS(unsigned long long, NSEventMask) {
     NSEventMaskKeyDown = 1ULL << 10,
-    NSEventMaskKeyUp = 1ULL << 11,
-    NSEventMaskFlagsChanged = 1ULL << 12,
 };
 
 typedef NS_OPTIONS(NSUInteger, NSEventModifierFlags) {

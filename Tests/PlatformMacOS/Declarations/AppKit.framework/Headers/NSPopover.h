@@ -4,9 +4,7 @@
 #import <Foundation/NSGeometry.h>
 
 #ifdef GNUSTEP // knows the edges by their older names only
-static const NSRectEdge NSRectEdgeMinX = NSMinXEdge;
 static const NSRectEdge NSRectEdgeMinY = NSMinYEdge;
-static const NSRectEdge NSRectEdgeMaxX = NSMaxXEdge;
 static const NSRectEdge NSRectEdgeMaxY = NSMaxYEdge;
 #endif
 
@@ -15,9 +13,7 @@ NS_ASSUME_NONNULL_BEGIN
 @class NSNotification;
 
 typedef NS_ENUM(NSInteger, NSPopoverBehavior) {
-    NSPopoverBehaviorApplicationDefined = 0,
     NSPopoverBehaviorTransient = 1,
-    NSPopoverBehaviorSemitransient = 2,
 };
 
 @protocol NSPopoverDelegate <NSObject>

@@ -7,21 +7,16 @@
 NS_ASSUME_NONNULL_BEGIN
 
 typedef NS_OPTIONS(NSUInteger, NSWindowStyleMask) {
-    NSWindowStyleMaskBorderless = 0,
     NSWindowStyleMaskTitled = 1 << 0,
     NSWindowStyleMaskClosable = 1 << 1,
-    NSWindowStyleMaskMiniaturizable = 1 << 2,
-    NSWindowStyleMaskResizable = 1 << 3,
     NSWindowStyleMaskFullSizeContentView = 1 << 15,
 };
 
 typedef NS_ENUM(NSInteger, NSWindowTitleVisibility) {
-    NSWindowTitleVisible = 0,
     NSWindowTitleHidden = 1,
 };
 
 typedef NSInteger NSWindowLevel;
-static const NSWindowLevel NSNormalWindowLevel = 0;
 static const NSWindowLevel NSFloatingWindowLevel = 3;
 
 @interface NSWindow : NSResponder

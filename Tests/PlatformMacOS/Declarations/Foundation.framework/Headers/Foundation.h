@@ -45,16 +45,19 @@ static inline NSRect NSMakeRect(CGFloat x, CGFloat y, CGFloat width, CGFloat hei
     return rect;
 }
 
-#import <Foundation/NSAttributedString.h>
-#import <Foundation/NSBundle.h>
+#import <Foundation/NSString.h>
+
 #import <Foundation/NSCollections.h>
+
 #import <Foundation/NSData.h>
 #import <Foundation/NSError.h>
+#import <Foundation/NSURL.h>
+
+#import <Foundation/NSAttributedString.h>
+#import <Foundation/NSBundle.h>
 #import <Foundation/NSFileManager.h>
 #import <Foundation/NSKeyValueObserving.h>
 #import <Foundation/NSNotification.h>
 #import <Foundation/NSProcessInfo.h>
 #import <Foundation/NSPropertyList.h>
-#import <Foundation/NSString.h>
-#import <Foundation/NSURL.h>
 #import <Foundation/NSUserDefaults.h>
