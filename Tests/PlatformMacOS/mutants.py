@@ -79,8 +79,10 @@ MUTANTS = [
     Mutant("where the frameworks lie", "packaging/macOS/Bundle.cmake",
            "@executable_path/../Frameworks", "@executable_path/../Framework", step="bundle"),
     Mutant("identifier of the bundle", "packaging/macOS/Info.plist.in",
-           "<string>org.meterkin.Meterkin</string>", "<string>org.meterkin.meterkin</string>", step="bundle"),
-    Mutant("hardened runtime", "scripts/package-macos", "--options runtime --timestamp", "--timestamp", step="bundle"),
+           "<string>org.meterkin.Meterkin</string>", "<string>org.meterkin.meterkin</string>",
+           step="bundle"),
+    Mutant("hardened runtime", "scripts/package-macos",
+           "--options runtime --timestamp", "--timestamp", step="bundle"),
 ]
 
 
@@ -89,13 +91,15 @@ def copy_tree():
     listed = subprocess.run(["git", "ls-files", "-z", "--cached", "--others", "--exclude-standard"],
                             cwd=ROOT, check=True, capture_output=True, text=True).stdout
     names = {name for name in listed.split("\0") if name and (ROOT / name).is_file()}
-    for folder, folders, files in os.walk(COPY):
-        if Path(folder) == COPY and "build" in folders:
-            folders.remove("build")
+    for folder, _, files in os.walk(COPY, topdown=False):
+        path = Path(folder)
+        if path == COPY or path.relative_to(COPY).parts[0] == "build":
+            continue
         for file in files:
-            path = Path(folder, file)
-            if str(path.relative_to(COPY)) not in names:
-                path.unlink()
+            if str((path / file).relative_to(COPY)) not in names:
+                (path / file).unlink()
+        if not any(path.iterdir()):
+            path.rmdir()
     for name in names:
         source, target = ROOT / name, COPY / name
         content = source.read_bytes()
