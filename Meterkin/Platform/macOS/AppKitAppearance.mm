@@ -3,12 +3,16 @@
 #include "Platform/macOS/AppKitColors.h"
 #include "Platform/macOS/AppKitSymbols.h"
 
+NS_ASSUME_NONNULL_BEGIN
+
 @interface MeterkinAppearanceObserver : NSObject {
     AppKitAppearance *m_owner;
 }
 - (instancetype)initWithOwner:(AppKitAppearance *)owner;
 - (void)detach;
 @end
+
+NS_ASSUME_NONNULL_END
 
 @implementation MeterkinAppearanceObserver
 

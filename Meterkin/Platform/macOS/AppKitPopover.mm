@@ -18,12 +18,16 @@ constexpr int AnyHeight = 10000;
 
 } // namespace
 
+NS_ASSUME_NONNULL_BEGIN
+
 @interface MeterkinPopoverDelegate : NSObject <NSPopoverDelegate> {
     AppKitPopover *m_owner;
 }
 - (instancetype)initWithOwner:(AppKitPopover *)owner;
 - (void)detach;
 @end
+
+NS_ASSUME_NONNULL_END
 
 @implementation MeterkinPopoverDelegate
 

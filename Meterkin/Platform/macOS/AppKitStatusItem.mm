@@ -3,6 +3,8 @@
 #include "Platform/macOS/AppKitColors.h"
 #include "Platform/macOS/FoundationValues.h"
 
+NS_ASSUME_NONNULL_BEGIN
+
 @interface MeterkinStatusItemTarget : NSObject {
     AppKitStatusItem *m_owner;
 }
@@ -10,6 +12,8 @@
 - (void)detach;
 - (void)statusItemClicked;
 @end
+
+NS_ASSUME_NONNULL_END
 
 @implementation MeterkinStatusItemTarget
 

@@ -8,11 +8,15 @@ char observationContext;
 
 } // namespace
 
+NS_ASSUME_NONNULL_BEGIN
+
 @interface MeterkinUpdaterObserver : NSObject {
 @public
     SparkleFramework *m_owner; // outlives the observation
 }
 @end
+
+NS_ASSUME_NONNULL_END
 
 @implementation MeterkinUpdaterObserver
 

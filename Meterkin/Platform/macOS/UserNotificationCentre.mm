@@ -10,11 +10,15 @@
 
 #import <UserNotifications/UserNotifications.h>
 
+NS_ASSUME_NONNULL_BEGIN
+
 @interface MeterkinNotificationDelegate : NSObject <UNUserNotificationCenterDelegate> {
 @public
     UserNotificationCentre *m_owner; // null once it is gone; main thread only
 }
 @end
+
+NS_ASSUME_NONNULL_END
 
 @implementation MeterkinNotificationDelegate
 
