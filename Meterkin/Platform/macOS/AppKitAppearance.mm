@@ -6,39 +6,14 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinAppearanceObserver : NSObject {
-    AppKitAppearance *m_owner;
+@public
+    AppKitAppearance *m_owner; // outlives the observation
 }
-- (instancetype)initWithOwner:(AppKitAppearance *)owner;
-- (void)detach;
 @end
 
 NS_ASSUME_NONNULL_END
 
 @implementation MeterkinAppearanceObserver
-
-- (instancetype)initWithOwner:(AppKitAppearance *)owner
-{
-    self = [super init];
-    if (self == nil)
-        return nil;
-    m_owner = owner;
-    [NSApplication.sharedApplication addObserver:self
-                                      forKeyPath:@"effectiveAppearance"
-                                         options:NSKeyValueObservingOptionNew
-                                         context:nullptr];
-    // The accent colour changes within an appearance.
-    [NSNotificationCenter.defaultCenter addObserver:self
-                                           selector:@selector(systemColorsDidChange:)
-                                               name:NSSystemColorsDidChangeNotification
-                                             object:nil];
-    return self;
-}
-
-- (void)detach
-{
-    [NSApplication.sharedApplication removeObserver:self forKeyPath:@"effectiveAppearance"];
-    [NSNotificationCenter.defaultCenter removeObserver:self];
-}
 
 - (void)observeValueForKeyPath:(NSString *)keyPath
                       ofObject:(id)object
@@ -61,13 +36,25 @@ struct AppKitAppearance::Objects {
 
 AppKitAppearance::AppKitAppearance(QObject *parent)
     : DesktopAppearance(parent)
-    , m_objects(new Objects{[[MeterkinAppearanceObserver alloc] initWithOwner:this]})
+    , m_objects(new Objects{[[MeterkinAppearanceObserver alloc] init]})
 {
+    m_objects->observer->m_owner = this;
+    [NSApplication.sharedApplication addObserver:m_objects->observer
+                                      forKeyPath:@"effectiveAppearance"
+                                         options:NSKeyValueObservingOptionNew
+                                         context:nullptr];
+    // The accent colour changes within an appearance.
+    [NSNotificationCenter.defaultCenter addObserver:m_objects->observer
+                                           selector:@selector(systemColorsDidChange:)
+                                               name:NSSystemColorsDidChangeNotification
+                                             object:nil];
 }
 
 AppKitAppearance::~AppKitAppearance()
 {
-    [m_objects->observer detach];
+    [NSApplication.sharedApplication removeObserver:m_objects->observer
+                                         forKeyPath:@"effectiveAppearance"];
+    [NSNotificationCenter.defaultCenter removeObserver:m_objects->observer];
 }
 
 bool AppKitAppearance::isDark() const

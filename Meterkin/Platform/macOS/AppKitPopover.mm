@@ -21,28 +21,14 @@ constexpr int AnyHeight = 10000;
 NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinPopoverDelegate : NSObject <NSPopoverDelegate> {
-    AppKitPopover *m_owner;
+@public
+    AppKitPopover *m_owner; // null once it is gone
 }
-- (instancetype)initWithOwner:(AppKitPopover *)owner;
-- (void)detach;
 @end
 
 NS_ASSUME_NONNULL_END
 
 @implementation MeterkinPopoverDelegate
-
-- (instancetype)initWithOwner:(AppKitPopover *)owner
-{
-    self = [super init];
-    if (self != nil)
-        m_owner = owner;
-    return self;
-}
-
-- (void)detach
-{
-    m_owner = nullptr;
-}
 
 - (void)popoverWillClose:(NSNotification *)notification
 {
@@ -96,7 +82,7 @@ AppKitPopover::AppKitPopover(FindButton findButton, QObject *parent)
 AppKitPopover::~AppKitPopover()
 {
     if (m_objects)
-        [m_objects->delegate detach];
+        m_objects->delegate->m_owner = nullptr;
     close();
     forget();
 }
@@ -175,7 +161,8 @@ void AppKitPopover::makePopover()
 {
     m_objects = std::make_unique<Objects>();
     m_objects->container = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)];
-    m_objects->delegate = [[MeterkinPopoverDelegate alloc] initWithOwner:this];
+    m_objects->delegate = [[MeterkinPopoverDelegate alloc] init];
+    m_objects->delegate->m_owner = this;
     NSViewController *controller = [[NSViewController alloc] init];
     controller.view = m_objects->container;
     m_objects->popover = [[NSPopover alloc] init];

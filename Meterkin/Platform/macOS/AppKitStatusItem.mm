@@ -6,29 +6,15 @@
 NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinStatusItemTarget : NSObject {
-    AppKitStatusItem *m_owner;
+@public
+    AppKitStatusItem *m_owner; // null once it is gone
 }
-- (instancetype)initWithOwner:(AppKitStatusItem *)owner;
-- (void)detach;
 - (void)statusItemClicked;
 @end
 
 NS_ASSUME_NONNULL_END
 
 @implementation MeterkinStatusItemTarget
-
-- (instancetype)initWithOwner:(AppKitStatusItem *)owner
-{
-    self = [super init];
-    if (self != nil)
-        m_owner = owner;
-    return self;
-}
-
-- (void)detach
-{
-    m_owner = nullptr;
-}
 
 - (void)statusItemClicked
 {
@@ -65,10 +51,11 @@ AppKitStatusItem::AppKitStatusItem(QObject *parent)
     : StatusItem(parent)
     , m_objects(
           new Objects{[NSStatusBar.systemStatusBar statusItemWithLength:NSVariableStatusItemLength],
-                      [[MeterkinStatusItemTarget alloc] initWithOwner:this],
+                      [[MeterkinStatusItemTarget alloc] init],
                       [NSFont monospacedDigitSystemFontOfSize:AttributedTitle::FontSize
                                                        weight:NSFontWeightMedium]})
 {
+    m_objects->target->m_owner = this;
     NSStatusBarButton *button = m_objects->item.button;
     button.target = m_objects->target;
     button.action = @selector(statusItemClicked);
@@ -77,7 +64,7 @@ AppKitStatusItem::AppKitStatusItem(QObject *parent)
 AppKitStatusItem::~AppKitStatusItem()
 {
     // Whoever else holds the button can still press it.
-    [m_objects->target detach];
+    m_objects->target->m_owner = nullptr;
     [NSStatusBar.systemStatusBar removeStatusItem:m_objects->item];
 }
 
