@@ -57,7 +57,7 @@ void ApplicationWindows::openSettings(int fanCount)
         // Its system window has gone with the closing; the next one knows nothing of this.
         if (WindowStyle *style = m_platform.windowStyle())
             style->makeTitled(*m_settingsWindow);
-        m_settingsWindow->setPosition(m_settingsWindow->position());
+        m_settingsWindow->setPosition(m_settingsWindow->position()); // else it is placed anew
     }
     present(*m_settingsWindow);
 }

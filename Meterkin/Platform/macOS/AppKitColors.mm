@@ -24,8 +24,11 @@ QColor colorOf(NSColor *color)
 
 NSColor *appKitColor(const QColor &color)
 {
-    return [NSColor colorWithRed:static_cast<CGFloat>(color.redF())
-                           green:static_cast<CGFloat>(color.greenF())
-                            blue:static_cast<CGFloat>(color.blueF())
-                           alpha:static_cast<CGFloat>(color.alphaF())];
+    // Of whole numbers, since the fractions that the kit gives are of single precision.
+    constexpr CGFloat Full = 65535;
+    const QRgba64 components = color.rgba64();
+    return [NSColor colorWithRed:components.red() / Full
+                           green:components.green() / Full
+                            blue:components.blue() / Full
+                           alpha:components.alpha() / Full];
 }

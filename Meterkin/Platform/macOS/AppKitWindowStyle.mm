@@ -1,5 +1,6 @@
 #include "Platform/macOS/AppKitWindowStyle.h"
 
+#include "Platform/macOS/AppKitColors.h"
 #include "Platform/macOS/NativeView.h"
 
 #include <QQuickWindow>
@@ -16,15 +17,6 @@ NSWindow *titledWindow(QQuickWindow &window)
     return viewOf(window).window;
 }
 
-/// Of whole numbers, since those that the kit gives as fractions are of single precision.
-NSColor *nativeColor(const QColor &color)
-{
-    return [NSColor colorWithRed:color.red() / 255.0
-                           green:color.green() / 255.0
-                            blue:color.blue() / 255.0
-                           alpha:color.alpha() / 255.0];
-}
-
 } // namespace
 
 void AppKitWindowStyle::makeTitled(QQuickWindow &window)
@@ -39,7 +31,7 @@ WindowStyle::TitleBar AppKitWindowStyle::makeOnboarding(QQuickWindow &window)
     native.titleVisibility = NSWindowTitleHidden;
     native.styleMask = TitledMask | NSWindowStyleMaskFullSizeContentView;
     native.movableByWindowBackground = YES;
-    native.backgroundColor = nativeColor(window.color());
+    native.backgroundColor = appKitColor(window.color());
     native.level = NSFloatingWindowLevel;
     return TitleBar::System;
 }
