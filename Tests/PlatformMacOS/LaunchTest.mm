@@ -65,8 +65,12 @@ private slots:
     {
         m_delegate.reset();
         m_platform.reset();
+        // A sample may be under way still. It owns the readers, and the last of what they do is to
+        // close the controller; only then may the fakes change.
+        QTRY_VERIFY(hasCall(QStringLiteral("IOServiceClose 99")));
         QCOMPARE(FakeHotkeys::manager().handlers + FakeHotkeys::manager().hotkeys, 0);
-        QVERIFY(CallLog::take().contains(QStringLiteral("removeStatusItem: 1")));
+        QCOMPARE(FakeMach::kernel().hostReferences, 0);
+        QVERIFY(hasCall(QStringLiteral("removeStatusItem: 1")));
         m_bundle.reset();
     }
 
@@ -96,7 +100,10 @@ private slots:
         FakeStatusBarButton *button = FakeStatusBar::lastButton;
         QTRY_COMPARE(textOf(button.accessibilityLabel), QStringLiteral("meterkin: 1200 RPM"));
         QCOMPARE(titleOf(button), QStringLiteral("1200 RPM"));
-        FakeController::driver().keys["F0Ac"].bytes = {0, 64, 156, 69}; // 5000
+        {
+            const std::lock_guard lock(FakeController::mutex);
+            FakeController::driver().keys["F0Ac"].bytes = {0, 64, 156, 69}; // 5000
+        }
         QTRY_COMPARE(titleOf(button), QStringLiteral("5000 RPM"));
         QTRY_VERIFY(hasCall(QStringLiteral("Fan speed is 5000 RPM")));
         // Red at last, in the system's own colour.

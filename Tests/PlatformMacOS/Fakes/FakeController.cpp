@@ -92,6 +92,7 @@ kern_return_t IOConnectCallStructMethod(mach_port_t connection, uint32_t selecto
     CallLog::note(QString::asprintf("call %u %u %zu %zu: %s %u %u", connection, selector, inputSize,
                                     *outputSize, name.c_str(), command, size));
 
+    const std::lock_guard lock(FakeController::mutex);
     const FakeController &driver = FakeController::driver();
     const auto key = driver.keys.find(name);
     const bool isClean =

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <string>
 
 /// The driver of the fan controller, which knows its records by their bytes alone.
@@ -22,4 +23,6 @@ struct FakeController {
     std::map<std::string, Key> keys;
 
     static FakeController &driver();
+    /// Held by its calls, and by who changes it while a program samples.
+    inline static std::mutex mutex;
 };
