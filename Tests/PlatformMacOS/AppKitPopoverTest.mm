@@ -45,6 +45,7 @@ private slots:
                  QStringList({QStringLiteral("behavior 1"), QStringLiteral("animates 1"),
                               QStringLiteral("created with flags 812"),
                               QStringLiteral("contentSize 320x480"),
+                              QStringLiteral("unhideWithoutActivation"),
                               QStringLiteral("activateIgnoringOtherApps 1"),
                               QStringLiteral("show 0 0 60 20 edge 1"),
                               QStringLiteral("popover makeKeyWindow"),
@@ -81,6 +82,31 @@ private slots:
         QCOMPARE(CallLog::take(), {QStringLiteral("hide 0")}); // others get the keyboard back
         m_popover->close();
         QVERIFY(CallLog::take().isEmpty());
+    }
+
+    void hidesNoWindow_data()
+    {
+        QTest::addColumn<int>("styleMask");
+        QTest::addColumn<bool>("visible");
+        QTest::addColumn<bool>("hides");
+        QTest::newRow("with a title") << 3 << true << false;
+        QTest::newRow("with a title, closed") << 3 << false << true;
+        QTest::newRow("of the menu bar") << 0 << true << true;
+    }
+    void hidesNoWindow()
+    {
+        QFETCH(const int, styleMask);
+        QFETCH(const bool, visible);
+        NSWindow *window = [[NSWindow alloc] init];
+        window.styleMask = static_cast<NSWindowStyleMask>(styleMask);
+        if (visible)
+            [window makeKeyAndOrderFront:nil];
+        FakeApplication::windows = [NSArray arrayWithObject:window];
+        show();
+        m_popover->close();
+        FakePopover::finishClosing();
+        QTEST(CallLog::take().contains(QStringLiteral("hide 0")), "hides");
+        FakeApplication::windows = nil;
     }
 
     void reportOfAnEarlierCloseIsIgnored()
@@ -141,13 +167,8 @@ private slots:
         QTest::addColumn<int>("heldFor"); // milliseconds; -1: until the click is reported
         QTest::addColumn<int>("reportedAfter");
         QTest::addColumn<bool>("opens");
-        const QPoint onItem(1050, 790);
-        QTest::newRow("on the item") << onItem << -1 << 0 << false;
         QTest::newRow("at its upper edge") << QPoint(1050, 800) << -1 << 0 << false;
-        QTest::newRow("a tap, already up") << onItem << 0 << 0 << false;
-        QTest::newRow("held") << onItem << -1 << 300 << false;
-        QTest::newRow("another click after a tap") << onItem << 0 << 300 << true;
-        QTest::newRow("another click") << onItem << 50 << 350 << true;
+        QTest::newRow("another click") << QPoint(1050, 790) << 50 << 350 << true;
         QTest::newRow("hot key after a press elsewhere") << QPoint(500, 400) << 0 << 0 << true;
     }
     void clickThatClosesDoesNotReopen()

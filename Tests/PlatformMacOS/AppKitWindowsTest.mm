@@ -30,7 +30,8 @@ private slots:
         QCOMPARE(CallLog::take(), lines("created with flags a001001\nwindow styleMask 3"));
         AppKitWindowStyle().activate(window);
         QCOMPARE(CallLog::take(),
-                 lines("window makeKeyAndOrderFront 0\nactivateIgnoringOtherApps 1"));
+                 lines("unhideWithoutActivation\nwindow makeKeyAndOrderFront "
+                       "0\nactivateIgnoringOtherApps 1"));
     }
 
     void stylesOnboarding()
@@ -62,6 +63,7 @@ private slots:
                        "informativeText meterkin ⌘ 1\n"
                        "alertStyle 1\n"
                        "addButtonWithTitle OK\n"
+                       "unhideWithoutActivation\n"
                        "runModal"));
     }
 };

@@ -11,5 +11,6 @@ void AppKitAlert::run(const QString &messageText, const QString &informativeText
     alert.informativeText = foundationText(informativeText);
     alert.alertStyle = NSAlertStyleInformational;
     [alert addButtonWithTitle:@"OK"];
+    [NSApp unhideWithoutActivation];
     [alert runModal];
 }

@@ -2,10 +2,8 @@
 
 #include "Platform/macOS/NativeView.h"
 
-#include <QGuiApplication>
 #include <QScopedValueRollback>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -53,6 +51,18 @@ QRect placeOnScreen(NSView *view)
                                                                      toView:nil]];
     return QRectF(place.origin.x, place.origin.y, place.size.width, place.size.height)
         .toAlignedRect();
+}
+
+/// The update framework's windows count as well; the menu bar's and the popover's have no title.
+bool hasTitledWindow()
+{
+    NSArray<NSWindow *> *windows = NSApp.windows;
+    for (NSUInteger i = 0; i < windows.count; ++i) {
+        NSWindow *window = [windows objectAtIndex:i];
+        if (window.visible && (window.styleMask & NSWindowStyleMaskTitled) != 0)
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -115,7 +125,9 @@ void AppKitPopover::show(const QRect &)
     if (!m_window)
         makeWindow();
     fit();
-    // Before it is shown: newer systems close the popover of a program that is not active.
+    // Before it is shown: newer systems close the popover of a program that is not active, and
+    // nothing of a hidden one is seen, which activation need not change.
+    [NSApp unhideWithoutActivation];
     [NSApp activateIgnoringOtherApps:YES];
     [m_objects->popover showRelativeToRect:button.bounds
                                     ofView:button
@@ -152,8 +164,7 @@ void AppKitPopover::handleClosed()
     m_window->setVisible(false);
     m_forgetLater.start();
     // An active program without a window keeps the keyboard from all others.
-    const auto isVisible = [](const QWindow *window) { return window->isVisible(); };
-    if (NSApp.active && std::ranges::none_of(QGuiApplication::topLevelWindows(), isVisible))
+    if (NSApp.active && !hasTitledWindow())
         [NSApp hide:nil];
 }
 

@@ -38,6 +38,7 @@ WindowStyle::TitleBar AppKitWindowStyle::makeOnboarding(QQuickWindow &window)
 
 void AppKitWindowStyle::activate(QQuickWindow &window)
 {
+    [NSApp unhideWithoutActivation];
     [viewOf(window).window makeKeyAndOrderFront:nil];
     [NSApp activateIgnoringOtherApps:YES];
 }

@@ -17,6 +17,8 @@ struct WindowState {
     NSPoint place = {};
     NSScreen *screen = nil;
     NSColor *backgroundColor = nil;
+    NSWindowStyleMask styleMask = 0;
+    bool isVisible = false;
 };
 
 bool isApplicationActive = false;
@@ -118,7 +120,7 @@ void placeInWindow(NSView *view, const QString &name, NSPoint place, CGFloat fre
 
 @implementation NSWindow
 
-@dynamic titlebarAppearsTransparent, titleVisibility, styleMask, movableByWindowBackground, level;
+@dynamic titlebarAppearsTransparent, titleVisibility, movableByWindowBackground, level;
 
 - (NSScreen *)screen
 {
@@ -138,9 +140,18 @@ void placeInWindow(NSView *view, const QString &name, NSPoint place, CGFloat fre
 {
     note(self, "titleVisibility", static_cast<NSUInteger>(visibility));
 }
+- (BOOL)isVisible
+{
+    return stateOf(self).isVisible;
+}
+- (NSWindowStyleMask)styleMask
+{
+    return stateOf(self).styleMask;
+}
 - (void)setStyleMask:(NSWindowStyleMask)mask
 {
     note(self, "styleMask", mask);
+    stateOf(self).styleMask = mask;
 }
 - (void)setMovableByWindowBackground:(BOOL)movable
 {
@@ -166,6 +177,7 @@ void placeInWindow(NSView *view, const QString &name, NSPoint place, CGFloat fre
 - (void)makeKeyAndOrderFront:(id)sender
 {
     note(self, "makeKeyAndOrderFront", sender != nil);
+    stateOf(self).isVisible = true;
 }
 - (BOOL)makeFirstResponder:(NSResponder *)responder
 {
@@ -195,6 +207,14 @@ void placeInWindow(NSView *view, const QString &name, NSPoint place, CGFloat fre
 - (BOOL)isActive
 {
     return isApplicationActive;
+}
+- (NSArray<NSWindow *> *)windows
+{
+    return FakeApplication::windows;
+}
+- (void)unhideWithoutActivation
+{
+    CallLog::note(QStringLiteral("unhideWithoutActivation"));
 }
 - (void)hide:(id)sender
 {

@@ -22,6 +22,7 @@ static const NSWindowLevel NSFloatingWindowLevel = 3;
 @interface NSWindow : NSResponder
 @property BOOL titlebarAppearsTransparent;
 @property NSWindowTitleVisibility titleVisibility;
+@property (readonly, getter=isVisible) BOOL visible;
 @property NSWindowStyleMask styleMask;
 @property (getter=isMovableByWindowBackground) BOOL movableByWindowBackground;
 @property (null_resettable, copy) NSColor *backgroundColor;
