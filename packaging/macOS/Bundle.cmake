@@ -8,6 +8,9 @@ foreach(pair SUFeedURL=METERKIN_FEED_URL SUPublicEDKey=METERKIN_UPDATE_PUBLIC_KE
     if(value)
         string(REPLACE "&" "&amp;" value "${value}")
         string(REPLACE "<" "&lt;" value "${value}")
+        # A second pass of CMake's would take what stands between two of them for a variable.
+        string(REPLACE "@" "&#64;" value "${value}")
+        string(REPLACE "$" "&#36;" value "${value}")
         string(APPEND METERKIN_UPDATE_KEYS
             "\n    <key>${CMAKE_MATCH_1}</key>\n    <string>${value}</string>")
     endif()
