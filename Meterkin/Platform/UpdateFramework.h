@@ -13,7 +13,7 @@ public:
     /// Starts the checks in the background. Once.
     virtual void start() = 0;
 
-    /// May be called before start() too.
+    /// After start().
     virtual void setAutomaticallyDownloadsUpdates(bool automatically) = 0;
 
     /// From now on canCheckForUpdatesChanged() tells, first of the present state. Once, after

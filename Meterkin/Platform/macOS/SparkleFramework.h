@@ -3,7 +3,6 @@
 #include "Platform/UpdateFramework.h"
 
 #include <memory>
-#include <optional>
 
 /// The update framework in the bundle, by its own standard controller and with its own windows.
 class SparkleFramework : public UpdateFramework {
@@ -21,5 +20,4 @@ public:
 private:
     struct Objects;
     std::unique_ptr<Objects> m_objects; ///< from the start on
-    std::optional<bool> m_automaticallyBeforeStart;
 };

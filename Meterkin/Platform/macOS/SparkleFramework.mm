@@ -59,16 +59,12 @@ void SparkleFramework::start()
     m_objects->controller = [[SPUStandardUpdaterController alloc] initWithStartingUpdater:YES
                                                                           updaterDelegate:nil
                                                                        userDriverDelegate:nil];
-    if (m_automaticallyBeforeStart)
-        setAutomaticallyDownloadsUpdates(*m_automaticallyBeforeStart);
 }
 
 void SparkleFramework::setAutomaticallyDownloadsUpdates(bool automatically)
 {
     if (m_objects)
         m_objects->controller.updater.automaticallyDownloadsUpdates = automatically;
-    else
-        m_automaticallyBeforeStart = automatically;
 }
 
 void SparkleFramework::observe()
