@@ -96,20 +96,6 @@ private slots:
             QCOMPARE(colorOf(foreground), color);
     }
 
-    void knowsTheMenuBarsColors()
-    {
-        AppKitStatusItem item;
-        for (const bool dark : {false, true}) {
-            FakeStatusBar::appearance =
-                fakeAppearance(dark ? NSAppearanceNameDarkAqua : NSAppearanceNameAqua);
-            QCOMPARE(item.systemColor(SystemColor::Green),
-                     catalogueColor(@"systemGreenColor", dark));
-            QCOMPARE(item.systemColor(SystemColor::Yellow),
-                     catalogueColor(@"systemYellowColor", dark));
-            QCOMPARE(item.systemColor(SystemColor::Red), catalogueColor(@"systemRedColor", dark));
-        }
-    }
-
     void setsTitlesThatChange()
     {
         AppKitStatusItem item;

@@ -10,8 +10,9 @@
 #import "Fakes/FakeUpdater.h"
 #import "Fakes/FakeViews.h"
 #import "Fakes/OtherBundle.h"
+#include "Platform/ProgramHost.h"
 #include "Platform/macOS/FoundationValues.h"
-#include "Platform/macOS/MacPlatform.h"
+#include "Platform/macOS/UserDefaultsStore.h"
 #include "Support/TestMain.h"
 
 #include <QTemporaryDir>
@@ -53,8 +54,9 @@ private slots:
                          "{ CFBundleIdentifier = \"org.meterkin.Meterkin\"; }");
         [[UNUserNotificationCenter currentNotificationCenter] forgetQuestions];
         CallLog::take();
-        m_platform = std::make_unique<MacPlatform>();
-        m_delegate = std::make_unique<AppDelegate>(*m_platform);
+        m_host = ProgramHost::make();
+        QVERIFY(m_host->isFirstInstance({}));
+        m_delegate = std::make_unique<AppDelegate>(m_host->platform());
         m_delegate->applicationDidFinishLaunching();
         m_launch = CallLog::take();
         m_seen.clear();
@@ -64,7 +66,7 @@ private slots:
     void cleanup()
     {
         m_delegate.reset();
-        m_platform.reset();
+        m_host.reset();
         // A sample may be under way still. It owns the readers, and the last of what they do is to
         // close the controller; only then may the fakes change.
         QTRY_VERIFY(hasCall(QStringLiteral("IOServiceClose 99")));
@@ -120,10 +122,10 @@ private slots:
         FakeStatusBarButton *button = FakeStatusBar::lastButton;
         placeInWindow(button, QStringLiteral("menu bar"));
         [button press];
-        QTRY_VERIFY(m_platform->popover()->isShown());
+        QTRY_VERIFY(m_host->platform().popover()->isShown());
         QVERIFY(hasCall(QStringLiteral("show ")));
         FakeHotkeys::manager().press();
-        QTRY_VERIFY(!m_platform->popover()->isShown());
+        QTRY_VERIFY(!m_host->platform().popover()->isShown());
     }
 
     void greets()
@@ -131,7 +133,8 @@ private slots:
         QTRY_VERIFY(m_delegate->windows().onboardingWindow() != nullptr);
         QTRY_VERIFY(hasCall(QStringLiteral("styleMask 32771")));
         m_delegate->completeOnboarding();
-        QVERIFY(m_platform->defaultsStore().boolean(QStringLiteral("onboardingShown")));
+        QTRY_VERIFY(hasCall(QStringLiteral("malloc_zone_pressure_relief all 0")));
+        QVERIFY(m_host->platform().defaultsStore().boolean(QStringLiteral("onboardingShown")));
         for (int opened = 1; opened <= 2; ++opened) {
             m_delegate->openSettings();
             QVERIFY(m_delegate->windows().settingsWindow()->isVisible());
@@ -155,7 +158,7 @@ private:
 
     QTemporaryDir m_folder;
     std::optional<OtherBundle> m_bundle;
-    std::unique_ptr<MacPlatform> m_platform;
+    std::unique_ptr<ProgramHost> m_host;
     std::unique_ptr<AppDelegate> m_delegate;
     QStringList m_launch;
     QStringList m_seen;

@@ -19,8 +19,6 @@ private slots:
         QTest::addColumn<quint32>("flags");
         QTest::addColumn<QString>("stored"); // empty: passed on
         QTest::newRow("shift") << ushort(40) << 0x20102U << QString();
-        QTest::newRow("no key code") << ushort(255) << 0x100000U << QString();
-        QTest::newRow("control") << ushort(40) << 0x40101U << QStringLiteral("40 4096 ");
         QTest::newRow("command, caps lock")
             << ushort(122) << 0x910108U << QStringLiteral("122 256 ");
     }

@@ -1,10 +1,7 @@
 #include "Platform/macOS/SMCUserClient.h"
 #include "Fakes/CallLog.h"
 #include "Fakes/FakeController.h"
-#include "Fakes/FakeMach.h"
-#include "Platform/macOS/MachPageCounters.h"
-#include "Platform/macOS/MachProcessorTicks.h"
-#include "Sampling/MetricSampler.h"
+#include "Sampling/SMCReader.h"
 #include "Support/TestMain.h"
 
 #include <QtTest>
@@ -26,11 +23,7 @@ private slots:
     void init()
     {
         FakeController::driver() = {};
-        FakeController::driver().keys = {
-            {"FNum", {"ui8 ", 1, {2, 9, 9, 9}}},       {"F0Ac", {"flt ", 4, {0, 0, 150, 68}}},
-            {"F0Mn", {"fpe2", 2, {0x17, 0x70, 9, 9}}}, {"F0Mx", {"sp78", 2, {0x28, 0x40, 9, 9}}},
-            {"F1Ac", {"ui16", 2, {0x04, 0xB0, 9, 9}}},
-        };
+        FakeController::driver().keys = {{"F0Ac", {"flt ", 4, {0, 0, 150, 68}}}};
         CallLog::take();
     }
 
@@ -61,7 +54,7 @@ private slots:
             SMCReader reader(std::make_unique<SMCUserClient>());
             QCOMPARE(reader.isConnected(), calls.contains(Closing));
             if (!reader.isConnected())
-                QVERIFY(!reader.readRaw("FNum"));
+                QVERIFY(!reader.readRaw("F0Ac"));
         }
         QCOMPARE(CallLog::take(), calls);
     }
@@ -102,27 +95,6 @@ private slots:
         QCOMPARE(reply.dataSize, 4U);
         QCOMPARE(reply.data[0], std::uint8_t(0));
         client.close();
-    }
-
-    void wholeSample()
-    {
-        FakeMach::kernel() = {};
-        FakeMach::kernel().coreCount = 1;
-        FakeMach::kernel().ticks = {1, 2, 3, 4};
-        FakeMach::kernel().pageWords.assign(40, 1);
-        MetricSampler sampler(std::make_unique<SMCUserClient>(),
-                              std::make_unique<MachPageCounters>(),
-                              std::make_unique<MachProcessorTicks>());
-        const MetricSample sample = sampler.sample();
-        QCOMPARE(sample.fanCount, 2);
-        QCOMPARE(sample.fans.size(), 2);
-        const FanReading &first = sample.fans[0];
-        QCOMPARE(first.rpm, 1200.0);
-        QCOMPARE(first.min.value_or(0.0), 1500.0);
-        QCOMPARE(first.max.value_or(0.0), 40.25);
-        QCOMPARE(sample.fans[1].rpm, 1200.0);
-        QVERIFY(!sample.fans[1].min && !sample.fans[1].max);
-        QVERIFY(sample.memory && sample.processors);
     }
 };
 

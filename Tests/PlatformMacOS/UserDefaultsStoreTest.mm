@@ -1,5 +1,4 @@
 #include "Platform/macOS/UserDefaultsStore.h"
-#include "Model/SettingsViewModel.h"
 #include "Platform/macOS/FoundationValues.h"
 #include "Support/TestMain.h"
 
@@ -67,35 +66,6 @@ private slots:
         store.setBoolean(b, false);
         QVERIFY(!store.boolean(b));
         QCOMPARE(storedValues().keys(), QStringList{b});
-    }
-
-    void carriesTheSettings()
-    {
-        UserDefaultsStore store;
-        {
-            SettingsViewModel settings(store);
-            QCOMPARE(settings.menuBarMetric(), SystemMetric::memoryUsage);
-            QCOMPARE(settings.updateInterval(), 3.0);
-            QCOMPARE(settings.fanSpeedYellow(), 4000.0);
-            QVERIFY(settings.launchAtLogin() && !settings.alertMemory());
-            QCOMPARE(settings.hotkeyKeyCode(), 0U);
-            QCOMPARE(storedValues(), QVariantMap());
-
-            settings.setMenuBarMetric(SystemMetric::cpuUsage);
-            settings.setUpdateInterval(3.0);
-            settings.setLaunchAtLogin(false);
-            settings.setHotkeyModifiers(std::numeric_limits<quint32>::max());
-            QCOMPARE(storedValues().keys().join(u' '),
-                     QStringLiteral("hotkeyModifiers launchAtLogin menuBarMetric updateInterval"));
-        }
-        {
-            const SettingsViewModel settings(store);
-            QCOMPARE(settings.menuBarMetric(), SystemMetric::cpuUsage);
-            QVERIFY(!settings.launchAtLogin());
-            QCOMPARE(settings.hotkeyModifiers(), std::numeric_limits<quint32>::max());
-        }
-        store.setText(QStringLiteral("menuBarMetric"), QStringLiteral("cpu usage"));
-        QCOMPARE(SettingsViewModel(store).menuBarMetric(), SystemMetric::memoryUsage);
     }
 };
 

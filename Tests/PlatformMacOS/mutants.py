@@ -61,6 +61,10 @@ MUTANTS = [
            "    CGColorSpaceRelease(space);\n", ""),
     Mutant("edge of the popover", MAC + "AppKitPopover.mm",
            "preferredEdge:NSRectEdgeMinY", "preferredEdge:NSRectEdgeMaxY"),
+    Mutant("windows that stay", MAC + "AppKitPopover.mm",
+           "if (NSApp.active && !hasTitledWindow())", "if (NSApp.active)"),
+    Mutant("memory given back", MAC + "MacPlatform.cpp",
+           "malloc_zone_pressure_relief(nullptr, 0);", ""),
     Mutant("order of a window's look", MAC + "AppKitWindowStyle.mm",
            "    native.titlebarAppearsTransparent = YES;\n"
            "    native.titleVisibility = NSWindowTitleHidden;\n",
