@@ -16,6 +16,7 @@ from x_display import Image, XDisplay
 WIDTH, HEIGHT = 1280, 720
 BACKGROUND = 0x5B7083
 NOBODY = 65534
+PATIENCE = 60.0     # seconds; what has not come by then never will
 WATCHER = "org.kde.StatusNotifierWatcher"
 
 # What the surrounding session says about itself must not reach the private one.
@@ -24,7 +25,7 @@ FOREIGN = ("DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS
 FOREIGN_PREFIXES = ("XDG_", "QT_", "GTK_", "LC_")
 
 
-def wait(condition, seconds=10.0, what="a condition"):
+def wait(condition, seconds=PATIENCE, what="a condition"):
     """The first true value of the condition; TimeoutError when there is none in time."""
     deadline = time.monotonic() + seconds
     while True:
@@ -111,7 +112,7 @@ class Desktop:
         self.processes.append(process)
         return process
 
-    def run(self, *command, seconds=10):
+    def run(self, *command, seconds=PATIENCE):
         """The standard output of a command that ends by itself, or nothing when it fails."""
         done = subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, timeout=seconds)
@@ -136,7 +137,7 @@ class Desktop:
             parts += [f"{path.stem}: {line}" for line in lines]
         return "\n".join(parts)
 
-    def wait(self, condition, seconds=10.0, what="a condition"):
+    def wait(self, condition, seconds=PATIENCE, what="a condition"):
         try:
             return wait(condition, seconds, what)
         except TimeoutError as error:
@@ -236,8 +237,8 @@ class Desktop:
         assert tray == NOTIFIER
         return self.name_has_owner(WATCHER)
 
-    def wait_for_tray(self, seconds=15.0):
-        self.wait(self.tray_is_there, seconds, f"the tray of {self.panel_kind}")
+    def wait_for_tray(self):
+        self.wait(self.tray_is_there, what=f"the tray of {self.panel_kind}")
 
     def name_has_owner(self, name):
         return "true" in self.run("gdbus", "call", "--session", "--dest", "org.freedesktop.DBus",
@@ -250,7 +251,7 @@ class Desktop:
         if not self.wayland:
             return self.x.image(rect)
         done = subprocess.run(["grim", "-t", "ppm", "-"], env=self.environment, check=True,
-                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=20)
+                              stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=PATIENCE)
         image = Image.from_ppm(done.stdout)
         return image.crop(rect) if rect else image
 

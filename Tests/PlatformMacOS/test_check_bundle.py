@@ -107,6 +107,7 @@ CASES = [
     (plist(CFBundleIdentifier="org.meterkin.meterkin"), [], "CFBundleIdentifier is"),
     (plist(LSUIElement=None), [], "LSUIElement is None"),
     (plist(LSMinimumSystemVersion="14.0"), [], "LSMinimumSystemVersion is '14.0'"),
+    (plist(CFBundleVersion="1.2.4"), [], "differ"),
     (plist(CFBundleVersion="1.2.3-rc"), [], "CFBundleVersion is '1.2.3-rc'"),
     (written("Info.plist", b"<plist>"), [], "no Info.plist"),
     (program(cpu=INTEL), [], "not a Mach-O file for arm64"),

@@ -11,12 +11,11 @@ from typing import NamedTuple, Optional
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 from panels import NOTIFIER, PANELS  # noqa: E402
-from private_desktop import Desktop, WATCHER  # noqa: E402
+from private_desktop import Desktop, PATIENCE, WATCHER  # noqa: E402
 from x_display import Window  # noqa: E402
 
 FULL = os.environ.get("METERKIN_SMOKE") == "full"
 LABEL = "meterkin: "
-BACK_WITHIN = 2.0       # seconds until the item stands in a tray that is there
 HUES = {"green": (85, 165), "yellow": (30, 70), "red": (-25, 20)}     # degrees
 
 
@@ -111,7 +110,7 @@ class SmokeCase(unittest.TestCase):
         return self.desktop.log(name).read_text(errors="replace")
 
     def stop(self, number=15):
-        status = self.desktop.end(self.program, number, patience=10)
+        status = self.desktop.end(self.program, number, PATIENCE)
         self.assertEqual(self.complaints(), "")
         self.assertEqual(status, 0, "a clean end has status 0")
 
@@ -120,8 +119,9 @@ class SmokeCase(unittest.TestCase):
     def windows(self):
         if self.desktop.wayland:
             return []
-        return [window for window in self.desktop.x.windows()
-                if window.viewable and window.name.startswith(LABEL)]
+        # by number, for one that moves while we look is met twice
+        return list({window.id: window for window in self.desktop.x.windows()
+                     if window.viewable and window.name.startswith(LABEL)}.values())
 
     def notifiers(self):
         answer = self.desktop.run(
@@ -158,7 +158,7 @@ class SmokeCase(unittest.TestCase):
         """Every face that the program shows now."""
         before = self.windows()
         notifiers = self.notifiers()
-        if before and notifiers:    # one may have taken the other's place while we looked
+        if len(before) + len(notifiers) > 1:    # one may have taken the other's place while we looked
             before = [window for window in self.windows() if window.id in {w.id for w in before}]
         found = [Item(window.name[len(LABEL):], window=window) for window in before]
         for notifier in notifiers:
@@ -167,7 +167,7 @@ class SmokeCase(unittest.TestCase):
                 found.append(Item(label.removeprefix(LABEL), notifier=notifier))
         return found
 
-    def wait_for_item(self, seconds=10.0, where=lambda item: True, text=None):
+    def wait_for_item(self, where=lambda item: True, text=None):
         """The one item, once it is the wanted one; at no moment may there be two."""
         seen = []
 
@@ -179,14 +179,12 @@ class SmokeCase(unittest.TestCase):
             return seen[0] if fits and (text is None or seen[0].text.startswith(text)) else None
 
         try:
-            return self.desktop.wait(wanted, seconds, f"the item {text or ''}")
+            return self.desktop.wait(wanted, what=f"the item {text or ''}")
         except TimeoutError as error:
             self.fail(f"{error}\nseen in the end: {seen}")
 
-    def wait_for_item_in(self, panel, seconds=BACK_WITHIN):
-        if panel == "none":
-            seconds = 10.0      # the strip gives a restarting panel time to come back
-        return self.wait_for_item(seconds, lambda item: self.is_in(panel, item))
+    def wait_for_item_in(self, panel):
+        return self.wait_for_item(lambda item: self.is_in(panel, item))
 
     def is_in(self, panel, item):
         """Whether that is how the item stands in a panel of this kind."""
@@ -207,7 +205,7 @@ class SmokeCase(unittest.TestCase):
         pictures = self.pixmaps(item.notifier)
         return title_color(pictures[0][2]) if pictures else None
 
-    def wait_for_color(self, name, seconds=5.0):
+    def wait_for_color(self, name):
         """Waits for a colour of that name that stays; returns it."""
         seen = []
 
@@ -220,7 +218,7 @@ class SmokeCase(unittest.TestCase):
             return last[0] if settled and hue_name(last[0]) == name else None
 
         try:
-            return self.desktop.wait(stays, seconds, f"the title in {name}")
+            return self.desktop.wait(stays, what=f"the title in {name}")
         except TimeoutError as error:
             self.fail(f"{error}\nlast colours: {[(c, c and hue_name(c)) for c in seen[-5:]]}")
 

@@ -4,7 +4,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from smoke_case import Hardware, SmokeCase
+from smoke_case import PATIENCE, Hardware, SmokeCase
 
 TREE = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("accessible_tree.py")))
 CONTROLS = ("page tab", "push button", "check box", "combo box", "spin button", "list item")
@@ -89,9 +89,12 @@ class TestAccessibility(SmokeCase):
 
     def test_dashboard(self):
         self.start_listened_to()
-        self.assertEqual(self.open_dashboard()["chart: Per-Core"]["description"], "38%, 38%")
+        self.open_dashboard()
+        chart = "chart: Per-Core"
+        self.desktop.wait(lambda: self.wait_to_show(chart)[chart]["description"] == "38%, 38%",
+                          what="both cores")
         self.act("push button: Quit meterkin")
-        self.assertEqual((self.program.wait(10), self.complaints()), (0, ""))
+        self.assertEqual((self.program.wait(PATIENCE), self.complaints()), (0, ""))
 
     def test_settings(self):
         self.start_listened_to()

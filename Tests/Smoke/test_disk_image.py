@@ -71,7 +71,7 @@ class DiskImage(SmokeCase):
         return sorted(path.name for path in self.trash.glob("*"))
 
     def wait_for_trash(self, *names):
-        self.desktop.wait(lambda: self.trashed() == sorted(names), WAIT + 10, f"trash of {names}")
+        self.desktop.wait(lambda: self.trashed() == sorted(names), what=f"trash of {names}")
 
     def test_left_over_images(self):
         foreign, unmounted = self.make_image("foreign", "Other"), self.make_image("unmounted")
@@ -85,9 +85,7 @@ class DiskImage(SmokeCase):
         # quitting does not wait for the clean-up
         self.start(self.inside)
         self.wait_for_item()
-        before = time.monotonic()
         self.stop()
-        self.assertLess(time.monotonic() - before, WAIT / 2)
         self.assertEqual(self.trashed(), [])
 
         launched = time.monotonic()
@@ -95,7 +93,7 @@ class DiskImage(SmokeCase):
         self.wait_for_trash(first.name)
         self.assertGreaterEqual(time.monotonic() - launched, WAIT)
         self.assertFalse(self.is_mounted(points[first]))
-        self.desktop.wait(lambda: not self.devices_of(self.trash / first.name), 10, "free device")
+        self.desktop.wait(lambda: not self.devices_of(self.trash / first.name), what="free device")
         self.assertTrue(self.is_mounted(points[second]) and self.is_mounted(foreign_point))
         self.stop()
 

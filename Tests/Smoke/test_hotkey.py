@@ -137,7 +137,7 @@ class TestHotkey(WindowCase):
         self.key("Tab", "Return")
         self.wait_for(self.settings_window)
         self.click_in(self.settings_window, 410, 324)     # "Record"
-        self.desktop.run("xset", "r", "rate", "250", "25")
+        self.desktop.run("xset", "r", "rate", "100", "25")
         self.tool("keydown", "ctrl", "keydown", "98")
         self.wait_for_setting("hotkeyKeyCode", "126")
         self.stays_away(self.popover)       # though the key repeats
@@ -155,7 +155,7 @@ class TestHotkey(WindowCase):
         self.stays_away(self.popover)
         self.assertTrue(other.takes(M, CONTROL_ALT))
         self.key("ctrl+alt+m")
-        self.desktop.wait(other.was_pressed, 5)
+        self.desktop.wait(other.was_pressed)
         self.stop()
         other.close()
 
@@ -164,7 +164,8 @@ class TestHotkey(WindowCase):
         last = self.other_program()
         self.assertFalse(last.takes(M, CONTROL_ALT | NUM_LOCK))
         self.stop()
-        self.assertTrue(last.takes(M, CONTROL_ALT | NUM_LOCK))
+        # the server may see to the others first
+        self.desktop.wait(lambda: last.takes(M, CONTROL_ALT | NUM_LOCK))
 
 
 if __name__ == "__main__":

@@ -4,6 +4,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
+from smoke_case import PATIENCE
 from window_case import WindowCase
 
 
@@ -18,7 +19,7 @@ class TestLogin(WindowCase):
             "dex", "--autostart", "--dry-run", "--environment", "METERKIN")
 
     def wait_for_autostart(self):
-        self.desktop.wait(self.is_autostarted, 5, "an autostart entry")
+        self.desktop.wait(self.is_autostarted, what="an autostart entry")
 
     def check_entry(self):
         subprocess.run(["desktop-file-validate", str(self.entry())], check=True)
@@ -51,8 +52,8 @@ class TestLogin(WindowCase):
         # the login
         self.desktop.spawn(["dex", "--autostart", "--environment", "METERKIN", "--search-paths",
                             str(self.entry().parent)], "login")
-        self.desktop.wait(self.items, 10, "the item")
-        self.assertEqual(self.launch("second").wait(10), 0)
+        self.desktop.wait(self.items, what="the item")
+        self.assertEqual(self.launch("second").wait(PATIENCE), 0)
         self.wait_for(self.popover)
 
 

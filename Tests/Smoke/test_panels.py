@@ -17,7 +17,7 @@ class TestPanels(SmokeCase):
             with self.subTest(host):
                 self.open_desktop(host)
                 self.start()
-                self.check_item(host, self.wait_for_item_in(host, seconds=10))
+                self.check_item(host, self.wait_for_item_in(host))
                 self.stop()
                 self.desktop.wait(lambda: not self.items(), what="the item is gone")
 
@@ -38,24 +38,20 @@ class TestPanels(SmokeCase):
         kind = HOSTS[host]
         self.assertRegex(item.text, r"^\d+%")
         self.wait_for_color("green")
-        item = self.wait_for_item()
         if kind == NOTIFIER:
-            self.check_notifier(host, item.notifier)
+            self.check_notifier(host, self.wait_for_item().notifier)
         else:
-            self.check_window(kind, item.window)
+            self.wait_for_item(lambda item: self.has_its_size(kind, item.window.rect))
 
-    def check_window(self, kind, window):
-        width, height = window.rect.width, window.rect.height
+    def has_its_size(self, kind, rect):
         screen = self.desktop.x.windows()[0].rect
-        self.assertTrue(screen.contains(window.rect), f"{window.rect} is off the screen")
-        if kind == SQUARE:
-            self.assertAlmostEqual(width, height, delta=2)
-        else:
-            self.assertGreater(width, 1.3 * height, "the text has its width")
+        fits = abs(rect.width - rect.height) <= 2 if kind == SQUARE else \
+            rect.width > 1.3 * rect.height      # for the text
+        return fits and screen.contains(rect)
 
     def check_notifier(self, host, notifier):
-        text = self.wait_for_item().text
-        self.assertEqual(self.text_property(notifier, "XAyatanaLabel"), text)
+        self.desktop.wait(lambda: self.text_property(notifier, "XAyatanaLabel")
+                          == self.wait_for_item().text, what="a label that says the same")
         self.assertEqual(self.property(notifier, "ItemIsMenu"), "false")
         self.assertEqual(self.text_property(notifier, "Status"), "Active")
         for name in ("Id", "Title", "Category"):
@@ -85,7 +81,7 @@ class TestPanels(SmokeCase):
         def drawn():
             color = title_color(self.desktop.screenshot(panel).pixels())
             return color and hue_name(color) == "green"
-        self.desktop.wait(drawn, 5, f"the title on {host}")
+        self.desktop.wait(drawn, what=f"the title on {host}")
 
 
 if __name__ == "__main__":

@@ -1,7 +1,7 @@
 """Dashboard, settings and onboarding, opened, used and closed with the pointer and the keyboard."""
 import unittest
 
-from smoke_case import FULL
+from smoke_case import FULL, PATIENCE
 from window_case import PANEL_HEIGHT, POPOVER_WIDTH, WindowCase
 from x_display import Rect
 
@@ -13,7 +13,7 @@ class TestDashboard(WindowCase):
     def start_on(self, host):
         self.open_desktop(host)
         self.start()
-        self.wait_for_item_in(host, seconds=10)
+        self.wait_for_item_in(host)
         self.wait_for_color("green")
 
     def open_popover(self):
@@ -56,7 +56,7 @@ class TestDashboard(WindowCase):
                     self.desktop.wait(lambda: self.desktop.x.selection_owner("_NET_WM_CM_S0"),
                                       what="the compositor")
                 self.start()
-                self.wait_for_item_in("xfce4", seconds=10)
+                self.wait_for_item_in("xfce4")
                 window = self.open_popover()
                 self.assertEqual(window.rect.width > POPOVER_WIDTH, composited)
                 shadow = (window.rect.width - POPOVER_WIDTH) // 2
@@ -81,7 +81,7 @@ class TestDashboard(WindowCase):
         self.wait_for_end_of(self.settings_window)
         self.open_popover()
         self.key("Tab", "Tab", "space")
-        self.assertEqual(self.program.wait(5), 0, "the quit button ends the program")
+        self.assertEqual(self.program.wait(PATIENCE), 0, "the quit button ends the program")
 
     def test_click_elsewhere_reaches_its_target(self):
         self.start_on("xfce4")
@@ -96,7 +96,8 @@ class TestDashboard(WindowCase):
 
     def test_second_start_opens_it(self):
         self.start_on("xfce4")
-        self.assertEqual(self.launch("second").wait(10), 0)
+        self.assertEqual(self.launch("second").wait(PATIENCE), 0)
+        self.assertEqual(self.complaints("second"), "")
         self.wait_for(self.popover)
         self.stop()
 
@@ -119,7 +120,7 @@ class TestSettings(WindowCase):
     def test_round_trip(self):
         self.open_desktop("xfce4")
         self.start()
-        self.wait_for_item_in("xfce4", seconds=10)
+        self.wait_for_item_in("xfce4")
         self.click_title()
         self.wait_for(self.popover)
         self.key("Tab", "Return")

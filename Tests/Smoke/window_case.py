@@ -27,7 +27,7 @@ class WindowCase(SmokeCase):
     def onboarding(self):
         return self.window("meterkin", 520)
 
-    def wait_for(self, window, seconds=5.0):
+    def wait_for(self, window):
         """Waits for a window to be seen, with something in it, at its final place."""
         last = []
 
@@ -35,10 +35,10 @@ class WindowCase(SmokeCase):
             last.append(window())
             return (len(last) > 3 and last[-1] and last[-1] == last[-3]
                     and self.desktop.is_painted(last[-1]) and last[-1])
-        return self.desktop.wait(settled, seconds, window.__name__)
+        return self.desktop.wait(settled, what=window.__name__)
 
-    def wait_for_end_of(self, window, seconds=3.0):
-        self.desktop.wait(lambda: not window(), seconds, f"the end of {window.__name__}")
+    def wait_for_end_of(self, window):
+        self.desktop.wait(lambda: not window(), what=f"the end of {window.__name__}")
 
     def stays_away(self, window):
         """That a window does not come back."""
@@ -52,7 +52,7 @@ class WindowCase(SmokeCase):
         return None
 
     def wait_for_setting(self, key, value):
-        self.desktop.wait(lambda: self.setting(key) == value, 5, f"{key}={value}")
+        self.desktop.wait(lambda: self.setting(key) == value, what=f"{key}={value}")
 
     # --- pointer and keyboard ------------------------------------------------------------------
 
@@ -76,13 +76,15 @@ class WindowCase(SmokeCase):
         if item.window:
             rect = item.window.rect
             return rect.x + rect.width // 2, rect.y + rect.height // 2
-        screen = self.desktop.screenshot()
-        top = screen.height - PANEL_HEIGHT
-        pixels = screen.crop(Rect(0, top, screen.width, PANEL_HEIGHT)).pixels()
-        green = [number for number, color in enumerate(pixels)
-                 if max(color) - min(color) > 60 and hue_name(color) == "green"]
-        middle = green[len(green) // 2]
-        return middle % screen.width, top + middle // screen.width
+        screen = self.desktop.x.windows()[0].rect
+        panel = Rect(0, screen.height - PANEL_HEIGHT, screen.width, PANEL_HEIGHT)
+
+        def green():
+            return [number for number, color in enumerate(self.desktop.screenshot(panel).pixels())
+                    if max(color) - min(color) > 60 and hue_name(color) == "green"]
+        found = self.desktop.wait(green, what="the title in the panel")
+        middle = found[len(found) // 2]
+        return middle % panel.width, panel.y + middle // panel.width
 
     def click_title(self):
         self.click(*self.title_place())
