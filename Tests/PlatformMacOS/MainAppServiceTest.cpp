@@ -20,9 +20,12 @@ private slots:
         QTest::addColumn<QString>("calls");
         QTest::addColumn<bool>("stored");
         QTest::newRow("both on") << true << 1 << true << QStringLiteral("") << true;
+        QTest::newRow("both off") << false << 0 << true << QStringLiteral("") << false;
         QTest::newRow("wanted") << true << 0 << true << QStringLiteral("register") << true;
         QTest::newRow("refused by the user")
             << true << 2 << false << QStringLiteral("register") << false;
+        QTest::newRow("unknown to the system")
+            << true << 3 << false << QStringLiteral("register") << false;
         QTest::newRow("unwanted") << false << 1 << true << QStringLiteral("unregister") << false;
         QTest::newRow("unwanted, stays")
             << false << 1 << false << QStringLiteral("unregister") << true;

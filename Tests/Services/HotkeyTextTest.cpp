@@ -17,10 +17,12 @@ private slots:
             QTest::newRow(text) << keyCode << flags << modifiers << QString::fromUtf8(text);
         };
         row("^⌥M", 46, 0xC0000, 0x1800);
+        row("⇧⌘F5", 96, 0x120000, 0x300);
         row("^⌥⇧⌘A", 0, 0x1E0000, 0x1B00);
         row("⌘Key(123)", 123, 0x100000, 0x100);
         row("⌘Return", 36, 0x100000, 0x100);
         row("⌘Key(10)", 10, 0x100000, 0x100); // between the letters, without a name
+        row("⌘F1", 122, 0x110000, 0x100); // caps lock
         row("⌥Key(83)", 83, 0xFFA8FFFF, 0x800); // every flag that is no modifier
         row("Key(4294967295)", 0xFFFFFFFF, 0xFFFF, 0);
     }

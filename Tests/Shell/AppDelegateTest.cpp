@@ -182,6 +182,8 @@ private slots:
         QTest::newRow("zero") << 0.0;
         QTest::newRow("negative") << -5.0;
         QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN();
+        QTest::newRow("infinite") << std::numeric_limits<double>::infinity();
+        QTest::newRow("enormous") << 1e300;
     }
     void startsAtASafeInterval()
     {

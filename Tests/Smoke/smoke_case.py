@@ -16,6 +16,7 @@ from x_display import Window  # noqa: E402
 
 FULL = os.environ.get("METERKIN_SMOKE") == "full"
 LABEL = "meterkin: "
+BACK_WITHIN = 2.0       # seconds until the item stands in a tray that is there
 HUES = {"green": (85, 165), "yellow": (30, 70), "red": (-25, 20)}     # degrees
 
 
@@ -158,7 +159,7 @@ class SmokeCase(unittest.TestCase):
         """Every face that the program shows now."""
         before = self.windows()
         notifiers = self.notifiers()
-        if len(before) + len(notifiers) > 1:    # one may have taken the other's place while we looked
+        if before and notifiers:    # one may have taken the other's place while we looked
             before = [window for window in self.windows() if window.id in {w.id for w in before}]
         found = [Item(window.name[len(LABEL):], window=window) for window in before]
         for notifier in notifiers:
@@ -167,7 +168,7 @@ class SmokeCase(unittest.TestCase):
                 found.append(Item(label.removeprefix(LABEL), notifier=notifier))
         return found
 
-    def wait_for_item(self, where=lambda item: True, text=None):
+    def wait_for_item(self, seconds=PATIENCE, where=lambda item: True, text=None):
         """The one item, once it is the wanted one; at no moment may there be two."""
         seen = []
 
@@ -179,12 +180,14 @@ class SmokeCase(unittest.TestCase):
             return seen[0] if fits and (text is None or seen[0].text.startswith(text)) else None
 
         try:
-            return self.desktop.wait(wanted, what=f"the item {text or ''}")
+            return self.desktop.wait(wanted, seconds, f"the item {text or ''}")
         except TimeoutError as error:
             self.fail(f"{error}\nseen in the end: {seen}")
 
-    def wait_for_item_in(self, panel):
-        return self.wait_for_item(lambda item: self.is_in(panel, item))
+    def wait_for_item_in(self, panel, seconds=BACK_WITHIN):
+        if panel == "none":
+            seconds = PATIENCE      # the strip gives a restarting panel time to come back
+        return self.wait_for_item(seconds, lambda item: self.is_in(panel, item))
 
     def is_in(self, panel, item):
         """Whether that is how the item stands in a panel of this kind."""

@@ -2,17 +2,17 @@
 import os
 import unittest
 
-from smoke_case import FULL, Hardware, SmokeCase, client
+from smoke_case import FULL, PATIENCE, Hardware, SmokeCase, client
 
 
 class TestChangingPanels(SmokeCase):
     def test_panel_killed_and_restarted(self):
         others = ("mate", "i3bar", "polybar", "waybar") if FULL else ()
-        for host in ("xfce4", *others):
+        for host in ("xfce4", "tint2", "lxqt", *others):
             with self.subTest(host):
                 self.open_desktop(host)
                 self.start()
-                self.wait_for_item_in(host)
+                self.wait_for_item_in(host, PATIENCE)
                 self.desktop.kill_panel()
                 self.start_panel(host)
                 self.wait_for_item_in(host)
@@ -22,7 +22,7 @@ class TestChangingPanels(SmokeCase):
     def test_panel_swapped_for_another_kind(self):
         self.open_desktop("tint2")
         self.start()
-        self.wait_for_item_in("tint2")
+        self.wait_for_item_in("tint2", PATIENCE)
         for host in ("lxqt", "xfce4", "lxqt", "none", "mate", "i3bar"):
             if self.desktop.panel:
                 self.desktop.end_panel()
@@ -36,7 +36,8 @@ class TestChangingPanels(SmokeCase):
             with self.subTest(host):
                 self.open_desktop(host)
                 self.start()
-                for restart in range(10):
+                self.wait_for_item_in(host, PATIENCE)
+                for restart in range(20):
                     self.wait_for_item_in(host)
                     if restart == 3:
                         before = self.belongings()
@@ -60,7 +61,7 @@ class TestChangingPanels(SmokeCase):
         self.open_desktop("tint2")
         hardware = Hardware(self.desktop.folder / "hardware")
         self.start(hardware.command_prefix())
-        self.wait_for_item_in("tint2")
+        self.wait_for_item_in("tint2", PATIENCE)
         self.desktop.end(self.desktop.bus, 9)
         hardware.set_memory(57)
         self.desktop.wait(lambda: [window.name for window in self.windows()] == ["meterkin: 57%"],

@@ -85,7 +85,9 @@ class DiskImage(SmokeCase):
         # quitting does not wait for the clean-up
         self.start(self.inside)
         self.wait_for_item()
+        before = time.monotonic()
         self.stop()
+        self.assertLess(time.monotonic() - before, WAIT / 2)
         self.assertEqual(self.trashed(), [])
 
         launched = time.monotonic()

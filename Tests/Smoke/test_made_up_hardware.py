@@ -1,5 +1,6 @@
 """Text, colour and animation of the title on hardware that is made up, as seen from outside."""
 import unittest
+from itertools import pairwise
 
 from smoke_case import Hardware, SmokeCase, hue_name, same_shade
 
@@ -76,6 +77,38 @@ class TestMadeUpHardware(SmokeCase):
                 return seen[-1] and hue_name(seen[-1]) == color
             self.desktop.wait(colored, what=color)
         self.stop()
+
+    def test_color_blends_into_the_next(self):
+        for host in HOSTS:
+            with self.subTest(host):
+                self.start_on_hardware(host)
+                self.wait_for_item(text="42%")
+                green = self.wait_for_color("green")
+                self.hardware.set_memory(90)
+                red, shades = self.follow_color("red")
+                between = {shade for shade in shades
+                           if not same_shade(shade, green) and not same_shade(shade, red)}
+                self.assertGreaterEqual(len(between), 3, f"shades: {shades}")
+                reds = [shade[0] for shade in shades]
+                self.assertTrue(all(later >= earlier - 6 for earlier, later in pairwise(reds)),
+                                f"steadily from green to red: {shades}")
+                self.hardware.set_memory(42)
+                self.check_same(self.wait_for_color("green"), green)
+                self.stop()
+
+    def follow_color(self, name):
+        """Looks as often as it can until the colour has arrived and stays."""
+        item = self.wait_for_item()
+        shades = []
+
+        def arrived():
+            color = self.color_of(item)
+            if color:
+                shades.append(color)
+            return (len(shades) > 20 and hue_name(shades[-1]) == name
+                    and len(set(shades[-10:])) == 1)
+        self.desktop.wait(arrived, 10, f"the title in {name}")
+        return shades[-1], shades
 
 
 if __name__ == "__main__":

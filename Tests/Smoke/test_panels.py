@@ -2,7 +2,7 @@
 import re
 import unittest
 
-from smoke_case import FULL, SmokeCase, hue_name, title_color
+from smoke_case import FULL, PATIENCE, SmokeCase, hue_name, title_color
 from x_display import Rect
 
 WIDE, SQUARE, NOTIFIER, STRIP = "wide text", "square", "notifier", "strip"
@@ -17,7 +17,7 @@ class TestPanels(SmokeCase):
             with self.subTest(host):
                 self.open_desktop(host)
                 self.start()
-                self.check_item(host, self.wait_for_item_in(host))
+                self.check_item(host, self.wait_for_item_in(host, PATIENCE))
                 self.stop()
                 self.desktop.wait(lambda: not self.items(), what="the item is gone")
 
@@ -41,7 +41,7 @@ class TestPanels(SmokeCase):
         if kind == NOTIFIER:
             self.check_notifier(host, self.wait_for_item().notifier)
         else:
-            self.wait_for_item(lambda item: self.has_its_size(kind, item.window.rect))
+            self.wait_for_item(where=lambda item: self.has_its_size(kind, item.window.rect))
 
     def has_its_size(self, kind, rect):
         screen = self.desktop.x.windows()[0].rect

@@ -9,9 +9,9 @@ class TestProcess(SmokeCase):
     def test_signals_end_it_cleanly(self):
         for number in (signal.SIGINT, signal.SIGHUP):
             with self.subTest(number.name):
-                self.open_desktop()
+                self.open_desktop("tint2")
                 self.start()
-                self.wait_for_item()
+                self.wait_for_item_in("tint2", PATIENCE)
                 self.stop(number)
 
     def test_hotkey_out_of_range(self):

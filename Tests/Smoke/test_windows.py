@@ -13,7 +13,7 @@ class TestDashboard(WindowCase):
     def start_on(self, host):
         self.open_desktop(host)
         self.start()
-        self.wait_for_item_in(host)
+        self.wait_for_item_in(host, PATIENCE)
         self.wait_for_color("green")
 
     def open_popover(self):
@@ -56,7 +56,7 @@ class TestDashboard(WindowCase):
                     self.desktop.wait(lambda: self.desktop.x.selection_owner("_NET_WM_CM_S0"),
                                       what="the compositor")
                 self.start()
-                self.wait_for_item_in("xfce4")
+                self.wait_for_item_in("xfce4", PATIENCE)
                 window = self.open_popover()
                 self.assertEqual(window.rect.width > POPOVER_WIDTH, composited)
                 shadow = (window.rect.width - POPOVER_WIDTH) // 2
@@ -98,6 +98,7 @@ class TestDashboard(WindowCase):
         self.start_on("xfce4")
         self.assertEqual(self.launch("second").wait(PATIENCE), 0)
         self.assertEqual(self.complaints("second"), "")
+        self.wait_for_item_in("xfce4")
         self.wait_for(self.popover)
         self.stop()
 
@@ -120,7 +121,7 @@ class TestSettings(WindowCase):
     def test_round_trip(self):
         self.open_desktop("xfce4")
         self.start()
-        self.wait_for_item_in("xfce4")
+        self.wait_for_item_in("xfce4", PATIENCE)
         self.click_title()
         self.wait_for(self.popover)
         self.key("Tab", "Return")

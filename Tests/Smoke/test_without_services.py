@@ -24,8 +24,8 @@ class TestWithoutServices(WindowCase):
         self.start()
         self.wait_for_item()
         before = self.reads()
-        self.desktop.wait(lambda: self.reads() - before >= UPDATES * READS_AN_UPDATE,
-                          what="ten minutes of updates")
+        self.desktop.wait(lambda: self.reads() - before >= UPDATES * READS_AN_UPDATE, 120,
+                          "ten minutes of updates")
         self.key("ctrl+alt+m")
         self.wait_for(self.popover)
         self.key("Tab", "Return")
@@ -39,7 +39,7 @@ class TestWithoutServices(WindowCase):
                 bus.bind(str(self.desktop.folder / "silent"))
                 bus.listen()
                 self.start(["env", f"DBUS_{silent}_BUS_ADDRESS=unix:path={bus.getsockname()}"])
-                self.wait_for_item(lambda item: silent == "SESSION" or item.notifier)
+                self.wait_for_item(where=lambda item: silent == "SESSION" or item.notifier)
                 self.stop()
 
 
