@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QProperty>
 #include <QString>
 #include <QVariantMap>
 
@@ -22,12 +23,18 @@ public:
     /// 0 for a missing or non-numeric value; a number beyond 64 bits reads as the nearest limit.
     virtual qint64 integer(const QString &key) const = 0;
 
-    /// Each write is on its way to the disk, whole, when the call returns. A store that cannot be
-    /// written keeps the value for this run.
+    /// Each value holds from now on, and is written to the disk whole and in order; the call does
+    /// not wait for the disk. A store that cannot be written keeps the value for this run.
     virtual void setText(const QString &key, const QString &value) = 0;
     virtual void setNumber(const QString &key, double value) = 0;
     virtual void setBoolean(const QString &key, bool value) = 0;
     virtual void setInteger(const QString &key, qint64 value) = 0;
+
+    /// Why what is set cannot be stored and holds for this run only, in a few words; empty while
+    /// all can, as far as known. Observable.
+    virtual QBindable<QString> storageProblem() const { return {}; }
+    /// Tries again what could not be stored, in the background.
+    virtual void retryStorage() { }
 
     /// Where the user finds the store, for messages.
     virtual QString location() const = 0;

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
+#include "Platform/Linux/SettingsWriter.h"
+#include "Platform/Linux/TextFile.h"
 
 #include <QByteArray>
 #include <QMap>
+#include <QProperty>
 
-/// The settings in a text file that people may edit, read at the start and replaced as a whole at
-/// each write. What others changed in it meanwhile is kept. A file that cannot be read as a whole
-/// is never replaced; what cannot be saved holds for this run and is tried again at the next write.
+/// The settings in a text file that people may edit, read at the start and written in the
+/// background. The end of the store waits for the last write, but not for a disk that hangs.
 class DefaultsFile : public DefaultsStore {
 public:
     /// Reads the file; one that is not there yet is made by the first write.
@@ -31,16 +33,17 @@ public:
     void setBoolean(const QString &key, bool value) override;
     void setInteger(const QString &key, qint64 value) override;
 
+    QBindable<QString> storageProblem() const override { return &m_problem; }
+    void retryStorage() override { m_writer.retry(); }
     QString location() const override { return m_path; }
 
 private:
-    void save();
-    /// Says once what is wrong with the file, not at every write.
-    void complain(const QString &problem);
+    DefaultsFile(QString path, const TextFileContent &content);
 
     QString m_path;
-    QByteArray m_text; ///< the file as we saw it last
-    QMap<QString, QString> m_unsaved; ///< what the file does not hold yet
+    QByteArray m_text; ///< the file as it was at the start
+    QMap<QString, QString> m_set; ///< in this run
     QVariantMap m_defaults;
-    bool m_hasComplained = false;
+    QProperty<QString> m_problem;
+    SettingsWriter m_writer;
 };

@@ -11,6 +11,9 @@
 // form, comments among them, are not ours and left alone. Of several lines with one key the last
 // counts. Keys are plain words.
 
+/// In bytes; a longer file is no settings file.
+inline constexpr qint64 SettingsSizeLimit = 1024 * 1024;
+
 /// The value of the key; nothing when no line has it.
 std::optional<QString> settingIn(QByteArrayView text, const QString &key);
 
