@@ -1,10 +1,10 @@
 #include "Platform/Linux/AutostartEntry.h"
 
 #include "Platform/Linux/AutostartText.h"
+#include "Platform/Linux/TextFile.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <utility>
 
@@ -12,19 +12,14 @@ namespace {
 
 constexpr qint64 SizeLimit = 64 * 1024; // bytes; ours has 500
 
-constexpr QFile::Permissions OwnerOnly = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+// Whatever the umask says: nobody else may put a program into the user's sessions.
+constexpr mode_t EntryMode = 0644;
 
 /// Qt takes a relative folder too, which would be another one at each login.
 QString configurationFolder()
 {
     const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME");
     return QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.config");
-}
-
-bool makeFolder(const QString &path)
-{
-    const QFileInfo info(path);
-    return info.isDir() || (makeFolder(info.path()) && QDir().mkdir(path, OwnerOnly));
 }
 
 bool isNothing(const QString &path)
@@ -36,16 +31,10 @@ bool isNothing(const QString &path)
 /// The whole text; absent when there is none, or it cannot be one of an entry.
 std::optional<QByteArray> readText(const QString &path)
 {
-    // Opening a pipe would wait for its other end.
-    if (!QFileInfo(path).isFile())
+    if (!QFileInfo::exists(path))
         return std::nullopt;
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return std::nullopt;
-    QByteArray text = file.read(SizeLimit + 1);
-    if (file.error() != QFile::NoError || text.size() > SizeLimit)
-        return std::nullopt;
-    return text;
+    const TextFileContent content = readTextFile(path, SizeLimit);
+    return content.problem.isEmpty() ? std::optional(content.text) : std::nullopt;
 }
 
 } // namespace
@@ -100,8 +89,6 @@ bool AutostartEntry::unregisterItem()
 
 bool AutostartEntry::write(const QByteArray &text) const
 {
-    if (!QFileInfo(m_program).isExecutable() || !makeFolder(QFileInfo(m_path).path()))
-        return false;
-    QSaveFile file(m_path);
-    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size() && file.commit();
+    return QFileInfo(m_program).isExecutable()
+        && replaceTextFile(m_path, text, EntryMode, Sync::Soon).isEmpty();
 }

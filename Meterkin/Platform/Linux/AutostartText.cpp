@@ -25,13 +25,17 @@ constexpr Switch Switches[] = {
     {"X-MATE-Autostart-enabled", true},
 };
 
-/// A value as the format wants it; a path has no need of \s at its begin.
+/// A value as the format wants it. Blanks around a value do not count, and a path has none at its
+/// begin.
 QString escaped(QString text)
 {
-    return text.replace(u'\\', QLatin1String("\\\\"))
+    text.replace(u'\\', QLatin1String("\\\\"))
         .replace(u'\n', QLatin1String("\\n"))
         .replace(u'\t', QLatin1String("\\t"))
         .replace(u'\r', QLatin1String("\\r"));
+    if (text.endsWith(u' '))
+        text.replace(text.size() - 1, 1, QLatin1String("\\s"));
+    return text;
 }
 
 QString unescaped(const QString &value)
@@ -105,6 +109,17 @@ bool isThere(const QString &program)
     return !program.isEmpty() && !QStandardPaths::findExecutable(program).isEmpty();
 }
 
+/// Without the blanks of the format around it; others are part of a value.
+QByteArrayView trimmedLine(QByteArrayView text)
+{
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    while (!text.isEmpty() && isBlank(text.front()))
+        text = text.sliced(1);
+    while (!text.isEmpty() && isBlank(text.back()))
+        text.chop(1);
+    return text;
+}
+
 /// A line of the main group with a key in it.
 struct Line {
     QByteArray key;
@@ -131,7 +146,7 @@ MainGroup mainGroup(QByteArrayView text)
         const qsizetype lineBreak = text.indexOf('\n', begin);
         const qsizetype next = lineBreak < 0 ? text.size() : lineBreak + 1;
         const QByteArrayView line = text.sliced(begin, next - begin);
-        const QByteArrayView content = line.trimmed();
+        const QByteArrayView content = trimmedLine(line);
         if (content.startsWith('[')) {
             if (group.begin >= 0)
                 break;
@@ -139,11 +154,11 @@ MainGroup mainGroup(QByteArrayView text)
                 group.begin = next;
         } else if (group.begin >= 0 && !content.startsWith('#')) {
             if (const qsizetype equals = content.indexOf('='); equals > 0) {
-                const QByteArrayView value = content.sliced(equals + 1).trimmed();
+                const QByteArrayView value = trimmedLine(content.sliced(equals + 1));
                 const qsizetype valueBegin = value.isEmpty()
                     ? content.data() + equals + 1 - text.data()
                     : value.data() - text.data();
-                group.lines.append({content.first(equals).trimmed().toByteArray(),
+                group.lines.append({trimmedLine(content.first(equals)).toByteArray(),
                                     value.toByteArray(), valueBegin, valueBegin + value.size()});
             }
         }
