@@ -51,6 +51,7 @@ std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel
 
 void ApplicationWindows::openSettings(int fanCount)
 {
+    m_platform.defaultsStore().retryStorage(); // what the window says of it shall be true now
     if (!m_settingsWindow)
         m_settingsWindow = makeSettingsWindow(fanCount);
     else if (!m_settingsWindow->isVisible()) {

@@ -4,9 +4,9 @@
 
 #include <QVariantMap>
 
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
 #include <utility>
 
 namespace {
@@ -79,21 +79,10 @@ template <> quint32 read(const DefaultsStore &store, const QString &key)
     return static_cast<quint32>(value);
 }
 
-template <typename Value> bool isSame(Value a, Value b)
-{
-    return a == b;
-}
-
-/// Two NaN are the same value, or setting one over and over would notify over and over.
-bool isSame(double a, double b)
-{
-    return a == b || (std::isnan(a) && std::isnan(b));
-}
-
 template <typename Property, typename Value>
 void assign(Property &property, Value value, DefaultsStore &store, const QString &key)
 {
-    if (!isSame(property.valueBypassingBindings(), value))
+    if (property.valueBypassingBindings() != value)
         property.setValue(value);
     // Not `value`: whoever was notified may have set another one by now.
     write(store, key, property.valueBypassingBindings());
@@ -109,6 +98,7 @@ SettingsViewModel::SettingsViewModel(DefaultsStore &store, QObject *parent)
 #define LOAD(Type, name, Name, standard) m_##name = read<Type>(store, QStringLiteral(#name));
     METERKIN_SETTINGS(LOAD)
 #undef LOAD
+    m_storageProblem.setBinding([problem = store.storageProblem()] { return problem.value(); });
 }
 
 #define DEFINE_SETTER(Type, name, Name, standard)                                                  \

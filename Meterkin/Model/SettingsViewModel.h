@@ -6,6 +6,7 @@
 #include <QBindable>
 #include <QObject>
 #include <QProperty>
+#include <QString>
 
 #include <optional>
 
@@ -60,6 +61,9 @@ class SettingsViewModel : public QObject {
 
     METERKIN_SETTINGS(METERKIN_SETTING_PROPERTY)
 
+    Q_PROPERTY(QString storageProblem READ storageProblem NOTIFY storageProblemChanged BINDABLE
+                   bindableStorageProblem FINAL)
+
 public:
     /// Registers the defaults, then loads. An integer that does not fit its setting ends the
     /// program. The store outlives the model.
@@ -68,8 +72,15 @@ public:
     /// The thresholds of one kind; reading them counts as reading both settings.
     Thresholds thresholds(SystemMetric metric) const;
 
+    /// Why what is set holds for this run only, in a few words; empty while it is stored.
+    QString storageProblem() const { return m_storageProblem; }
+    QBindable<QString> bindableStorageProblem() const { return &m_storageProblem; }
+    Q_SIGNAL void storageProblemChanged();
+
 private:
     DefaultsStore &m_store;
+    Q_OBJECT_BINDABLE_PROPERTY(SettingsViewModel, QString, m_storageProblem,
+                               &SettingsViewModel::storageProblemChanged)
 };
 
 /// Makes known what keys read as that the user never set: those of the table that have a default,

@@ -8,9 +8,6 @@
 #include <QSignalSpy>
 #include <QtTest>
 
-#include <cmath>
-#include <limits>
-
 /// Loading and storing of the settings.
 class SettingsViewModelTest : public QObject {
     Q_OBJECT
@@ -29,8 +26,6 @@ private slots:
         QCOMPARE(QJsonDocument(registered).toJson(QJsonDocument::Compact), expected);
         QVERIFY(store.writes.isEmpty());
         QVERIFY(settings.launchAtLogin() && !settings.hotkeyEnabled());
-        QVERIFY(settings.thresholds(SystemMetric::fanSpeed) == (Thresholds{2000.0, 4000.0}));
-        QVERIFY(settings.thresholds(SystemMetric::memoryUsage) == (Thresholds{60.0, 80.0}));
         QVERIFY(settings.thresholds(SystemMetric::cpuUsage) == (Thresholds{50.0, 80.0}));
     }
 
@@ -89,18 +84,6 @@ private slots:
 
         SettingsViewModel reloaded(store);
         QCOMPARE(property.read(&reloaded), value);
-    }
-
-    void notANumberNotifiesOnce()
-    {
-        ScriptedStore store;
-        SettingsViewModel settings(store);
-        QSignalSpy notified(&settings, &SettingsViewModel::updateIntervalChanged);
-        for (int i = 0; i < 2; ++i)
-            settings.setUpdateInterval(std::numeric_limits<double>::quiet_NaN());
-        QVERIFY(std::isnan(settings.updateInterval()));
-        QCOMPARE(notified.count(), 1);
-        QCOMPARE(store.writes.size(), 2);
     }
 
     void aSetterWithinANotificationWins()

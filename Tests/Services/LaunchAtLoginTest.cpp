@@ -52,16 +52,6 @@ private slots:
         QTEST(QStringLiteral("%1%2 %3").arg(stored).arg(item.enabled).arg(item.calls.join(u'|')),
               "after");
     }
-
-    void withoutLoginItemTheWishIsKept()
-    {
-        ScriptedStore store;
-        SettingsViewModel settings(store);
-        synchronizeLaunchAtLogin(settings, nullptr);
-        QVERIFY(settings.launchAtLogin());
-        setLaunchAtLogin(settings, false, nullptr);
-        QVERIFY(!settings.launchAtLogin());
-    }
 };
 
 METERKIN_TEST(LaunchAtLoginTest);

@@ -17,6 +17,7 @@ public:
     QVariantMap stored; ///< what the user has set, without the defaults
     QVariantMap defaults; ///< what was registered
     QList<Write> writes; ///< every call of a setter, in order
+    QProperty<QString> problem; ///< why nothing can be stored
 
     void registerDefaults(const QVariantMap &added) override { defaults.insert(added); }
 
@@ -34,6 +35,7 @@ public:
     void setBoolean(const QString &key, bool boolean) override { write(key, boolean); }
     void setInteger(const QString &key, qint64 integer) override { write(key, integer); }
 
+    QBindable<QString> storageProblem() const override { return &problem; }
     QString location() const override { return QStringLiteral("scripted store"); }
 
 private:

@@ -100,6 +100,16 @@ private slots:
                  "alertCPUUsage=false alertCPUUsage=true"_s);
     }
 
+    void saysWhatCannotBeStored()
+    {
+        const QQuickItem *line = m->item(u"storageProblem"_s);
+        QVERIFY(!line->isVisible());
+        m_store.problem = u"write-protected"_s;
+        QVERIFY(line->isVisible() && line->property("text").toString().contains(m_store.problem));
+        m_store.problem = QString();
+        QVERIFY(!line->isVisible());
+    }
+
     void recordsWhileInSight()
     {
         m->click({u"record"_s});

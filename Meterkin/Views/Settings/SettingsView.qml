@@ -46,7 +46,7 @@ Rectangle {
     Item {
         id: pages
         anchors.top: line.bottom
-        anchors.bottom: view.bottom
+        anchors.bottom: storageNote.top
         width: view.width
 
         GeneralSettings {
@@ -76,5 +76,11 @@ Rectangle {
             projectLink: view.projectLink
             onCheckForUpdates: view.checkForUpdates()
         }
+    }
+    StorageNote {
+        id: storageNote
+        anchors.bottom: view.bottom
+        width: view.width
+        problem: view.settings.storageProblem
     }
 }

@@ -1,0 +1,32 @@
+import QtQuick
+import Meterkin.Views
+
+// Says that what is changed cannot be stored; takes no place while it can.
+Item {
+    id: note
+
+    required property string problem
+
+    visible: note.problem !== ""
+    implicitHeight: note.problem !== "" ? text.implicitHeight + 20 : 0
+
+    Rectangle {
+        width: note.width
+        height: 1
+        color: Theme.separator
+        Accessible.ignored: true
+    }
+    Text {
+        id: text
+        objectName: "storageProblem"
+        anchors.centerIn: note
+        width: note.width - 40
+        text: "Changes cannot be stored and last until you quit: " + note.problem
+        font.pixelSize: Theme.points(11)
+        color: Theme.orange
+        horizontalAlignment: Text.AlignHCenter
+        wrapMode: Text.WordWrap
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: text.text
+    }
+}
