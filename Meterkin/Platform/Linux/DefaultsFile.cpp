@@ -7,18 +7,17 @@
 
 #include <cmath>
 #include <limits>
-#include <utility>
 
 // Not QSettings: it waits half a minute on a lock that somebody left behind, drops the lines that
 // it does not understand and writes only when the event loop comes round.
 
-DefaultsFile::DefaultsFile(QString path)
+DefaultsFile::DefaultsFile(const QString &path)
     : DefaultsFile(path, readTextFile(path, SettingsSizeLimit))
 {
 }
 
-DefaultsFile::DefaultsFile(QString path, const TextFileContent &content)
-    : m_path(std::move(path))
+DefaultsFile::DefaultsFile(const QString &path, const TextFileContent &content)
+    : m_path(path)
     , m_text(content.text)
     , m_problem(content.problem)
     , m_writer(m_path, content.problem, [this](const QString &problem) { m_problem = problem; })

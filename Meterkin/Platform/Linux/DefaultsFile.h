@@ -13,7 +13,7 @@
 class DefaultsFile : public DefaultsStore {
 public:
     /// Reads the file; one that is not there yet is made by the first write.
-    explicit DefaultsFile(QString path = defaultPath());
+    explicit DefaultsFile(const QString &path = defaultPath());
 
     /// meterkin/meterkin.conf in the user's configuration folder.
     static QString defaultPath();
@@ -38,7 +38,7 @@ public:
     QString location() const override { return m_path; }
 
 private:
-    DefaultsFile(QString path, const TextFileContent &content);
+    DefaultsFile(const QString &path, const TextFileContent &content);
 
     QString m_path;
     QByteArray m_text; ///< the file as it was at the start
