@@ -2,7 +2,9 @@
 
 #include "Sampling/MetricCollector.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
@@ -12,10 +14,14 @@ void record(std::optional<double> value, History &history, High &high, Low &low)
 {
     if (!value)
         return;
-    QList<double> values = history.value();
+    // A new list each time: one that is appended to at its end and shortened at its front grows in
+    // capacity for ever.
+    const QList<double> &earlier = history.value();
+    QList<double> values;
+    values.reserve(DashboardViewModel::HistoryLength);
+    const qsizetype kept = std::min(earlier.size(), DashboardViewModel::HistoryLength - 1);
+    std::copy(earlier.end() - kept, earlier.end(), std::back_inserter(values));
     values.append(*value);
-    if (values.size() > DashboardViewModel::HistoryLength)
-        values.remove(0, values.size() - DashboardViewModel::HistoryLength);
     history = values;
 
     // An absent optional compares below every value.
