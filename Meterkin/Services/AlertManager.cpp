@@ -98,8 +98,8 @@ void AlertManager::evaluate(SystemMetric metric, double value, double limit)
 
     const auto now = m_clock();
     if (const auto last = m_lastAlertTime.find(metric);
-        last != m_lastAlertTime.end() && now - last->second < Cooldown)
-        return;
+        last != m_lastAlertTime.end() && last->second <= now && now - last->second < Cooldown)
+        return; // a last time in the future was told by a clock that was wrong
     m_lastAlertTime[metric] = now;
     postAlert(metric, value);
 }
