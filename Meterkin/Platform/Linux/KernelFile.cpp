@@ -34,6 +34,8 @@ KernelFile::~KernelFile()
 
 std::optional<std::string_view> KernelFile::read()
 {
+    if (m_capacity > SmallestBuffer && m_length < m_capacity / 4)
+        m_capacity = 0; // a text that was large once
     if (!open())
         return std::nullopt;
     for (;;) {
@@ -43,8 +45,10 @@ std::optional<std::string_view> KernelFile::read()
             grow();
             continue;
         }
-        if (count > 0 && count < static_cast<ssize_t>(m_capacity))
-            return std::string_view(m_buffer.get(), static_cast<std::size_t>(count));
+        if (count > 0 && count < static_cast<ssize_t>(m_capacity)) {
+            m_length = static_cast<std::size_t>(count);
+            return std::string_view(m_buffer.get(), m_length);
+        }
         close();
         return std::nullopt;
     }
@@ -52,10 +56,9 @@ std::optional<std::string_view> KernelFile::read()
 
 bool KernelFile::open()
 {
-    if (m_descriptor >= 0)
-        return true;
-    m_descriptor = ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (m_descriptor >= 0 && !m_buffer)
+    if (m_descriptor < 0)
+        m_descriptor = ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (m_descriptor >= 0 && m_capacity == 0)
         grow();
     return m_descriptor >= 0;
 }
@@ -65,6 +68,8 @@ void KernelFile::close()
     if (m_descriptor >= 0)
         ::close(m_descriptor);
     m_descriptor = -1;
+    m_buffer.reset(); // of a text without end it is large
+    m_capacity = 0;
 }
 
 void KernelFile::grow()

@@ -17,7 +17,8 @@ public:
     Q_DISABLE_COPY_MOVE(KernelFile)
 
     /// The whole text now, valid until the next read; absent when it cannot be read or is empty. A
-    /// file that failed is opened anew the next time: it may have been replaced.
+    /// file that failed is opened anew the next time: it may have been replaced. The buffer follows
+    /// the length of the text, in both directions.
     std::optional<std::string_view> read();
 
 private:
@@ -28,5 +29,6 @@ private:
     std::string m_path;
     int m_descriptor = -1;
     std::size_t m_capacity = 0;
+    std::size_t m_length = 0; ///< of the last text
     std::unique_ptr<char[]> m_buffer;
 };
