@@ -38,4 +38,7 @@ public:
     virtual bool call(const ControllerRecord &request, ControllerRecord &reply) = 0;
     /// Only after a successful open().
     virtual void close() = 0;
+    /// Whether the types of the values are this program's own, so that nothing about them is to be
+    /// found out.
+    virtual bool hasOwnTypes() const { return false; }
 };

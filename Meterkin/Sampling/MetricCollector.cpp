@@ -6,6 +6,7 @@
 #include <atomic>
 #include <limits>
 #include <mutex>
+#include <utility>
 
 namespace {
 
@@ -24,9 +25,19 @@ int millisecondsOf(double interval)
 
 /// What samples under way share with the collector, and all that outlives it.
 struct MetricCollector::Handover {
-    std::atomic<bool> isSampleWaiting = false;
+    std::atomic<bool> isJobWaiting = false; ///< for a thread
+    std::atomic<bool> isSampleDue = false; ///< whoever takes this back publishes one
+    std::mutex sampling; ///< keeps the samples in order
     std::mutex mutex;
     MetricCollector *collector = nullptr; ///< guarded by the mutex; null once it is gone
+
+    /// From the background. Does nothing when another thread has seen to the sample.
+    void publishFrom(MetricSampler &sampler)
+    {
+        const std::lock_guard lock(sampling);
+        if (isSampleDue.exchange(false))
+            deliver(sampler.sample());
+    }
 
     /// From the background: the collector cannot go away while its event is being posted.
     void deliver(MetricSample sample)
@@ -52,9 +63,11 @@ MetricCollector::MetricCollector(std::unique_ptr<FanControllerConnection> fans,
     , m_timer(this)
 {
     m_handover->collector = this;
-    m_queue->setMaxThreadCount(1);
+    m_queue->setMaxThreadCount(2); // one may be waiting for a fan
     m_queue->setExpiryTimeout(-1);
     connect(&m_timer, &QTimer::timeout, this, &MetricCollector::takeSample);
+    m_overdueTimer.setInterval(FanSampler::Patience);
+    connect(&m_overdueTimer, &QTimer::timeout, this, &MetricCollector::startJob);
 }
 
 MetricCollector::~MetricCollector()
@@ -63,6 +76,7 @@ MetricCollector::~MetricCollector()
         const std::lock_guard lock(m_handover->mutex);
         m_handover->collector = nullptr;
     }
+    m_handover->isSampleDue = false;
     m_queue->clear();
     // Deleting a busy pool waits for its thread, and a sensor may hang for ever: that one is left
     // to the end of the process, with the readers its sample shares.
@@ -79,18 +93,35 @@ void MetricCollector::start(double interval)
 
 void MetricCollector::takeSample()
 {
-    if (m_handover->isSampleWaiting.exchange(true))
+    m_handover->isSampleDue = true;
+    startJob();
+    m_overdueTimer.start();
+}
+
+void MetricCollector::startJob()
+{
+    if (m_handover->isJobWaiting.exchange(true))
         return;
     m_queue->start([sampler = m_sampler, handover = m_handover] {
-        handover->isSampleWaiting = false;
-        handover->deliver(sampler->sample());
+        handover->isJobWaiting = false;
+        // The others wait for fans that answer promptly, so that one reading has all of them.
+        if (!sampler->fans().isSlow()) {
+            sampler->fans().refresh();
+            handover->publishFrom(*sampler);
+        } else {
+            handover->publishFrom(*sampler);
+            sampler->fans().refresh();
+        }
     });
 }
 
 void MetricCollector::publish(const MetricSample &sample)
 {
-    m_fanCount = sample.fanCount;
-    m_latestFanSpeeds = sample.fans;
+    if (!m_handover->isSampleDue)
+        m_overdueTimer.stop();
+    m_areFansKnown = sample.fans.has_value();
+    m_fanCount = sample.fans ? sample.fans->count : 0;
+    m_latestFanSpeeds = sample.fans ? sample.fans->fans : QList<FanReading>();
     m_latestMemory = sample.memory;
     m_latestCPUInfo = sample.processors;
     // A copy: the callback may replace itself or destroy the collector.

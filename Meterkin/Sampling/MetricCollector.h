@@ -21,7 +21,8 @@ class MetricSampler;
 struct MetricSample;
 
 /// Samples the machine on a timer and publishes the newest readings. Lives on the main thread; the
-/// readers run on one serial background queue, with at most one sample waiting in it.
+/// readers run on a background queue, with at most one sample waiting in it. Fans that answer late
+/// or never hold up nothing else: a second thread goes on without them.
 class MetricCollector : public QObject {
     Q_OBJECT
     Q_PROPERTY(QList<FanReading> latestFanSpeeds READ latestFanSpeeds NOTIFY latestFanSpeedsChanged
@@ -45,7 +46,8 @@ public:
     /// what a timer cannot hold as the 24 days that it can.
     void start(double interval);
 
-    /// One entry a fan that answered in the last sample, in index order.
+    /// One entry a fan that answered in the last sample, in index order; while an answer is late,
+    /// for some seconds those of the one before.
     QList<FanReading> latestFanSpeeds() const { return m_latestFanSpeeds; }
     QBindable<QList<FanReading>> bindableLatestFanSpeeds() const { return &m_latestFanSpeeds; }
     /// Absent before the first sample and after one that failed.
@@ -57,6 +59,8 @@ public:
     /// How many fans the controller reports; may exceed the list of those that answer.
     qint64 fanCount() const { return m_fanCount; }
     QBindable<qint64> bindableFanCount() const { return &m_fanCount; }
+    /// Whether the controller has answered, if only that it has no fans.
+    bool areFansKnown() const { return m_areFansKnown; }
 
     /// Called on the main thread after each sample has been published. Set before start().
     std::function<void()> onTick;
@@ -71,6 +75,8 @@ private:
     struct Handover;
 
     void takeSample();
+    /// Has a thread take the sample that is due.
+    void startJob();
     void publish(const MetricSample &sample);
 
     Q_OBJECT_BINDABLE_PROPERTY(MetricCollector, QList<FanReading>, m_latestFanSpeeds,
@@ -86,4 +92,6 @@ private:
     std::shared_ptr<Handover> m_handover;
     std::unique_ptr<QThreadPool> m_queue;
     QTimer m_timer;
+    QTimer m_overdueTimer; ///< runs while a sample is due
+    bool m_areFansKnown = false;
 };

@@ -47,6 +47,7 @@ SMCReader::SMCReader(std::unique_ptr<FanControllerConnection> connection)
     : m_connection(std::move(connection))
     , m_isConnected(m_connection->open())
 {
+    loggedFanType = m_connection->hasOwnTypes();
 }
 
 SMCReader::~SMCReader()

@@ -25,7 +25,8 @@ public:
     ~SMCReader();
     Q_DISABLE_COPY_MOVE(SMCReader)
 
-    /// While false, each value read is described by a line on standard output.
+    /// While false, each value read is described by a line on standard output. True from the start
+    /// when the connection has types of our own.
     bool loggedFanType = false;
 
     /// False when the machine has no controller; every read is absent then.

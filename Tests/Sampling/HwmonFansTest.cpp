@@ -30,8 +30,8 @@ public:
     QString values(const std::vector<std::string> &keys)
     {
         if (!m_reader)
-            m_reader.emplace(std::make_unique<HwmonFans>(path("class").toStdString()));
-        m_reader->loggedFanType = true;
+            m_reader.emplace(
+                std::make_unique<HwmonFans>(path("class").toStdString(), [this] { return m_now; }));
         QStringList list;
         for (const std::string &key : keys) {
             const std::optional<double> value = m_reader->readValue(key);
@@ -40,9 +40,12 @@ public:
         return list.join(u' ');
     }
 
+    void wait() { m_now += std::chrono::seconds(5); }
+
 private:
     QTemporaryDir m_folder;
-    std::optional<SMCReader> m_reader; ///< connected when first asked: that finds the fans
+    std::chrono::steady_clock::time_point m_now;
+    std::optional<SMCReader> m_reader; ///< connected when first asked
 };
 
 } // namespace
@@ -51,12 +54,23 @@ class HwmonFansTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void withoutMonitors()
+    void monitorsComeAndGo()
     {
-        QCOMPARE(SystemTree().values({"FNum", "F0Ac"}), QStringLiteral("- -"));
-        SystemTree tree;
-        QVERIFY(QDir().mkpath(tree.path("class")));
-        QCOMPARE(tree.values({"FNum", "F0Ac"}), QStringLiteral("0 -"));
+        SystemTree tree; // without the kernel's folder for them
+        const auto values = [&tree] { return tree.values({"FNum", "F0Ac", "F1Ac", "F2Ac"}); };
+        QCOMPARE(values(), QStringLiteral("0 - - -"));
+        tree.addMonitor("hwmon1", "pci", "name=card fan1_input=1");
+        QCOMPARE(values(), QStringLiteral("0 - - -")); // not looked for at every reading
+        tree.wait();
+        QCOMPARE(values(), QStringLiteral("1 1 - -"));
+        tree.addMonitor("hwmon2", "isa", "name=board fan1_input=5");
+        QVERIFY(QFile::remove(tree.path("class/hwmon1")));
+        tree.wait();
+        QCOMPARE(values(), QStringLiteral("1 5 - -"));
+        tree.addMonitor("hwmon7", "pci", "name=card fan1_input=1");
+        QVERIFY(write(tree.path("class/hwmon2/fan2_input"), "6\n"));
+        tree.wait();
+        QCOMPARE(values(), QStringLiteral("3 5 6 1"));
     }
 
     void orderIsThatOfTheMachine()

@@ -1,4 +1,5 @@
 #include "Sampling/MetricCollector.h"
+#include "Sampling/FanSampler.h"
 #include "Support/ScriptedSources.h"
 #include "Support/TestMain.h"
 
@@ -7,6 +8,7 @@
 #include <QtTest>
 
 #include <limits>
+#include <thread>
 
 class MetricCollectorTest : public QObject {
     Q_OBJECT
@@ -78,6 +80,52 @@ private slots:
         QTRY_COMPARE(m_ticks, 2);
         sampleOnce();
         QCOMPARE(m_machine.pages->readCount(), 3);
+    }
+
+    void fansHoldUpNothingElse()
+    {
+        m_machine.fans->hold();
+        m_collector->start(Never);
+        QTRY_COMPARE(m_ticks, 1);
+        QVERIFY(m_collector->latestMemory() && !m_collector->areFansKnown());
+        const int asked = m_machine.fans->readCount();
+        for (int i = 0; i < 5; ++i)
+            sampleOnce();
+        QCOMPARE(m_machine.fans->readCount(), asked); // and no question waits behind the first
+        m_machine.fans->release();
+        QVERIFY(QTest::qWaitFor([this] {
+            sampleOnce();
+            return m_collector->areFansKnown();
+        }));
+        QCOMPARE(m_collector->latestFanSpeeds().size(), 1);
+
+        m_machine.fans->hold();
+        sampleOnce();
+        sampleOnce();
+        QCOMPARE(m_collector->latestFanSpeeds().size(), 1); // for a while
+        m_machine.fans->release();
+    }
+
+    void lateFansAreForgotten()
+    {
+        std::atomic<int> seconds = 0;
+        FanSampler fans(std::make_unique<ScriptedFans>(m_machine.fans), [&seconds] {
+            return std::chrono::steady_clock::time_point(std::chrono::seconds(seconds));
+        });
+        fans.refresh();
+        QVERIFY(fans.latest()->fans.size() == 1 && !fans.isSlow());
+        const int asked = m_machine.fans->readCount();
+        m_machine.fans->hold();
+        std::thread thread([&fans] { fans.refresh(); });
+        QTRY_VERIFY(m_machine.fans->readCount() > asked);
+        for (const auto &[now, known] : {std::pair(8, 1), std::pair(11, 0)}) {
+            seconds = now;
+            QCOMPARE(fans.latest()->fans.size(), known);
+            QCOMPARE(fans.latest()->count, 2);
+        }
+        m_machine.fans->release();
+        thread.join();
+        QVERIFY(fans.latest()->fans.size() == 1 && fans.isSlow());
     }
 
     void destroyedWhileASensorHangs()

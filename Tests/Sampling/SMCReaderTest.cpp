@@ -1,5 +1,5 @@
 #include "Sampling/SMCReader.h"
-#include "Sampling/MetricSampler.h"
+#include "Sampling/FanSampler.h"
 #include "Support/ScriptedSources.h"
 #include "Support/TestMain.h"
 
@@ -102,15 +102,15 @@ private slots:
              {"'F0Ac' type='flt ' size=4 bytes=[0, 0, 128, 127", second}},
         };
         for (const auto &[keys, fans, lines] : cases) {
-            ScriptedMachine machine;
-            machine.fans->set(keys);
-            const auto sampler = machine.makeCollector<MetricSampler>();
-            MetricSample sample;
+            const auto script = std::make_shared<FansScript>();
+            script->set(keys);
+            FanSampler sampler(std::make_unique<ScriptedFans>(script));
             QByteArray output;
             for (const QByteArray &line : lines)
                 output += "[Meterkin] Fan key " + line + "]\n";
-            QCOMPARE(outputOf([&] { sample = sampler->sample(); }), output);
-            QByteArray described = QByteArray::number(sample.fanCount);
+            QCOMPARE(outputOf([&] { sampler.refresh(); }), output);
+            const FanSample sample = sampler.latest().value_or(FanSample{-1, {}});
+            QByteArray described = QByteArray::number(sample.count);
             for (const auto &[index, rpm, min, max] : sample.fans)
                 described += ' ' + QByteArray::number(qint64(index)) + ':' + text(rpm) + ','
                     + text(min) + ',' + text(max);

@@ -112,12 +112,12 @@ struct ScriptedMachine {
     std::shared_ptr<FansScript> fans = std::make_shared<FansScript>();
     std::uint64_t physicalMemory = 0;
 
-    /// Any user of the three sources: a collector unless told.
-    template <typename User = MetricCollector> std::unique_ptr<User> makeCollector() const
+    std::unique_ptr<MetricCollector> makeCollector() const
     {
         auto memory = std::make_unique<ScriptedPages>(pages);
         memory->total = physicalMemory;
-        return std::make_unique<User>(std::make_unique<ScriptedFans>(fans), std::move(memory),
-                                      std::make_unique<ScriptedTicks>(ticks));
+        return std::make_unique<MetricCollector>(std::make_unique<ScriptedFans>(fans),
+                                                 std::move(memory),
+                                                 std::make_unique<ScriptedTicks>(ticks));
     }
 };

@@ -4,37 +4,44 @@
 #include "Platform/Linux/NumberText.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cmath>
+#include <filesystem>
+#include <span>
+#include <string_view>
 #include <tuple>
+#include <utility>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::size_t MostFans = 255; // the count is one byte
+constexpr std::chrono::seconds LookInterval{5};
 constexpr std::uint32_t CountKey = fourCharacterCode("FNum");
 constexpr std::uint32_t ByteType = fourCharacterCode("ui8 ");
 constexpr std::uint32_t FloatType = fourCharacterCode("flt ");
 
-std::optional<float> readSpeed(const std::string &path)
+/// What fits of a file; empty when it cannot be read.
+std::string_view readText(const std::string &path, std::span<char> buffer)
 {
     const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)
-        return std::nullopt;
-    std::array<char, 64> buffer;
+        return {};
     const ssize_t count = pread(descriptor, buffer.data(), buffer.size(), 0);
     ::close(descriptor);
-    if (count <= 0)
-        return std::nullopt;
+    return {buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
+}
 
-    std::string_view text(buffer.data(), static_cast<std::size_t>(count));
+std::optional<float> readSpeed(const std::string &path)
+{
+    std::array<char, 64> buffer;
+    std::string_view text = readText(path, buffer);
     const std::optional<std::uint64_t> speed = takeNumber(text);
     if (!speed || (text != "\n" && !text.empty()))
         return std::nullopt;
@@ -55,28 +62,31 @@ std::optional<std::uint64_t> fanNumber(const QString &input)
 
 std::string chipNameIn(const QDir &folder)
 {
-    QFile file(folder.filePath(QStringLiteral("name")));
-    return file.open(QIODevice::ReadOnly) ? file.read(256).trimmed().toStdString() : std::string();
+    std::array<char, 256> buffer;
+    const std::string_view text =
+        readText(folder.filePath(QStringLiteral("name")).toStdString(), buffer);
+    return std::string(text.substr(0, text.find_last_not_of(" \n") + 1));
 }
 
 } // namespace
 
-HwmonFans::HwmonFans(std::string folder)
+HwmonFans::HwmonFans(std::string folder, MonotonicClock clock)
     : m_folder(std::move(folder))
+    , m_clock(std::move(clock))
 {
 }
 
 bool HwmonFans::open()
 {
-    if (!QFileInfo(QString::fromStdString(m_folder)).isDir())
-        return false;
-    findFans();
     return true;
 }
 
 bool HwmonFans::call(const ControllerRecord &request, ControllerRecord &reply)
 {
     const bool isCount = request.key == CountKey;
+    // Not in the middle of a sample, whose keys are to mean the same fans.
+    if (request.command == ReadKeyInfo && (isCount || !m_lookedAt))
+        lookForFans();
     const std::optional<std::string> path = isCount ? std::nullopt : pathOf(request.key);
     if (!isCount && !path)
         return false;
@@ -106,7 +116,41 @@ bool HwmonFans::call(const ControllerRecord &request, ControllerRecord &reply)
 
 void HwmonFans::close()
 {
+    m_lookedAt.reset();
+    m_monitors.clear();
     m_fans.clear();
+}
+
+void HwmonFans::lookForFans()
+{
+    const auto now = m_clock();
+    if (m_lookedAt && now - *m_lookedAt < LookInterval)
+        return;
+    m_lookedAt = now;
+    // Compared first: finding the fans means to read in every monitor. Once more after a change,
+    // for a monitor that was met before it had its files.
+    std::vector<Monitor> monitors = listMonitors();
+    const bool hasChanged = monitors != m_monitors;
+    if (std::exchange(m_hasChanged, hasChanged) || hasChanged) {
+        m_monitors = std::move(monitors);
+        findFans();
+    }
+}
+
+std::vector<HwmonFans::Monitor> HwmonFans::listMonitors() const
+{
+    std::vector<Monitor> monitors;
+    std::error_code error; // without the folder the kernel has no monitors
+    for (std::filesystem::directory_iterator entry(m_folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+        struct stat status { };
+        const std::string &path = entry->path().native();
+        if (::stat(path.c_str(), &status) == 0)
+            monitors.push_back({path, status.st_ino,
+                                status.st_mtim.tv_sec * 1'000'000'000 + status.st_mtim.tv_nsec});
+    }
+    std::ranges::sort(monitors, {}, &Monitor::path);
+    return monitors;
 }
 
 void HwmonFans::findFans()
