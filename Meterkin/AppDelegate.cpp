@@ -126,9 +126,10 @@ void AppDelegate::handleTick()
     dashboard().update();
     updateStatusItem();
     m_alertManager.checkAlerts(m_settingsVM, dashboard());
-    // A machine without fans must not keep a fan title; whoever picks it later has his way.
-    if (!std::exchange(m_hasCheckedFanCount, true) && m_collector.fanCount() == 0
-        && m_settingsVM.menuBarMetric() == SystemMetric::fanSpeed)
+    // A machine without fans must not keep a fan title; whoever picks it later has his way. Fans
+    // that have not answered yet may be there.
+    if (m_collector.areFansKnown() && !std::exchange(m_hasCheckedFanCount, true)
+        && m_collector.fanCount() == 0 && m_settingsVM.menuBarMetric() == SystemMetric::fanSpeed)
         m_settingsVM.setMenuBarMetric(SystemMetric::memoryUsage);
     emit tickHandled();
 }
@@ -249,7 +250,7 @@ void AppDelegate::openSettings()
 {
     if (PopoverContainer *popover = m_platform.popover())
         popover->close();
-    m_windows.openSettings(static_cast<int>(m_collector.fanCount()));
+    m_windows.openSettings(dashboard());
 }
 
 void AppDelegate::showOnboarding()

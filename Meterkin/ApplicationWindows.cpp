@@ -49,11 +49,11 @@ std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel
     return view;
 }
 
-void ApplicationWindows::openSettings(int fanCount)
+void ApplicationWindows::openSettings(const DashboardViewModel &model)
 {
     m_platform.defaultsStore().retryStorage(); // what the window says of it shall be true now
     if (!m_settingsWindow)
-        m_settingsWindow = makeSettingsWindow(fanCount);
+        m_settingsWindow = makeSettingsWindow(model);
     else if (!m_settingsWindow->isVisible()) {
         // Its system window has gone with the closing; the next one knows nothing of this.
         if (WindowStyle *style = m_platform.windowStyle())
@@ -63,18 +63,21 @@ void ApplicationWindows::openSettings(int fanCount)
     present(*m_settingsWindow);
 }
 
-std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow(int fanCount)
+std::unique_ptr<QQuickWindow>
+ApplicationWindows::makeSettingsWindow(const DashboardViewModel &model)
 {
     m_recorder = std::make_unique<HotkeyRecorder>(m_settings, m_platform.keyDownMonitor());
     std::unique_ptr<QQuickItem> view = engine().create(
         QStringLiteral("Views/Settings/SettingsView"),
         {{QStringLiteral("settings"), QVariant::fromValue(&m_settings)},
-         {QStringLiteral("fanCount"), fanCount},
+         {QStringLiteral("fanCount"), model.fanCount()},
          {QStringLiteral("updaterController"), QVariant::fromValue(&m_updater)},
          {QStringLiteral("recorder"), QVariant::fromValue(m_recorder.get())},
          {QStringLiteral("version"),
           m_platform.informationDictionary().value(QStringLiteral("CFBundleShortVersionString"))},
          {QStringLiteral("projectLink"), QUrl(QStringLiteral(METERKIN_PROJECT_URL))}});
+    connect(&model, &DashboardViewModel::fanCountChanged, view.get(),
+            [&model, item = view.get()] { item->setProperty("fanCount", model.fanCount()); });
     connect(view.get(), SIGNAL(restartCollector(double)), this, SIGNAL(intervalChosen(double)));
     connect(view.get(), SIGNAL(launchAtLoginChosen(bool)), this, SIGNAL(launchAtLoginChosen(bool)));
     connect(view.get(), SIGNAL(checkForUpdates()), &m_updater, SLOT(checkForUpdates()));

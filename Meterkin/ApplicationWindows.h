@@ -29,9 +29,9 @@ public:
     /// A dashboard for the popover, which owns it. The model outlives it.
     std::unique_ptr<QQuickItem> makeDashboard(DashboardViewModel &model);
 
-    /// Brings the one settings window to the front. It is built the first time, for that many fans,
-    /// and merely hidden when the user closes it.
-    void openSettings(int fanCount);
+    /// Brings the one settings window to the front. It is built the first time, and merely hidden
+    /// when the user closes it. It follows the number of fans in the model, which outlives it.
+    void openSettings(const DashboardViewModel &model);
 
     /// Opens the onboarding anew. Closing its window leaves it unfinished.
     void showOnboarding();
@@ -53,7 +53,7 @@ private:
     ViewEngine &engine();
     /// Later, when what uses it may be gone; and gives back what memory is free by then.
     void giveUpEngineSoon();
-    std::unique_ptr<QQuickWindow> makeSettingsWindow(int fanCount);
+    std::unique_ptr<QQuickWindow> makeSettingsWindow(const DashboardViewModel &model);
     std::unique_ptr<QQuickWindow> makeOnboardingWindow();
     void present(QQuickWindow &window);
 

@@ -176,6 +176,19 @@ private slots:
         QCOMPARE(title(), QStringLiteral("N/A"));
     }
 
+    void keepsTheFanTitleUntilTheFansHaveAnswered()
+    {
+        m_platform->store.setText(QStringLiteral("menuBarMetric"), QStringLiteral("Fan Speed"));
+        m_platform->vitals->fanGate = &m_fanGate;
+        m_fanGate.lock();
+        launch();
+        tick();
+        const auto metric = [this] { return m_delegate->settings().menuBarMetric(); };
+        QCOMPARE(metric(), SystemMetric::fanSpeed);
+        m_fanGate.unlock();
+        QTRY_VERIFY((tick(), metric() == SystemMetric::memoryUsage));
+    }
+
     void startsAtASafeInterval_data()
     {
         QTest::addColumn<double>("interval");
@@ -301,6 +314,7 @@ private:
     std::unique_ptr<ScriptedPlatform> m_platform;
     std::unique_ptr<AppDelegate> m_delegate;
     TimePoint m_now;
+    std::mutex m_fanGate;
     bool m_firstTick = true;
 };
 

@@ -51,8 +51,10 @@ private slots:
         QQuickItem *view = onlyItem(*m_delegate->windows().settingsWindow());
         QSignalSpy ticks(m_delegate.get(), &AppDelegate::tickHandled);
         QVERIFY(ticks.wait());
+        m_platform->vitals->fanSpeed = 1000.0;
         QMetaObject::invokeMethod(view, "restartCollector", Q_ARG(double, 86400.0));
         QVERIFY(ticks.wait()); // a restarted collector samples at once
+        QCOMPARE(view->property("fanCount").toInt(), 1); // which it had not when opened
         for (const bool wish : {false, true}) {
             QMetaObject::invokeMethod(view, "launchAtLoginChosen", Q_ARG(bool, wish));
             QCOMPARE(m_delegate->settings().launchAtLogin(), wish);

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <utility>
 
@@ -22,6 +23,7 @@ struct Vitals {
     std::optional<float> fanRange = {}; ///< the highest speed of each; the lowest is a tenth of it
     std::uint64_t totalMemory = 100'000; ///< bytes
     std::size_t cores = 1; ///< all equally busy
+    std::mutex *fanGate = nullptr; ///< while it is held, the fans do not answer
 };
 
 /// Speeds as little-endian floats.
@@ -34,6 +36,8 @@ public:
     bool open() override { return true; }
     bool call(const ControllerRecord &request, ControllerRecord &reply) override
     {
+        if (m_vitals->fanGate != nullptr)
+            const std::lock_guard passed(*m_vitals->fanGate);
         if (!m_vitals->fanSpeed)
             return false;
         reply.dataSize = 4;
