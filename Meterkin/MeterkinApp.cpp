@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QQuickWindow>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -24,11 +25,16 @@ void boundTheEnd()
 
 } // namespace
 
-MeterkinApp::MeterkinApp(int &argc, char **argv)
+MeterkinApp::MeterkinApp(int argc, char **argv)
     : m_arguments(argv, argv + argc + 1)
+    , m_qtOptions(ProgramHost::prepare())
+    , m_qtArguments(m_arguments)
 {
-    ProgramHost::prepare();
-    m_application = std::make_unique<QGuiApplication>(argc, argv);
+    auto place = m_qtArguments.begin() + std::min(argc, 1); // after the program's name
+    for (QByteArray &option : m_qtOptions)
+        place = m_qtArguments.insert(place, option.data()) + 1;
+    m_qtArgumentCount = static_cast<int>(m_qtArguments.size()) - 1;
+    m_application = std::make_unique<QGuiApplication>(m_qtArgumentCount, m_qtArguments.data());
     m_program = QFile::encodeName(QCoreApplication::applicationFilePath());
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QGuiApplication>
 
 #include <memory>
@@ -13,7 +13,7 @@ class ProgramHost;
 /// this system's back end.
 class MeterkinApp {
 public:
-    MeterkinApp(int &argc, char **argv);
+    MeterkinApp(int argc, char **argv);
     ~MeterkinApp();
 
     /// The program's exit status.
@@ -24,6 +24,9 @@ private:
 
     QByteArray m_program; ///< its file, by the path that it was started from
     std::vector<char *> m_arguments; ///< as given, ended by null
+    QByteArrayList m_qtOptions;
+    std::vector<char *> m_qtArguments; ///< the options, and the arguments as given
+    int m_qtArgumentCount;
     std::unique_ptr<QGuiApplication> m_application;
     std::unique_ptr<ProgramHost> m_host;
     std::unique_ptr<AppDelegate> m_delegate;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QByteArrayList>
+
 #include <functional>
 #include <memory>
 
@@ -11,8 +13,8 @@ class ProgramHost {
 public:
     virtual ~ProgramHost() = default;
 
-    /// Before the kit is started. Ends the program where it cannot run.
-    static void prepare();
+    /// Before Qt is started; the options to start it with. Ends the program where it cannot run.
+    static QByteArrayList prepare();
     /// That of this system, once the kit has been started; the back end defines it.
     static std::unique_ptr<ProgramHost> make();
 

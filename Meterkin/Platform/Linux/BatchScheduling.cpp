@@ -2,8 +2,25 @@
 
 #include <sched.h>
 
-void useBatchScheduling()
+namespace {
+
+bool isBatch = false;
+
+bool setPolicy(int policy)
 {
     const sched_param parameters{};
-    static_cast<void>(sched_setscheduler(0, SCHED_BATCH, &parameters));
+    return sched_setscheduler(0, policy, &parameters) == 0;
+}
+
+} // namespace
+
+void useBatchScheduling()
+{
+    isBatch = sched_getscheduler(0) == SCHED_OTHER && setPolicy(SCHED_BATCH);
+}
+
+void useOriginalScheduling()
+{
+    if (isBatch)
+        setPolicy(SCHED_OTHER);
 }

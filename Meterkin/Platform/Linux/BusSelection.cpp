@@ -6,13 +6,24 @@
 namespace {
 
 constexpr int Milliseconds = 5'000; // what starts together with us at login has its time
+constexpr const char *Variable = "DBUS_SESSION_BUS_ADDRESS";
 
 } // namespace
 
 void selectBus()
 {
     const QString address = MessageBus::address(MessageBus::Kind::Session);
-    // An address of no known kind; without any, the kit would look for a bus by itself.
-    if (!address.isEmpty() && greetBus(address, Milliseconds) == BusState::Silent)
-        qputenv("DBUS_SESSION_BUS_ADDRESS", QByteArrayLiteral("silent:"));
+    if (address.isEmpty() || greetBus(address, Milliseconds) != BusState::Silent)
+        return;
+    // Qt takes the address from the environment, once, and keeps what it got. An address of no
+    // known kind: without any, it would look for a bus by itself. The programs that we start
+    // inherit the environment as it was.
+    const bool isSet = qEnvironmentVariableIsSet(Variable);
+    const QByteArray original = qgetenv(Variable);
+    qputenv(Variable, QByteArrayLiteral("silent:"));
+    static_cast<void>(QDBusConnection::sessionBus());
+    if (isSet)
+        qputenv(Variable, original);
+    else
+        qunsetenv(Variable);
 }

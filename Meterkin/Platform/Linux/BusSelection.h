@@ -1,5 +1,7 @@
 #pragma once
 
-/// Keeps a session bus that takes clients and never answers them out of this process: the kit would
-/// wait for it for ever, before anything is shown. Before the kit starts.
+/// Keeps Qt's own connection from a session bus that takes clients and does not answer them: Qt
+/// would wait for it for ever, before anything is shown. What of Qt needs a bus, as the link to
+/// screen readers, does without one then; a MessageBus waits for it. Before Qt starts; waits for
+/// the bus a few seconds.
 void selectBus();

@@ -15,18 +15,14 @@ QDBusMessage busCall(const QString &method)
     return QDBusMessage::createMethodCall(busName, busPath, busName, method);
 }
 
-/// A bus that hangs for a while tells nothing. Later it would not tell by itself, either.
-bool isSilence(const QDBusMessage &reply)
-{
-    return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);
-}
-
 } // namespace
 
 BusService::BusService(MessageBus &bus, QString name, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_name(std::move(name))
+    , m_askForOwner(bus, [this](const QDBusMessage &reply) { return takeOwner(reply); })
+    , m_askForActivatable(bus, [this](const QDBusMessage &reply) { return takeActivatable(reply); })
 {
     connect(&bus, &MessageBus::connected, this, &BusService::follow);
     connect(&bus, &MessageBus::disconnected, this, &BusService::loseBus);
@@ -59,13 +55,15 @@ void BusService::follow()
     connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &owner) {
                 m_owner = owner;
+                m_askForOwner.cancel();
                 tell();
             });
     // Sent when what the bus can start was installed or removed. From any sender: to name the
     // sender here would mean to wait for the bus.
     connection.connect(QString(), busPath, busName, QStringLiteral("ActivatableServicesChanged"),
                        this, SLOT(askForActivatable()));
-    askForOwner();
+    // Asking for the owner, unlike calling the name, does not make the bus start the service.
+    m_askForOwner.ask(busCall(QStringLiteral("GetNameOwner")) << m_name);
     askForActivatable();
 }
 
@@ -77,30 +75,31 @@ void BusService::loseBus()
     tell();
 }
 
-void BusService::askForOwner()
+bool BusService::takeOwner(const QDBusMessage &reply)
 {
-    m_bus.call(busCall(QStringLiteral("GetNameOwner")) << m_name, m_watcher.get(),
-               [this](const QDBusMessage &reply) {
-                   if (isSilence(reply))
-                       return askForOwner();
-                   const bool isReply = reply.type() == QDBusMessage::ReplyMessage;
-                   m_owner = isReply ? reply.arguments().value(0).toString() : QString();
-                   tell();
-               });
+    // A bus that hangs for a while would not tell by itself later, either.
+    if (MessageBus::isTimeout(reply))
+        return false;
+    const bool isReply = reply.type() == QDBusMessage::ReplyMessage;
+    m_owner = isReply ? reply.arguments().value(0).toString() : QString();
+    tell();
+    return true;
 }
 
 void BusService::askForActivatable()
 {
-    if (!m_watcher)
-        return; // a signal of the lost bus, still in the queue
-    m_bus.call(busCall(QStringLiteral("ListActivatableNames")), m_watcher.get(),
-               [this](const QDBusMessage &reply) {
-                   if (isSilence(reply))
-                       return askForActivatable();
-                   // An error has a text where the list would be, which is none of its names.
-                   m_isActivatable = reply.arguments().value(0).toStringList().contains(m_name);
-                   tell();
-               });
+    if (m_watcher) // else a signal of the lost bus, still in the queue
+        m_askForActivatable.ask(busCall(QStringLiteral("ListActivatableNames")));
+}
+
+bool BusService::takeActivatable(const QDBusMessage &reply)
+{
+    if (MessageBus::isTimeout(reply))
+        return false;
+    // An error has a text where the list would be, which is none of its names.
+    m_isActivatable = reply.arguments().value(0).toStringList().contains(m_name);
+    tell();
+    return true;
 }
 
 void BusService::tell()

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/MessageBus.h"
+#include "Platform/Linux/BusQuestion.h"
 
 #include <QDBusServiceWatcher>
 
@@ -36,12 +36,15 @@ private slots:
 private:
     void follow();
     void loseBus();
-    void askForOwner();
+    bool takeOwner(const QDBusMessage &reply);
+    bool takeActivatable(const QDBusMessage &reply);
     void tell();
 
     MessageBus &m_bus;
     QString m_name;
     std::unique_ptr<QDBusServiceWatcher> m_watcher; ///< of the present connection
+    BusQuestion m_askForOwner;
+    BusQuestion m_askForActivatable;
     std::optional<QString> m_owner;
     std::optional<bool> m_isActivatable;
     bool m_wasAvailable = false;

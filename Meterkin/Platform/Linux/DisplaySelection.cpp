@@ -18,11 +18,9 @@ bool x11Answers()
 
 } // namespace
 
-bool selectDisplay()
+const char *selectDisplay()
 {
-    qputenv("QT_QPA_PLATFORMTHEME", QByteArrayLiteral("generic"));
     if (x11Answers())
-        return qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("xcb"));
-    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY")
-        && qputenv("QT_QPA_PLATFORM", QByteArrayLiteral("wayland"));
+        return "xcb";
+    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ? "wayland" : nullptr;
 }

@@ -17,6 +17,12 @@ const QString textKey = QStringLiteral("text-scaling-factor");
 constexpr double LeastTextScale = 0.5; // what desktops offer, and a bound for what they may send
 constexpr double MostTextScale = 3.0;
 
+QDBusMessage readCall(const QString &group, const QString &key)
+{
+    return QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"))
+        << group << key;
+}
+
 /// Read() wraps its answer in one variant more than the signal does.
 QVariant unwrapped(QVariant value)
 {
@@ -52,6 +58,12 @@ LinuxAppearance::LinuxAppearance(MessageBus &bus, TextScale source, QObject *par
     : DesktopAppearance(parent)
     , m_bus(bus)
     , m_source(source)
+    , m_askForScheme(bus,
+                     [this](const QDBusMessage &reply) {
+                         return takeReply(appearanceGroup, schemeKey, reply);
+                     })
+    , m_askForTextScale(
+          bus, [this](const QDBusMessage &reply) { return takeReply(textGroup, textKey, reply); })
 {
     // Connecting the slot to the bus fails as long as nobody has used this type.
     qRegisterMetaType<QDBusVariant>();
@@ -88,20 +100,16 @@ void LinuxAppearance::follow()
 
 void LinuxAppearance::ask()
 {
-    ask(appearanceGroup, schemeKey);
+    m_askForScheme.ask(readCall(appearanceGroup, schemeKey));
     if (m_source == TextScale::FromPortal)
-        ask(textGroup, textKey);
+        m_askForTextScale.ask(readCall(textGroup, textKey));
 }
 
-void LinuxAppearance::ask(const QString &group, const QString &key)
+bool LinuxAppearance::takeReply(const QString &group, const QString &key, const QDBusMessage &reply)
 {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"));
-    call << group << key;
-    m_bus.call(call, m_portal.get(), [this, group, key](const QDBusMessage &reply) {
-        if (reply.type() == QDBusMessage::ReplyMessage)
-            take(group, key, QDBusVariant(reply.arguments().value(0)));
-    });
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        take(group, key, QDBusVariant(reply.arguments().value(0)));
+    return !MessageBus::isTimeout(reply);
 }
 
 void LinuxAppearance::take(const QString &group, const QString &key, const QDBusVariant &value)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
-#include "Platform/Linux/MessageBus.h"
+#include "Platform/Linux/BusQuestion.h"
 
 #include <QDBusServiceWatcher>
 #include <QDBusVariant>
@@ -42,11 +42,13 @@ private:
 
     void follow();
     void ask();
-    void ask(const QString &group, const QString &key);
+    bool takeReply(const QString &group, const QString &key, const QDBusMessage &reply);
 
     MessageBus &m_bus;
     TextScale m_source;
     std::unique_ptr<QDBusServiceWatcher> m_portal;
+    BusQuestion m_askForScheme;
+    BusQuestion m_askForTextScale;
     Scheme m_scheme = Scheme::NoPreference;
     bool m_isThemeDark = false;
     double m_textScale = 1.0;

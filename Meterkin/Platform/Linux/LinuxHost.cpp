@@ -11,14 +11,18 @@
 #include <cstdlib>
 #include <utility>
 
-void ProgramHost::prepare()
+QByteArrayList ProgramHost::prepare()
 {
-    if (!selectDisplay()) {
+    const char *platform = selectDisplay();
+    if (platform == nullptr) {
         std::fputs("meterkin: no display: start it inside a desktop session\n", stderr);
         std::exit(EXIT_FAILURE);
     }
-    selectBus();
     useBatchScheduling();
+    selectBus();
+    // Not through the environment, which the programs that we start would inherit. A desktop's
+    // theme plugins would pull whole toolkits into the process.
+    return {"-platform", platform, "-platformtheme", "generic"};
 }
 
 std::unique_ptr<ProgramHost> ProgramHost::make()
@@ -33,6 +37,11 @@ LinuxHost::LinuxHost()
     QObject::connect(
         qGuiApp, &QGuiApplication::saveStateRequest, qGuiApp,
         [](QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); });
+}
+
+LinuxHost::~LinuxHost()
+{
+    useOriginalScheduling(); // what comes now may be a restart
 }
 
 bool LinuxHost::isFirstInstance(std::function<void()> startedAgain)

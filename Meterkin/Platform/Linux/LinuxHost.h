@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/LinkOpener.h"
 #include "Platform/Linux/LinuxPlatform.h"
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/TerminationSignals.h"
@@ -9,6 +10,7 @@
 class LinuxHost : public ProgramHost {
 public:
     LinuxHost();
+    ~LinuxHost() override;
 
     bool isFirstInstance(std::function<void()> startedAgain) override;
     Platform &platform() override;
@@ -16,6 +18,7 @@ public:
 
 private:
     TerminationSignals m_signals;
+    LinkOpener m_links;
     SingleInstance m_instance;
     std::unique_ptr<LinuxPlatform> m_platform; ///< once it has been asked for
 };

@@ -7,7 +7,6 @@
 #include <QPointer>
 #include <QThread>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -37,13 +36,18 @@ QString MessageBus::address(Kind kind)
     return QStringLiteral("unix:path=") + socket;
 }
 
+bool MessageBus::isTimeout(const QDBusMessage &reply)
+{
+    return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);
+}
+
 MessageBus::MessageBus(Kind kind, BusPatience patience, QObject *parent)
     : QObject(parent)
     , m_kind(kind)
     , m_patience(patience)
-    , m_retryMilliseconds(patience.firstRetry)
+    , m_retry(std::chrono::milliseconds(patience.firstRetry),
+              std::chrono::milliseconds(patience.longestRetry))
 {
-    m_retry.setSingleShot(true);
     m_retry.setTimerType(Qt::VeryCoarseTimer);
     connect(&m_retry, &QTimer::timeout, this, &MessageBus::open);
     open();
@@ -73,8 +77,7 @@ void MessageBus::open()
 {
     const QString address = MessageBus::address(m_kind);
     if (address.isEmpty()) {
-        m_retryMilliseconds = m_patience.longestRetry;
-        retryLater();
+        m_retry.start(m_patience.longestRetry);
         return;
     }
     // Connecting waits for the bus, for ever if need be, and with it all connections of the kit,
@@ -104,10 +107,10 @@ void MessageBus::adopt(const QString &name)
                            QStringLiteral("Disconnected"), this, SLOT(handleLoss()));
     if (!followed || !connection.isConnected()) {
         QDBusConnection::disconnectFromBus(name);
-        retryLater();
+        m_retry.retry();
         return;
     }
-    m_retryMilliseconds = m_patience.firstRetry;
+    m_retry.reset();
     m_connection = connection;
     emit connected(connection);
 }
@@ -120,11 +123,5 @@ void MessageBus::handleLoss()
     m_connection.reset();
     emit disconnected();
     QDBusConnection::disconnectFromBus(name);
-    retryLater();
-}
-
-void MessageBus::retryLater()
-{
-    m_retry.start(m_retryMilliseconds);
-    m_retryMilliseconds = std::min(2 * m_retryMilliseconds, m_patience.longestRetry);
+    m_retry.retry();
 }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "Platform/Linux/RetryTimer.h"
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QObject>
-#include <QTimer>
 
 #include <functional>
 #include <optional>
@@ -30,6 +31,8 @@ public:
 
     /// Where the bus listens; empty when there is none.
     static QString address(Kind kind);
+    /// Whether nobody has answered in time; an answer may still be had later.
+    static bool isTimeout(const QDBusMessage &reply);
 
     /// Begins to connect; connected() follows once the event loop runs.
     explicit MessageBus(Kind kind = Kind::Session, BusPatience patience = {},
@@ -57,11 +60,9 @@ private slots:
 private:
     void open();
     void adopt(const QString &name);
-    void retryLater();
 
     Kind m_kind;
     BusPatience m_patience;
     std::optional<QDBusConnection> m_connection;
-    QTimer m_retry;
-    int m_retryMilliseconds;
+    RetryTimer m_retry;
 };

@@ -33,10 +33,11 @@ NotificationServer::NotificationServer(MessageBus &bus, const QString &owner, QO
     , m_owner(owner)
 {
     QDBusConnection connection = *bus.connection();
-    connection.connect(owner, path, Service, QStringLiteral("ActionInvoked"), this,
-                       SLOT(handleAction(uint, QString)));
-    connection.connect(owner, path, Service, QStringLiteral("NotificationClosed"), this,
-                       SLOT(handleClosed(uint, uint)));
+    // From any sender: to name the sender here would mean to wait for the bus.
+    connection.connect(QString(), path, Service, QStringLiteral("ActionInvoked"), this,
+                       SLOT(handleAction(QDBusMessage)));
+    connection.connect(QString(), path, Service, QStringLiteral("NotificationClosed"), this,
+                       SLOT(handleClosed(QDBusMessage)));
 }
 
 void NotificationServer::post(const NotificationRecord &record)
@@ -87,9 +88,12 @@ void NotificationServer::postNext(const QString &identifier, const Capabilities 
     });
 }
 
-void NotificationServer::handleAction(uint number, const QString &action)
+void NotificationServer::handleAction(const QDBusMessage &message)
 {
-    if (number == 0 || action != defaultAction)
+    if (message.service() != m_owner || message.signature() != u"us")
+        return;
+    const uint number = message.arguments()[0].toUInt();
+    if (number == 0 || message.arguments()[1] != defaultAction)
         return;
     for (const auto &[identifier, listing] : m_listings) {
         if (listing.number == number) {
@@ -99,8 +103,11 @@ void NotificationServer::handleAction(uint number, const QString &action)
     }
 }
 
-void NotificationServer::handleClosed(uint number, uint /*reason*/)
+void NotificationServer::handleClosed(const QDBusMessage &message)
 {
+    if (message.service() != m_owner || message.signature() != u"uu")
+        return;
+    const uint number = message.arguments()[0].toUInt();
     for (auto &[identifier, listing] : m_listings) {
         if (listing.number == number)
             listing.number = 0;

@@ -27,8 +27,8 @@ signals:
     void clicked(const QString &identifier);
 
 private slots:
-    void handleAction(uint number, const QString &action);
-    void handleClosed(uint number, uint reason);
+    void handleAction(const QDBusMessage &message);
+    void handleClosed(const QDBusMessage &message);
 
 private:
     struct Capabilities {

@@ -11,6 +11,9 @@ namespace {
 
 constexpr int MaximumFailures = 3;
 constexpr int RetryMilliseconds = 1000;
+// The panel may only have been slow. Each chance takes the item from where it stands meanwhile.
+constexpr std::chrono::seconds FirstChance{10};
+constexpr std::chrono::minutes LongestUntilChance{10};
 constexpr int RegistrationTimeoutMilliseconds = 3000;
 constexpr int ClickedSize = 2; // logical pixels around the click
 
@@ -41,6 +44,7 @@ NotifierItem::NotifierItem(MessageBus &bus, TitlePainter &painter, QObject *pare
     , m_bus(bus)
     , m_painter(painter)
     , m_watcher(bus)
+    , m_nextChance(FirstChance, LongestUntilChance)
 {
     connect(&m_watcher, &NotifierWatcher::hostChanged, this, &NotifierItem::handleWatcher);
     connect(&bus, &MessageBus::disconnected, this, [this] {
@@ -50,6 +54,10 @@ NotifierItem::NotifierItem(MessageBus &bus, TitlePainter &painter, QObject *pare
     m_retry.setSingleShot(true);
     m_retry.setInterval(RetryMilliseconds);
     connect(&m_retry, &QTimer::timeout, this, &NotifierItem::present);
+    connect(&m_nextChance, &QTimer::timeout, this, [this] {
+        m_refusedBy.clear();
+        updateAvailability();
+    });
 }
 
 NotifierItem::~NotifierItem()
@@ -164,10 +172,12 @@ void NotifierItem::registerWithPanel()
     m_bus.call(
         call, m_interface.get(),
         [this](const QDBusMessage &reply) {
-            if (reply.type() == QDBusMessage::ReplyMessage)
+            if (reply.type() == QDBusMessage::ReplyMessage) {
                 m_failures = 0;
-            else
+                m_nextChance.reset();
+            } else {
                 handleFailure();
+            }
         },
         RegistrationTimeoutMilliseconds);
 }
@@ -181,6 +191,7 @@ void NotifierItem::handleFailure()
         return;
     }
     m_refusedBy = panel;
+    m_nextChance.retry();
     updateAvailability();
 }
 

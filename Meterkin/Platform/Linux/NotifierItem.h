@@ -45,8 +45,9 @@ private:
     std::unique_ptr<NotifierInterface> m_interface;
     std::unique_ptr<NotifierMenu> m_menu;
     QString m_presentedTo; ///< the panel's unique bus name
-    QString m_refusedBy; ///< the unique bus name of a panel that never took the item
+    QString m_refusedBy; ///< the unique bus name of a panel that has not taken the item, for now
     int m_failures = 0;
     QTimer m_retry;
+    RetryTimer m_nextChance; ///< for a panel that never took the item
     std::optional<QPoint> m_clickedAt; ///< as the panel gave it
 };

@@ -43,14 +43,14 @@ const QString NotifierWatcher::Interface = service;
 NotifierWatcher::NotifierWatcher(MessageBus &bus, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
+    , m_service(bus, service)
+    , m_question(bus, [this](const QDBusMessage &reply) { return take(reply); })
 {
-    connect(&bus, &MessageBus::connected, this, &NotifierWatcher::follow);
-    connect(&bus, &MessageBus::disconnected, this, [this] {
-        m_services.reset();
-        setOwner(QString());
-    });
+    connect(&m_service, &BusService::changed, this,
+            [this] { setOwner(m_service.owner().value_or(QString())); });
+    connect(&bus, &MessageBus::connected, this, &NotifierWatcher::followSignals);
     if (bus.connection())
-        follow();
+        followSignals();
 }
 
 NotifierHostKind NotifierWatcher::kindOfProcess(QStringView processName)
@@ -62,30 +62,16 @@ NotifierHostKind NotifierWatcher::kindOfProcess(QStringView processName)
     return NotifierHostKind::Square;
 }
 
-void NotifierWatcher::follow()
+void NotifierWatcher::followSignals()
 {
     QDBusConnection connection = *m_bus.connection();
-    m_services = std::make_unique<QDBusServiceWatcher>(service, connection,
-                                                       QDBusServiceWatcher::WatchForOwnerChange);
-    connect(m_services.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
-            [this](const QString &, const QString &, const QString &owner) { setOwner(owner); });
-
     // From any sender: to name the sender here would mean to wait for the bus, and all a signal
     // does is to make us ask.
     for (const QString &signal : {QStringLiteral("StatusNotifierHostRegistered"),
                                   QStringLiteral("StatusNotifierHostUnregistered")})
-        connection.connect(QString(), Path, Interface, signal, this, SLOT(askForHost()));
+        connection.connect(QString(), Path, Interface, signal, this, SLOT(ask()));
     connection.connect(QString(), Path, propertiesInterface, QStringLiteral("PropertiesChanged"),
-                       this, SLOT(askForHost()));
-
-    // Asking for the owner, unlike calling the name, does not make the bus start a watcher.
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(busName, busPath, busName, QStringLiteral("GetNameOwner"));
-    call << service;
-    m_bus.call(call, m_services.get(), [this](const QDBusMessage &reply) {
-        if (reply.type() == QDBusMessage::ReplyMessage)
-            setOwner(reply.arguments().value(0).toString());
-    });
+                       this, SLOT(ask()));
 }
 
 void NotifierWatcher::setOwner(const QString &owner)
@@ -93,43 +79,45 @@ void NotifierWatcher::setOwner(const QString &owner)
     if (owner == m_owner)
         return;
     m_owner = owner;
+    m_question.cancel();
     m_hostKind.reset();
     m_hostRegistered = false;
     update();
-    if (m_owner.isEmpty())
-        return;
-    askForKind();
-    askForHost();
+    ask();
 }
 
-void NotifierWatcher::askForKind()
+void NotifierWatcher::ask()
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(
-        busName, busPath, busName, QStringLiteral("GetConnectionUnixProcessID"));
-    call << m_owner;
-    m_bus.call(call, this, [this, owner = m_owner](const QDBusMessage &reply) {
-        if (owner != m_owner)
-            return;
+    if (m_owner.isEmpty())
+        return;
+    QDBusMessage call = m_hostKind
+        ? QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface, QStringLiteral("Get"))
+        : QDBusMessage::createMethodCall(busName, busPath, busName,
+                                         QStringLiteral("GetConnectionUnixProcessID"));
+    if (m_hostKind)
+        call << Interface << QStringLiteral("IsStatusNotifierHostRegistered");
+    else
+        call << m_owner;
+    m_question.ask(call);
+}
+
+bool NotifierWatcher::take(const QDBusMessage &reply)
+{
+    const QVariant answer = reply.arguments().value(0);
+    if (!m_hostKind) {
+        if (MessageBus::isTimeout(reply))
+            return false;
         // An error leaves process 0, which has no name: a square.
-        m_hostKind = kindOfProcess(processName(reply.arguments().value(0).toUInt()));
-        update();
-    });
-}
-
-void NotifierWatcher::askForHost()
-{
-    if (m_owner.isEmpty())
-        return;
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface, QStringLiteral("Get"));
-    call << Interface << QStringLiteral("IsStatusNotifierHostRegistered");
-    m_bus.call(call, this, [this, owner = m_owner](const QDBusMessage &reply) {
-        if (owner != m_owner)
-            return;
-        m_hostRegistered = reply.type() == QDBusMessage::ReplyMessage
-            && reply.arguments().value(0).value<QDBusVariant>().variant().toBool();
-        update();
-    });
+        m_hostKind = kindOfProcess(processName(answer.toUInt()));
+        ask();
+        return true;
+    }
+    // Nothing else would tell when a watcher that is not ready yet, or hangs, has come round.
+    if (reply.type() != QDBusMessage::ReplyMessage)
+        return false;
+    m_hostRegistered = answer.value<QDBusVariant>().variant().toBool();
+    update();
+    return true;
 }
 
 void NotifierWatcher::update()

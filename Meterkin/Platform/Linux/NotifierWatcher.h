@@ -1,10 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/MessageBus.h"
+#include "Platform/Linux/BusService.h"
 
-#include <QDBusServiceWatcher>
-
-#include <memory>
 #include <optional>
 
 /// What a panel makes of a notifier item.
@@ -41,16 +38,17 @@ signals:
     void hostChanged();
 
 private slots:
-    void askForHost();
+    void ask();
 
 private:
-    void follow();
+    void followSignals();
     void setOwner(const QString &owner);
-    void askForKind();
+    bool take(const QDBusMessage &reply);
     void update();
 
     MessageBus &m_bus;
-    std::unique_ptr<QDBusServiceWatcher> m_services;
+    BusService m_service;
+    BusQuestion m_question; ///< for the kind, and then for the host
     QString m_owner;
     std::optional<NotifierHostKind> m_hostKind;
     bool m_hostRegistered = false;

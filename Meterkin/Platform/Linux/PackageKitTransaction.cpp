@@ -102,10 +102,10 @@ void PackageKitTransaction::begin(const QDBusMessage &created, Manner manner,
     connect(m_service.get(), &QDBusServiceWatcher::serviceUnregistered, this, [this] {
         finish({PackageKitResult::Ending::Failed, PackageKitError::ServiceEnded, QString()});
     });
-    // By the unique name, so that nobody else can speak for the service.
-    connection.connect(m_owner, m_path, interface, QString(), this,
+    // From any sender: to name the sender here would mean to wait for the bus.
+    connection.connect(QString(), m_path, interface, QString(), this,
                        SLOT(handleSignal(QDBusMessage)));
-    connection.connect(m_owner, m_path, propertiesInterface, QStringLiteral("PropertiesChanged"),
+    connection.connect(QString(), m_path, propertiesInterface, QStringLiteral("PropertiesChanged"),
                        this, SLOT(handleProperties(QDBusMessage)));
 
     QDBusMessage hinting = methodCall(interface, QStringLiteral("SetHints"));
@@ -141,7 +141,7 @@ QDBusMessage PackageKitTransaction::methodCall(const QString &methodInterface,
 
 void PackageKitTransaction::handleSignal(const QDBusMessage &message)
 {
-    if (m_hasEnded)
+    if (m_hasEnded || message.service() != m_owner)
         return;
     m_silence.start();
     const QString name = message.member();
@@ -177,7 +177,7 @@ void PackageKitTransaction::handleSignal(const QDBusMessage &message)
 
 void PackageKitTransaction::handleProperties(const QDBusMessage &message)
 {
-    if (m_hasEnded || message.signature() != u"sa{sv}as")
+    if (m_hasEnded || message.service() != m_owner || message.signature() != u"sa{sv}as")
         return;
     m_silence.start();
     takeProperties(qdbus_cast<QVariantMap>(message.arguments()[1]));

@@ -170,6 +170,8 @@ void PortalHotkey::introduce()
     QDBusMessage call = portalCall(registryInterface, QStringLiteral("Register"));
     call << applicationIdentifier << QVariantMap();
     const auto proceed = [this](const QDBusMessage &reply) {
+        if (MessageBus::isTimeout(reply))
+            return introduce();
         // No portal answers from a unique name: the bus does in its place, or the clock.
         if (!reply.service().startsWith(u':'))
             return;

@@ -1,11 +1,10 @@
 #include "Platform/macOS/MacHost.h"
 
-#include <QByteArray>
-
-void ProgramHost::prepare()
+QByteArrayList ProgramHost::prepare()
 {
     // The kit would bring us to the front at each start, where we only sit in the menu bar.
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", QByteArrayLiteral("1"));
+    return {};
 }
 
 std::unique_ptr<ProgramHost> ProgramHost::make()
