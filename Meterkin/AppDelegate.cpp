@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr double DefaultInterval = 3.0; // seconds
 constexpr double AnimationDuration = 0.5; // seconds
 constexpr std::chrono::milliseconds AnimationPeriod{33}; // 30 steps a second
 constexpr std::chrono::milliseconds OnboardingDelay{500};
@@ -95,8 +94,7 @@ void AppDelegate::applicationDidFinishLaunching()
         if (self)
             self->handleTick();
     };
-    const double interval = m_settingsVM.updateInterval();
-    m_collector.start(interval > 0.0 ? interval : DefaultInterval);
+    m_collector.start(m_settingsVM.intervalInEffect());
 
     m_displaySettingsObserver = std::make_unique<ObservationScope>(
         [this] {

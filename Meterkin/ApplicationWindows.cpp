@@ -66,7 +66,10 @@ void ApplicationWindows::openSettings(const DashboardViewModel &model)
 std::unique_ptr<QQuickWindow>
 ApplicationWindows::makeSettingsWindow(const DashboardViewModel &model)
 {
-    m_recorder = std::make_unique<HotkeyRecorder>(m_settings, m_platform.keyDownMonitor());
+    m_recorder = std::make_unique<HotkeyRecorder>(
+        m_settings,
+        HotkeyRecorder::Dependencies{m_platform.keyDownMonitor(), m_platform.hotkeyRegistrar(),
+                                     m_platform.keyboardLayout()});
     std::unique_ptr<QQuickItem> view = engine().create(
         QStringLiteral("Views/Settings/SettingsView"),
         {{QStringLiteral("settings"), QVariant::fromValue(&m_settings)},

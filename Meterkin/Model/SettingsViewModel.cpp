@@ -1,6 +1,7 @@
 #include "Model/SettingsViewModel.h"
 
 #include "Platform/DefaultsStore.h"
+#include "Sampling/SamplingInterval.h"
 
 #include <QVariantMap>
 
@@ -108,6 +109,11 @@ SettingsViewModel::SettingsViewModel(DefaultsStore &store, QObject *parent)
     }
 METERKIN_SETTINGS(DEFINE_SETTER)
 #undef DEFINE_SETTER
+
+double SettingsViewModel::intervalInEffect() const
+{
+    return ::intervalInEffect(updateInterval());
+}
 
 Thresholds SettingsViewModel::thresholds(SystemMetric metric) const
 {

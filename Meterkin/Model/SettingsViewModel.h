@@ -60,6 +60,7 @@ class SettingsViewModel : public QObject {
     Q_OBJECT
 
     METERKIN_SETTINGS(METERKIN_SETTING_PROPERTY)
+    Q_PROPERTY(double intervalInEffect READ intervalInEffect NOTIFY updateIntervalChanged FINAL)
 
     Q_PROPERTY(QString storageProblem READ storageProblem NOTIFY storageProblemChanged BINDABLE
                    bindableStorageProblem FINAL)
@@ -68,6 +69,9 @@ public:
     /// Registers the defaults, then loads. An integer that does not fit its setting ends the
     /// program. The store outlives the model.
     explicit SettingsViewModel(DefaultsStore &store, QObject *parent = nullptr);
+
+    /// What updateInterval comes to, in seconds; reading it counts as reading the setting.
+    double intervalInEffect() const;
 
     /// The thresholds of one kind; reading them counts as reading both settings.
     Thresholds thresholds(SystemMetric metric) const;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QProperty>
+
 #include <cstdint>
 #include <functional>
 
@@ -27,20 +29,34 @@ struct HotkeyCombination {
     bool operator==(const HotkeyCombination &) const = default;
 };
 
+/// Why the hot key that is wanted does not work now.
+enum class HotkeyObstacle {
+    None, ///< it works, or is still being asked for, or none is wanted
+    MissingKey, ///< on the present keyboard
+    OtherProgram, ///< has the combination
+    NoService, ///< nothing that binds hot keys is there
+    Refused, ///< by the user or the system
+};
+
 /// Binds one key combination over all programs. Main thread only.
 class HotkeyRegistrar {
 public:
     virtual ~HotkeyRegistrar() = default;
 
-    /// `pressed` runs on the main thread at each press, until it is removed; it may remove or
-    /// replace itself while it runs. At most one handler at a time. False when it failed.
-    virtual bool installPressHandler(std::function<void()> pressed) = 0;
-    virtual void removePressHandler() = 0;
+    /// In place of any earlier one. `pressed` runs on the main thread at each press until then or
+    /// until unbind(); it may bind or unbind while it runs. What is refused stays wanted: it is
+    /// bound later where the system allows that.
+    virtual void bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
+                      std::function<void()> pressed) = 0;
+    /// Fine to call when nothing is bound.
+    virtual void unbind() = 0;
 
-    /// At most one hot key at a time. False when it is known at once that it will not work; a
-    /// system that answers later and refuses leaves a hot key that does nothing.
-    virtual bool registerHotkey(const HotkeyCombination &combination,
-                                const HotkeyIdentifier &identifier) = 0;
-    /// Only after a successful registerHotkey().
-    virtual void unregisterHotkey() = 0;
+    /// A binding that asks follows.
+    HotkeyObstacle obstacle() const { return m_obstacle; }
+
+protected:
+    void setObstacle(HotkeyObstacle obstacle) { m_obstacle = obstacle; }
+
+private:
+    QProperty<HotkeyObstacle> m_obstacle{HotkeyObstacle::None};
 };

@@ -7,6 +7,7 @@
 #include "Platform/HotkeyRegistrar.h"
 #include "Platform/InformationAlert.h"
 #include "Platform/KeyDownMonitor.h"
+#include "Platform/KeyboardLayout.h"
 #include "Platform/LoginItem.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/PageCounters.h"
@@ -51,6 +52,7 @@ public:
     virtual PopoverContainer *popover() { return nullptr; }
     virtual WindowStyle *windowStyle() { return nullptr; }
     virtual KeyDownMonitor *keyDownMonitor() { return nullptr; }
+    virtual KeyboardLayout *keyboardLayout() { return nullptr; }
     virtual DesktopAppearance *desktopAppearance() { return nullptr; }
     virtual std::shared_ptr<DiskImages> diskImages() { return nullptr; }
     virtual InformationAlert *informationAlert() { return nullptr; }

@@ -1,17 +1,14 @@
 #include "Sampling/MetricCollector.h"
 
 #include "Sampling/MetricSampler.h"
+#include "Sampling/SamplingInterval.h"
 
 #include <algorithm>
 #include <atomic>
-#include <limits>
 #include <mutex>
 #include <utility>
 
 namespace {
-
-constexpr double ShortestInterval = 0.1; // seconds
-constexpr double LongestInterval = std::numeric_limits<int>::max() / 1000.0;
 
 int millisecondsOf(double interval)
 {

@@ -24,18 +24,12 @@ HotkeyManager::~HotkeyManager()
 void HotkeyManager::registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                    std::function<void()> callback)
 {
-    unregister();
-    if (m_registrar == nullptr || !m_registrar->installPressHandler(std::move(callback)))
-        return;
-    m_isBound = m_registrar->registerHotkey({keyCode, modifiers}, OurHotkey);
-    if (!m_isBound)
-        m_registrar->removePressHandler();
+    if (m_registrar != nullptr)
+        m_registrar->bind({keyCode, modifiers}, OurHotkey, std::move(callback));
 }
 
 void HotkeyManager::unregister()
 {
-    if (!std::exchange(m_isBound, false))
-        return;
-    m_registrar->unregisterHotkey();
-    m_registrar->removePressHandler();
+    if (m_registrar != nullptr)
+        m_registrar->unbind();
 }

@@ -2,27 +2,52 @@
 
 #include "Model/SettingsViewModel.h"
 #include "Platform/KeyDownMonitor.h"
+#include "Platform/KeyboardLayout.h"
 #include "Services/HotkeyText.h"
+
+#include <QStringList>
 
 namespace {
 
 constexpr std::uint32_t Qualifying =
     EventModifier::command | EventModifier::option | EventModifier::control;
 
+QString obstacleText(HotkeyObstacle obstacle)
+{
+    switch (obstacle) {
+    case HotkeyObstacle::None:
+        break;
+    case HotkeyObstacle::MissingKey:
+        return QStringLiteral("Not available now: this keyboard has no such key.");
+    case HotkeyObstacle::OtherProgram:
+        return QStringLiteral("Not available now: another program uses it.");
+    case HotkeyObstacle::NoService:
+        return QStringLiteral("Not available now: this desktop offers no global hotkeys.");
+    case HotkeyObstacle::Refused:
+        return QStringLiteral("Not available now: the system has refused it.");
+    }
+    return QString();
+}
+
 } // namespace
 
-HotkeyRecorder::HotkeyRecorder(SettingsViewModel &settings, KeyDownMonitor *monitor,
-                               QObject *parent)
-    : QObject(parent)
-    , m_settings(settings)
-    , m_monitor(monitor)
+HotkeyRecorder::HotkeyRecorder(SettingsViewModel &settings, const Dependencies &dependencies)
+    : m_settings(settings)
+    , m_dependencies(dependencies)
 {
-    m_isSet.setBinding(
-        [this] { return m_settings.hotkeyKeyCode() != 0 || m_settings.hotkeyModifiers() != 0; });
-    m_displayText.setBinding([this] {
-        return m_isSet
-            ? modifierSymbols(m_settings.hotkeyModifiers()) + keyName(m_settings.hotkeyKeyCode())
-            : QStringLiteral("Not set");
+    m_combination.setBinding([this] {
+        return HotkeyCombination{m_settings.hotkeyKeyCode(), m_settings.hotkeyModifiers()};
+    });
+    m_isSet.setBinding([this] { return m_combination.value() != HotkeyCombination(); });
+    m_displayText.setBinding(
+        [this] { return m_isSet ? textOf(m_combination) : QStringLiteral("Not set"); });
+    m_warning.setBinding([this] { return warning(); });
+    m_remark.setBinding([this] {
+        QStringList lines{m_warning};
+        if (m_dependencies.registrar != nullptr)
+            lines.prepend(obstacleText(m_dependencies.registrar->obstacle()));
+        lines.removeAll(QString());
+        return lines.join(u'\n');
     });
     m_canClear.setBinding([this] { return !m_isRecording && m_settings.hotkeyKeyCode() != 0; });
 }
@@ -37,16 +62,16 @@ void HotkeyRecorder::record()
     if (m_isRecording)
         return;
     m_isRecording = true;
-    if (m_monitor != nullptr)
-        m_monitor->install([this](const KeyDown &key) { return capture(key); });
+    if (m_dependencies.monitor != nullptr)
+        m_dependencies.monitor->install([this](const KeyDown &key) { return capture(key); });
 }
 
 void HotkeyRecorder::cancel()
 {
     if (!m_isRecording)
         return;
-    if (m_monitor != nullptr)
-        m_monitor->remove();
+    if (m_dependencies.monitor != nullptr)
+        m_dependencies.monitor->remove();
     m_isRecording = false;
 }
 
@@ -64,4 +89,22 @@ bool HotkeyRecorder::capture(const KeyDown &key)
     m_settings.setHotkeyModifiers(carbonModifiers(key.flags));
     cancel();
     return true;
+}
+
+QString HotkeyRecorder::textOf(const HotkeyCombination &combination) const
+{
+    return m_dependencies.layout != nullptr
+        ? m_dependencies.layout->text(combination)
+        : modifierSymbols(combination.modifiers) + keyName(combination.keyCode);
+}
+
+QString HotkeyRecorder::warning() const
+{
+    const HotkeyCombination combination = m_combination;
+    if (combination.modifiers != CarbonModifier::control || combination.keyCode == 0)
+        return QString();
+    const QString key = textOf({combination.keyCode, 0});
+    if (key.size() != 1 || !key.front().isLetter())
+        return QString();
+    return QStringLiteral("While it is on, no other program gets %1.").arg(m_displayText);
 }

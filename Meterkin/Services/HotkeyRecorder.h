@@ -1,16 +1,19 @@
 #pragma once
 
+#include "Platform/HotkeyRegistrar.h"
+
 #include <QBindable>
 #include <QObject>
 #include <QProperty>
 #include <QString>
 
+class KeyboardLayout;
 class KeyDownMonitor;
 struct KeyDown;
 class SettingsViewModel;
 
-/// Records a new hot key from the keyboard into the settings and shows the one that is set. Main
-/// thread only.
+/// Records a new hot key from the keyboard into the settings and shows the one that is set, with
+/// what there is to know of it. Main thread only.
 class HotkeyRecorder : public QObject {
     Q_OBJECT
     /// Waits for a key.
@@ -18,18 +21,31 @@ class HotkeyRecorder : public QObject {
                    bindableIsRecording FINAL)
     Q_PROPERTY(QString displayText READ displayText NOTIFY displayTextChanged BINDABLE
                    bindableDisplayText FINAL)
+    /// Why it does not work now, and what it takes from other programs; empty when it works and
+    /// takes nothing of note.
+    Q_PROPERTY(QString remark READ remark NOTIFY remarkChanged BINDABLE bindableRemark FINAL)
     Q_PROPERTY(bool isSet READ isSet NOTIFY isSetChanged BINDABLE bindableIsSet FINAL)
     Q_PROPERTY(bool canClear READ canClear NOTIFY canClearChanged BINDABLE bindableCanClear FINAL)
 
 public:
-    /// Without a monitor no key ever ends the recording. Both outlive the recorder.
-    HotkeyRecorder(SettingsViewModel &settings, KeyDownMonitor *monitor, QObject *parent = nullptr);
+    /// What it is built on, each of which may be missing: keys to record, the obstacle to name,
+    /// this system's way of writing combinations.
+    struct Dependencies {
+        KeyDownMonitor *monitor = nullptr;
+        HotkeyRegistrar *registrar = nullptr;
+        KeyboardLayout *layout = nullptr;
+    };
+
+    /// The settings and the dependencies outlive the recorder.
+    HotkeyRecorder(SettingsViewModel &settings, const Dependencies &dependencies);
     ~HotkeyRecorder() override;
 
     bool isRecording() const { return m_isRecording; }
     QBindable<bool> bindableIsRecording() const { return &m_isRecording; }
     QString displayText() const { return m_displayText; }
     QBindable<QString> bindableDisplayText() const { return &m_displayText; }
+    QString remark() const { return m_remark; }
+    QBindable<QString> bindableRemark() const { return &m_remark; }
     bool isSet() const { return m_isSet; }
     QBindable<bool> bindableIsSet() const { return &m_isSet; }
     bool canClear() const { return m_canClear; }
@@ -44,18 +60,25 @@ public:
 signals:
     void isRecordingChanged();
     void displayTextChanged();
+    void remarkChanged();
     void isSetChanged();
     void canClearChanged();
 
 private:
     bool capture(const KeyDown &key);
+    QString textOf(const HotkeyCombination &combination) const;
+    QString warning() const;
 
     SettingsViewModel &m_settings;
-    KeyDownMonitor *m_monitor;
+    Dependencies m_dependencies;
+    // Qt 6.4 crashes over bindings that come to read more than four times.
+    QProperty<HotkeyCombination> m_combination;
+    QProperty<QString> m_warning; ///< of what is taken from other programs
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(HotkeyRecorder, bool, m_isRecording, false,
                                          &HotkeyRecorder::isRecordingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(HotkeyRecorder, QString, m_displayText,
                                &HotkeyRecorder::displayTextChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(HotkeyRecorder, QString, m_remark, &HotkeyRecorder::remarkChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(HotkeyRecorder, bool, m_isSet, false,
                                          &HotkeyRecorder::isSetChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(HotkeyRecorder, bool, m_canClear, false,

@@ -35,11 +35,14 @@ private slots:
     {
         QTest::addColumn<int>("installStatus");
         QTest::addColumn<int>("registerStatus");
+        QTest::addColumn<HotkeyObstacle>("obstacle");
         QTest::addColumn<QStringList>("calls");
         const QStringList replaced{Unregister, Remove, Install};
-        QTest::newRow("works") << 0 << 0 << (replaced + QStringList{Register});
-        QTest::newRow("no handler") << -9860 << 0 << replaced;
+        QTest::newRow("works") << 0 << 0 << HotkeyObstacle::None
+                               << (replaced + QStringList{Register});
+        QTest::newRow("no handler") << -9860 << 0 << HotkeyObstacle::Refused << replaced;
         QTest::newRow("no key") << 0 << static_cast<int>(eventHotKeyExistsErr)
+                                << HotkeyObstacle::OtherProgram
                                 << (replaced + QStringList{Register, Remove});
     }
     void oneHotkeyAtATime()
@@ -58,6 +61,7 @@ private slots:
             system.registerStatus = registerStatus;
             manager.registerHotkey(46, 0x1800, [&] { ++presses; });
             QTEST(CallLog::take(), "calls");
+            QTEST(registrar.obstacle(), "obstacle");
             QCOMPARE(installed(), std::pair(count, count));
             // Even one that is still on its way when nothing is installed any more.
             QCOMPARE(system.press(), noErr);
@@ -70,7 +74,7 @@ private slots:
     void pressWithoutRegistrarIsNotHandled()
     {
         CarbonHotkey registrar;
-        QVERIFY(registrar.installPressHandler([] {}));
+        registrar.bind({46, 0x1800}, {1, 1}, [] {});
         FakeHotkeys::manager().userData = nullptr;
         QCOMPARE(FakeHotkeys::manager().press(), -9874);
     }
@@ -103,8 +107,8 @@ private slots:
     {
         {
             CarbonHotkey registrar;
-            QVERIFY(registrar.installPressHandler([] {}));
-            QVERIFY(registrar.registerHotkey({46, 0x1800}, {1, 1}));
+            registrar.bind({46, 0x1800}, {1, 1}, [] {});
+            QCOMPARE(installed(), std::pair(1, 1));
         }
         QCOMPARE(installed(), std::pair(0, 0));
     }

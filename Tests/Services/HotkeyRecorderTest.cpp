@@ -2,6 +2,8 @@
 
 #include "Model/SettingsViewModel.h"
 #include "Platform/KeyDownMonitor.h"
+#include "Platform/KeyboardLayout.h"
+#include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
@@ -14,6 +16,13 @@ struct ScriptedMonitor : KeyDownMonitor {
 
     void install(std::function<bool(const KeyDown &)> added) override { handler = added; }
     void remove() override { handler = nullptr; }
+};
+
+struct ScriptedLayout : KeyboardLayout {
+    QString key; ///< every combination's text
+
+    QString write(const HotkeyCombination &) override { return key; }
+    using KeyboardLayout::handleChange;
 };
 
 } // namespace
@@ -34,7 +43,9 @@ private slots:
         QTest::newRow("control") << 40U << 0x40000U << QStringLiteral("40 4096 ^K");
         QTest::newRow("option") << 53U << 0x80000U << QStringLiteral("53 2048 ⌥Esc");
         QTest::newRow("command, caps lock") << 122U << 0x110000U << QStringLiteral("122 256 ⌘F1");
-        QTest::newRow("key code 0") << 0U << 0x120000U << QStringLiteral("0 768 ⇧⌘A");
+        QTest::newRow("key code 0") << 0U << 0x1E0000U << QStringLiteral("0 6912 ^⌥⇧⌘A");
+        QTest::newRow("no name") << 123U << 0x100000U << QStringLiteral("123 256 ⌘Key(123)");
+        QTest::newRow("all else") << 10U << 0xFFA8FFFFU << QStringLiteral("10 2048 ⌥Key(10)");
     }
     void captures()
     {
@@ -44,7 +55,7 @@ private slots:
         ScriptedStore store;
         SettingsViewModel settings(store);
         ScriptedMonitor monitor;
-        HotkeyRecorder recorder(settings, &monitor);
+        HotkeyRecorder recorder(settings, {.monitor = &monitor});
         recorder.record();
         QCOMPARE(monitor.handler({keyCode, flags}), !stored.isEmpty());
         QCOMPARE(recorder.isRecording(), stored.isEmpty());
@@ -55,24 +66,46 @@ private slots:
             written += write.value.toString() + u' ';
         QCOMPARE(written + recorder.displayText(),
                  stored.isEmpty() ? QStringLiteral("Not set") : stored);
+        recorder.cancel();
+        QVERIFY(!monitor.handler);
     }
 
-    void cancelsAndClears()
+    void remarks_data()
     {
+        QTest::addColumn<quint32>("modifiers");
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<HotkeyObstacle>("obstacle");
+        QTest::addColumn<QString>("said");
+        const QString another = QStringLiteral("Not available now: another program uses it.");
+        const QString letter = QStringLiteral("While it is on, no other program gets Ö.");
+        const auto row = [](const char *key, quint32 modifiers, HotkeyObstacle obstacle,
+                            const QString &said) {
+            QTest::addRow("%s %u %d", key, modifiers, static_cast<int>(obstacle))
+                << modifiers << QString::fromUtf8(key) << obstacle << said;
+        };
+        row("Ö", 0x1800, HotkeyObstacle::None, {});
+        row("Ö", 0x1000, HotkeyObstacle::None, letter);
+        row("1", 0x1000, HotkeyObstacle::None, {});
+        row("Left", 0x1000, HotkeyObstacle::OtherProgram, another);
+        row("Ö", 0x1000, HotkeyObstacle::OtherProgram, another + u'\n' + letter);
+    }
+    void remarks()
+    {
+        QFETCH(const quint32, modifiers);
+        QFETCH(const QString, key);
+        QFETCH(const HotkeyObstacle, obstacle);
         ScriptedStore store;
         SettingsViewModel settings(store);
         settings.setHotkeyKeyCode(46);
-        ScriptedMonitor monitor;
-        HotkeyRecorder recorder(settings, &monitor);
-        recorder.record();
-        QVERIFY(!recorder.canClear());
-        recorder.cancel();
-        QVERIFY(!monitor.handler && recorder.canClear());
-        store.writes.clear();
-        recorder.clear();
-        QCOMPARE(store.writes.first().key, QStringLiteral("hotkeyKeyCode"));
-        QCOMPARE(store.writes.size(), 2); // not whether it is enabled
-        QCOMPARE(recorder.displayText(), QStringLiteral("Not set"));
+        ScriptedHotkeyRegistrar registrar;
+        ScriptedLayout layout;
+        const HotkeyRecorder recorder(settings, {.registrar = &registrar, .layout = &layout});
+        settings.setHotkeyModifiers(modifiers);
+        layout.key = key;
+        layout.handleChange();
+        registrar.setObstacle(obstacle);
+        QCOMPARE(recorder.displayText(), key);
+        QTEST(recorder.remark(), "said");
     }
 };
 

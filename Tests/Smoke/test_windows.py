@@ -137,15 +137,6 @@ class TestSettings(WindowCase):
         self.key("Home", "Down", "Return")
         self.wait_for_setting("updateInterval", "3")
 
-        self.click_in(self.settings_window, 410, 324)     # "Record"
-        self.key("shift+k", "k")
-        self.assertEqual(self.setting("hotkeyKeyCode"), None)
-        self.key("ctrl+alt+k")
-        self.wait_for_setting("hotkeyKeyCode", "40")
-        self.wait_for_setting("hotkeyModifiers", str(0x1000 | 0x800))
-        self.click_in(self.settings_window, 410, 324)     # "Clear" by now
-        self.wait_for_setting("hotkeyModifiers", "0")
-
         self.click_in(self.settings_window, 190, 32)      # "Thresholds"
         self.click_in(self.settings_window, 427, 397)     # CPU, green, one step up
         self.wait_for_setting("cpuUsageGreen", "51")

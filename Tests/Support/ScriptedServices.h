@@ -64,32 +64,24 @@ private:
 
 class ScriptedHotkeyRegistrar : public HotkeyRegistrar {
 public:
-    bool installs = true; ///< whether the calls succeed
-    bool registers = true;
     QStringList calls;
 
-    bool installPressHandler(std::function<void()> pressed) override
-    {
-        calls << QStringLiteral("install");
-        if (installs)
-            m_pressed = std::move(pressed);
-        return installs;
-    }
-    void removePressHandler() override
-    {
-        calls << QStringLiteral("remove");
-        m_pressed = nullptr;
-    }
-    bool registerHotkey(const HotkeyCombination &combination,
-                        const HotkeyIdentifier &identifier) override
+    using HotkeyRegistrar::setObstacle;
+
+    void bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
+              std::function<void()> pressed) override
     {
         calls << QString::asprintf(
-            "register %u+0x%x as %c%c%c%c %u", combination.keyCode, combination.modifiers,
+            "bind %u+0x%x as %c%c%c%c %u", combination.keyCode, combination.modifiers,
             identifier.signature >> 24, identifier.signature >> 16 & 0xFF,
             identifier.signature >> 8 & 0xFF, identifier.signature & 0xFF, identifier.id);
-        return registers;
+        m_pressed = std::move(pressed);
     }
-    void unregisterHotkey() override { calls << QStringLiteral("unregister"); }
+    void unbind() override
+    {
+        calls << QStringLiteral("unbind");
+        m_pressed = nullptr;
+    }
 
     void press() const
     {

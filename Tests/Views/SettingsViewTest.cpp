@@ -5,8 +5,6 @@
 #include "Support/TestMain.h"
 #include "UpdaterController.h"
 
-#include <QFont>
-
 using namespace Qt::StringLiterals;
 
 class SettingsViewTest : public QObject {
@@ -23,7 +21,7 @@ private slots:
                           {u"updateInterval"_s, 2.0},
                           {u"hotkeyKeyCode"_s, 46}};
         m_settings = std::make_unique<SettingsViewModel>(m_store);
-        m_recorder = std::make_unique<HotkeyRecorder>(*m_settings, nullptr);
+        m_recorder = std::make_unique<HotkeyRecorder>(*m_settings, HotkeyRecorder::Dependencies{});
         QVariantMap given{{u"fanCount"_s, 0}, {u"version"_s, u"1"_s}, {u"projectLink"_s, QUrl()}};
         given[u"settings"_s] = QVariant::fromValue(m_settings.get());
         given[u"recorder"_s] = QVariant::fromValue(m_recorder.get());
@@ -38,8 +36,6 @@ private slots:
         m->click({u"Thresholds"_s, u"Alerts"_s, u"About"_s});
         QVERIFY(m->item(u"programName"_s)->isVisible() && !m->item(u"memoryGreen"_s)->isVisible());
         QVERIFY(!m->item(u"checkForUpdates"_s)->isEnabled());
-        for (const auto &[name, size] : {std::pair(u"hotkeyText"_s, 13), {u"record"_s, 11}})
-            QCOMPARE(m->item(name)->property("font").value<QFont>().pixelSize(), size);
         QCOMPARE(written(), QString());
     }
 
@@ -69,7 +65,9 @@ private slots:
         row("memoryGreen", u"60%"_s, {}); // what it showed, rounded
         row("memoryYellow", u"0"_s, u"1"_s);
         row("cpuUsageYellow", u"101"_s, u"100"_s);
-        row("cpuUsageYellow", u"12.5"_s, {});
+        row("cpuUsageYellow", u"12.5"_s, u"13"_s);
+        row("cpuUsageYellow", u"none"_s, {});
+        row("memoryYellow", u"99999999999999999999"_s, u"100"_s);
         row("cpuUsageGreen", u"up"_s, {}); // beyond the bound already
         row("cpuUsageGreen", u"down"_s, u"100"_s);
     }
@@ -112,12 +110,51 @@ private slots:
 
     void recordsWhileInSight()
     {
-        m->click({u"record"_s});
+        QQuickItem *record = m->item(u"record"_s);
+        const QRectF place = record->mapRectToScene(record->boundingRect());
+        m->click(record);
         QVERIFY(m_recorder->isRecording() && !m->item(u"clear"_s)->isVisible());
-        m->click({u"Alerts"_s});
+        m->press({Qt::Key_Escape});
         QVERIFY(!m_recorder->isRecording());
-        m->click({u"General"_s, u"clear"_s});
+        m->click({u"record"_s, u"Alerts"_s});
+        QVERIFY(!m_recorder->isRecording());
+        m->click({u"General"_s, u"record"_s});
+        const QPoint cancel = record->mapToScene(record->boundingRect().center()).toPoint();
+        for (int click = 0; click < 2; ++click) // whoever is quick must not clear
+            QTest::mouseClick(&m->window, Qt::LeftButton, {}, cancel);
+        m->press({Qt::Key_Escape});
+        QCOMPARE(written(), QString());
+        m->click({u"clear"_s});
         QCOMPARE(written(), u"hotkeyKeyCode=0 hotkeyModifiers=0"_s);
+        QCOMPARE(record->mapRectToScene(record->boundingRect()), place);
+    }
+
+    void keepsWhatWasTypedWhenItCloses()
+    {
+        m->click({u"Thresholds"_s});
+        QVERIFY(!m->item(u"memoryRemark"_s)->isVisible());
+        m->click(m->item(u"memoryGreen"_s)->findChild<QQuickItem *>(u"field"_s));
+        m->press({Qt::Key_9, Qt::Key_5});
+        m->window.close();
+        QCOMPARE(written(), u"memoryGreen=95"_s);
+        QVERIFY(m->item(u"memoryRemark"_s)->property("visible").toBool()); // above yellow
+    }
+
+    void showsTheIntervalInEffect_data()
+    {
+        QTest::addColumn<double>("stored");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("no number, or none") << 0.0 << u"3 seconds"_s;
+        QTest::newRow("negative") << -5.0 << u"3 seconds"_s;
+        QTest::newRow("NaN") << std::numeric_limits<double>::quiet_NaN() << u"3 seconds"_s;
+        QTest::newRow("below the floor") << 0.05 << u"0.1 seconds"_s;
+        QTest::newRow("none of the choices") << 2.5 << u"2.5 seconds"_s;
+    }
+    void showsTheIntervalInEffect()
+    {
+        QFETCH(const double, stored);
+        m_settings->setUpdateInterval(stored);
+        QTEST(m->item(u"updateInterval"_s)->property("displayText").toString(), "shown");
     }
 
 private:

@@ -20,3 +20,6 @@ std::string_view positionName(std::uint32_t virtualKeyCode);
 
 /// The way back; KeyDown::NoKeyCode for a name that is not known.
 std::uint32_t virtualKeyCodeNamed(std::string_view name);
+
+/// The symbol that an American keyboard has there, without modifiers; 0 when there is no such key.
+std::uint32_t ansiKeysym(std::uint32_t virtualKeyCode);

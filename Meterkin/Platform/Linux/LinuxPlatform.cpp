@@ -71,7 +71,8 @@ HotkeyRegistrar *LinuxPlatform::hotkeyRegistrar()
         if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
             m_hotkeyRegistrar = std::make_unique<X11Hotkey>(m_x11, m_keyboard);
         else
-            m_hotkeyRegistrar = std::make_unique<PortalHotkey>();
+            m_hotkeyRegistrar = std::make_unique<PortalHotkey>(
+                [this](std::uint32_t keyCode) { return m_keyboard.keysym(keyCode); });
     }
     return m_hotkeyRegistrar.get();
 }

@@ -38,6 +38,7 @@ public:
     PopoverContainer *popover() override { return &m_popover; }
     WindowStyle *windowStyle() override { return &m_windowStyle; }
     KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
+    KeyboardLayout *keyboardLayout() override { return &m_keyboard; }
     LoginItem *loginItem() override { return &m_loginItem; }
     HotkeyRegistrar *hotkeyRegistrar() override;
     DesktopAppearance *desktopAppearance() override { return &m_appearance; }

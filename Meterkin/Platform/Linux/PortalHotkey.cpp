@@ -1,6 +1,6 @@
 #include "Platform/Linux/PortalHotkey.h"
 
-#include "Platform/Linux/ShortcutTrigger.h"
+#include "Platform/Linux/CombinationText.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
@@ -26,6 +26,11 @@ const QString bindToken = QStringLiteral("meterkin_bind");
 
 /// A portal that our call starts first waits for services of its desktop; nobody waits for us.
 constexpr int CallMilliseconds = 60'000;
+
+/// Until the user is told that there is no portal.
+constexpr int NoPortalMilliseconds = 3'000;
+
+constexpr std::uint32_t LastOfLatin = 0xff; // a keysym
 
 /// Desktops remember a shortcut by this name, with its keys: under a name that stays, a combination
 /// that the user has recorded anew would never be proposed.
@@ -65,38 +70,34 @@ QDBusMessage portalCall(const QString &interface, const QString &method)
 
 } // namespace
 
-PortalHotkey::PortalHotkey(QObject *parent)
+PortalHotkey::PortalHotkey(FindKeysym findKeysym, QObject *parent)
     : QObject(parent)
+    , m_findKeysym(std::move(findKeysym))
 {
     m_start.setSingleShot(true);
     connect(&m_start, &QTimer::timeout, this, &PortalHotkey::openBus);
+    m_noPortal.setSingleShot(true);
+    m_noPortal.setInterval(NoPortalMilliseconds);
+    connect(&m_noPortal, &QTimer::timeout, this, [this] { giveUp(HotkeyObstacle::NoService); });
 }
 
-bool PortalHotkey::installPressHandler(std::function<void()> pressed)
+void PortalHotkey::bind(const HotkeyCombination &combination, const HotkeyIdentifier &,
+                        std::function<void()> pressed)
 {
-    m_pressed = std::move(pressed);
-    return true;
-}
-
-void PortalHotkey::removePressHandler()
-{
-    m_pressed = nullptr;
-}
-
-bool PortalHotkey::registerHotkey(const HotkeyCombination &combination, const HotkeyIdentifier &)
-{
-    unregisterHotkey();
+    unbind();
     m_combination = combination;
+    m_pressed = std::move(pressed);
     // Once for a burst of changes: key and modifiers are stored one after the other, and the user
     // must not be asked about the halves.
     m_start.start(0);
-    return true;
 }
 
-void PortalHotkey::unregisterHotkey()
+void PortalHotkey::unbind()
 {
     m_start.stop();
     closeBus();
+    m_pressed = nullptr;
+    setObstacle(HotkeyObstacle::None);
 }
 
 void PortalHotkey::openBus()
@@ -108,7 +109,9 @@ void PortalHotkey::openBus()
     connect(m_bus.get(), &MessageBus::disconnected, this, [this] {
         m_service.reset();
         forgetPortal();
+        m_noPortal.start();
     });
+    m_noPortal.start();
 }
 
 /// With the connection all that the portal holds for it ends: the session, a request whose answer
@@ -117,6 +120,7 @@ void PortalHotkey::closeBus()
 {
     m_service.reset();
     forgetPortal();
+    m_noPortal.stop();
     m_bus.reset();
 }
 
@@ -154,8 +158,10 @@ void PortalHotkey::handleOwner(const QString &, const QString &, const QString &
         return; // it was our call that started it
     m_talk.reset();
     m_step = Step::Idle;
-    if (newOwner.isEmpty())
+    if (newOwner.isEmpty()) {
+        m_noPortal.start();
         return;
+    }
     if (m_portal.isEmpty())
         introduce();
     else // The desktop's part of the portal, which may have stayed, still holds the session's path.
@@ -173,8 +179,10 @@ void PortalHotkey::introduce()
         if (MessageBus::isTimeout(reply))
             return introduce();
         // No portal answers from a unique name: the bus does in its place, or the clock.
-        if (!reply.service().startsWith(u':'))
+        if (!reply.service().startsWith(u':')) {
+            giveUp(HotkeyObstacle::NoService);
             return;
+        }
         m_portal = reply.service();
         createSession();
     };
@@ -183,14 +191,16 @@ void PortalHotkey::introduce()
 
 void PortalHotkey::createSession()
 {
+    m_noPortal.stop();
+    setObstacle(HotkeyObstacle::None); // as long as it is asked
     m_step = Step::CreatingSession;
     QDBusMessage message = portalCall(shortcutsInterface, QStringLiteral("CreateSession"));
     message << QVariantMap{{QStringLiteral("handle_token"), createToken},
                            {QStringLiteral("session_handle_token"), sessionToken}};
-    call(message);
+    call(message, HotkeyObstacle::NoService);
 }
 
-void PortalHotkey::bind()
+void PortalHotkey::bindShortcut()
 {
     m_step = Step::Binding;
     qDBusRegisterMetaType<PortalShortcut>();
@@ -199,23 +209,38 @@ void PortalHotkey::bind()
         shortcutName(m_combination),
         {{QStringLiteral("description"), QStringLiteral("Open the meterkin dashboard")}}};
     // Without one the user can still choose.
-    if (const QString trigger = shortcutTrigger(m_combination); !trigger.isEmpty())
-        shortcut.properties.insert(QStringLiteral("preferred_trigger"), trigger);
+    if (const QString keys = trigger(); !keys.isEmpty())
+        shortcut.properties.insert(QStringLiteral("preferred_trigger"), keys);
     QDBusMessage message = portalCall(shortcutsInterface, QStringLiteral("BindShortcuts"));
     message << QDBusObjectPath(handle(sessionToken))
             << QVariant::fromValue(QList<PortalShortcut>{shortcut}) << QString()
             << QVariantMap{{QStringLiteral("handle_token"), bindToken}};
-    call(message);
+    call(message, HotkeyObstacle::Refused);
+}
+
+/// Desktops take triggers by symbols, and know those of other scripts by the American layout.
+QString PortalHotkey::trigger() const
+{
+    const std::uint32_t present = m_findKeysym(m_combination.keyCode);
+    return shortcutTrigger(m_combination,
+                           present <= LastOfLatin ? present : ansiKeysym(m_combination.keyCode));
+}
+
+void PortalHotkey::giveUp(HotkeyObstacle obstacle)
+{
+    m_noPortal.stop();
+    m_step = Step::Idle;
+    setObstacle(obstacle);
 }
 
 /// The true answer is the response that follows; only an error comes at once.
-void PortalHotkey::call(const QDBusMessage &call)
+void PortalHotkey::call(const QDBusMessage &call, HotkeyObstacle onError)
 {
-    const auto giveUp = [this](const QDBusMessage &reply) {
+    const auto takeReply = [this, onError](const QDBusMessage &reply) {
         if (reply.type() != QDBusMessage::ReplyMessage)
-            m_step = Step::Idle;
+            giveUp(onError);
     };
-    m_bus->call(call, m_talk.get(), giveUp, CallMilliseconds);
+    m_bus->call(call, m_talk.get(), takeReply, CallMilliseconds);
 }
 
 bool PortalHotkey::isAnswer(const QDBusMessage &response, Step step) const
@@ -228,9 +253,9 @@ void PortalHotkey::takeSessionResponse(const QDBusMessage &response)
     if (!isAnswer(response, Step::CreatingSession))
         return;
     if (response.arguments().value(0) == QVariant(0U))
-        bind();
+        bindShortcut();
     else
-        m_step = Step::Idle;
+        giveUp(HotkeyObstacle::Refused);
 }
 
 void PortalHotkey::takeBindResponse(const QDBusMessage &response)
@@ -239,7 +264,10 @@ void PortalHotkey::takeBindResponse(const QDBusMessage &response)
         return;
     // Even when the shortcut is missing in the answer: some desktops always leave it out, and on
     // others the user can give it keys later.
-    m_step = response.arguments().value(0) == QVariant(0U) ? Step::Bound : Step::Idle;
+    if (response.arguments().value(0) == QVariant(0U))
+        m_step = Step::Bound;
+    else
+        giveUp(HotkeyObstacle::Refused);
 }
 
 void PortalHotkey::handleActivation(const QDBusMessage &activation)
@@ -256,7 +284,7 @@ void PortalHotkey::handleActivation(const QDBusMessage &activation)
 void PortalHotkey::handleClosedSession(const QDBusMessage &closing)
 {
     if (closing.service() == m_portal)
-        m_step = Step::Idle;
+        giveUp(HotkeyObstacle::Refused);
 }
 
 /// Where the portal puts the request or the session that bears this token.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/HotkeyRegistrar.h"
+#include "Platform/Linux/KeyPositions.h"
 #include "Platform/Linux/MessageBus.h"
 
 #include <QDBusServiceWatcher>
@@ -10,20 +11,20 @@
 
 /// The hot key of a Wayland session, through the desktop's GlobalShortcuts portal. The desktop may
 /// ask the user, who may choose another combination or none. Where there is no portal, or it
-/// refuses, the hot key does nothing until the combination changes or a portal starts. Main thread
+/// refuses, the hot key waits for another combination or for a portal that starts. Main thread
 /// only.
 class PortalHotkey : public QObject, public HotkeyRegistrar {
     Q_OBJECT
 
 public:
-    explicit PortalHotkey(QObject *parent = nullptr);
+    /// From a virtual key code to what the key gives without modifiers.
+    using FindKeysym = std::function<std::uint32_t(std::uint32_t)>;
 
-    bool installPressHandler(std::function<void()> pressed) override;
-    void removePressHandler() override;
-    /// Always true: the answers come later.
-    bool registerHotkey(const HotkeyCombination &combination,
-                        const HotkeyIdentifier &identifier) override;
-    void unregisterHotkey() override;
+    explicit PortalHotkey(FindKeysym findKeysym = ansiKeysym, QObject *parent = nullptr);
+
+    void bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
+              std::function<void()> pressed) override;
+    void unbind() override;
 
 private slots:
     void handleOwner(const QString &service, const QString &oldOwner, const QString &newOwner);
@@ -47,14 +48,18 @@ private:
     void forgetPortal();
     void introduce();
     void createSession();
-    void bind();
-    void call(const QDBusMessage &call);
+    void bindShortcut();
+    void giveUp(HotkeyObstacle obstacle);
+    QString trigger() const;
+    void call(const QDBusMessage &call, HotkeyObstacle onError);
     bool isAnswer(const QDBusMessage &response, Step step) const;
     QString handle(const QString &token) const;
 
+    FindKeysym m_findKeysym;
     std::function<void()> m_pressed;
     HotkeyCombination m_combination;
     QTimer m_start;
+    QTimer m_noPortal; ///< until a portal that has not answered counts as missing
     std::unique_ptr<MessageBus> m_bus; ///< while a hot key is registered
     std::unique_ptr<QDBusServiceWatcher> m_service;
     std::unique_ptr<QObject> m_talk; ///< with one portal; replies of an earlier one find nobody

@@ -1,5 +1,6 @@
 #include "Platform/Linux/X11Hotkey.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -9,6 +10,9 @@ constexpr quint16 AllModifiers = 0xff; // the bits above are buttons and the key
 // More than it takes a key that is held on to repeat for the first time.
 constexpr int RepeatMilliseconds = 1000;
 
+constexpr int FirstRetryMilliseconds = 5'000; // doubled at each refusal
+constexpr int LongestRetryMilliseconds = 60'000;
+
 } // namespace
 
 X11Hotkey::X11Hotkey(X11Connection &connection, X11Keyboard &keyboard, QObject *parent)
@@ -16,36 +20,30 @@ X11Hotkey::X11Hotkey(X11Connection &connection, X11Keyboard &keyboard, QObject *
     , m_connection(connection)
     , m_keyboard(keyboard)
 {
+    m_retry.setSingleShot(true);
+    m_retry.setTimerType(Qt::VeryCoarseTimer);
+    connect(&m_retry, &QTimer::timeout, this, &X11Hotkey::tryNow);
     connect(&m_connection, &X11Connection::eventReceived, this, &X11Hotkey::handleEvent);
     connect(&m_connection, &X11Connection::closed, this, &X11Hotkey::forget);
     connect(&m_keyboard, &X11Keyboard::changed, this, &X11Hotkey::follow);
 }
 
-bool X11Hotkey::installPressHandler(std::function<void()> pressed)
+void X11Hotkey::bind(const HotkeyCombination &combination, const HotkeyIdentifier &,
+                     std::function<void()> pressed)
 {
-    if (!m_connection.isOpen())
-        return false;
+    unbind();
     m_pressed = std::move(pressed);
-    return true;
-}
-
-bool X11Hotkey::registerHotkey(const HotkeyCombination &combination, const HotkeyIdentifier &)
-{
-    if (!m_connection.isOpen())
-        return false;
-    const std::optional<Grab> grab = findGrab(combination);
-    if (!grab || !take(*grab))
-        return false;
     m_combination = combination;
-    m_keyboard.startWatching();
-    return true;
+    follow();
 }
 
-void X11Hotkey::unregisterHotkey()
+void X11Hotkey::unbind()
 {
-    m_keyboard.stopWatching();
+    m_retry.stop();
     release();
     m_combination.reset();
+    m_pressed = nullptr;
+    setObstacle(HotkeyObstacle::None);
 }
 
 std::optional<X11Hotkey::Grab> X11Hotkey::findGrab(const HotkeyCombination &combination)
@@ -96,24 +94,41 @@ void X11Hotkey::release()
     xcb_flush(m_connection.xcb());
 }
 
-/// Moves the grab to where the keyboard has key and modifiers now. What is refused is tried
-/// again at the next change.
 void X11Hotkey::follow()
 {
-    if (!m_combination || !m_connection.isOpen())
+    m_retryMilliseconds = FirstRetryMilliseconds;
+    tryNow();
+}
+
+/// Moves the grab to where the keyboard has key and modifiers now.
+void X11Hotkey::tryNow()
+{
+    m_retry.stop();
+    if (!m_combination)
         return;
+    if (!m_connection.isOpen()) {
+        setObstacle(HotkeyObstacle::NoService);
+        return;
+    }
     const std::optional<Grab> grab = findGrab(*m_combination);
-    if (grab == m_grab)
+    if (grab && grab == m_grab)
         return;
     release();
-    if (grab)
-        take(*grab);
+    if (!grab) {
+        setObstacle(HotkeyObstacle::MissingKey);
+    } else if (take(*grab)) {
+        setObstacle(HotkeyObstacle::None);
+    } else {
+        setObstacle(HotkeyObstacle::OtherProgram);
+        m_retry.start(m_retryMilliseconds);
+        m_retryMilliseconds = std::min(2 * m_retryMilliseconds, LongestRetryMilliseconds);
+    }
 }
 
 void X11Hotkey::forget()
 {
     m_grab.reset();
-    m_combination.reset();
+    tryNow();
 }
 
 void X11Hotkey::handleEvent(const xcb_generic_event_t *event)

@@ -8,7 +8,8 @@
 #include <optional>
 
 /// The global hot key of an X session: a grab of the key at the stored position, on the root
-/// window, that follows changes of the keyboard. Without an X server nothing can be registered.
+/// window, that follows changes of the keyboard. The server tells nobody that another program has
+/// given its grab up, so one that is refused is tried again from time to time.
 class X11Hotkey : public QObject, public HotkeyRegistrar {
     Q_OBJECT
 
@@ -16,11 +17,9 @@ public:
     /// Both outlive it.
     X11Hotkey(X11Connection &connection, X11Keyboard &keyboard, QObject *parent = nullptr);
 
-    bool installPressHandler(std::function<void()> pressed) override;
-    void removePressHandler() override { m_pressed = nullptr; }
-    bool registerHotkey(const HotkeyCombination &combination,
-                        const HotkeyIdentifier &identifier) override;
-    void unregisterHotkey() override;
+    void bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
+              std::function<void()> pressed) override;
+    void unbind() override;
 
 private:
     /// What the server is asked for.
@@ -36,6 +35,7 @@ private:
     bool take(const Grab &grab);
     void release();
     void follow();
+    void tryNow();
     void forget();
     void handleEvent(const xcb_generic_event_t *event);
     void handlePress(const xcb_key_press_event_t &press);
@@ -43,7 +43,9 @@ private:
     X11Connection &m_connection;
     X11Keyboard &m_keyboard;
     std::function<void()> m_pressed;
-    std::optional<HotkeyCombination> m_combination; ///< absent while none is registered
+    std::optional<HotkeyCombination> m_combination; ///< absent while none is wanted
+    QTimer m_retry;
+    int m_retryMilliseconds = 0;
     std::optional<Grab> m_grab; ///< absent also while the server refuses
     xcb_keycode_t m_heldKey = 0; ///< 0 for none
     QDeadlineTimer m_mayRepeat{0}; ///< until then the key may be down from before the grab

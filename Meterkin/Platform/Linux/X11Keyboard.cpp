@@ -1,5 +1,10 @@
 #include "Platform/Linux/X11Keyboard.h"
 
+#include "Platform/Linux/CombinationText.h"
+#include "Platform/Linux/KeyPositions.h"
+
+#include <xkbcommon/xkbcommon-keysyms.h>
+
 #include <algorithm>
 
 // The header is one of C: it calls a field by a word that C++ keeps for itself.
@@ -29,9 +34,12 @@ X11Keyboard::X11Keyboard(X11Connection &connection, QObject *parent)
 {
     m_changedSoon.setSingleShot(true);
     m_changedSoon.setInterval(BurstMilliseconds);
-    connect(&m_changedSoon, &QTimer::timeout, this, &X11Keyboard::changed);
+    connect(&m_changedSoon, &QTimer::timeout, this, [this] {
+        handleChange();
+        emit changed();
+    });
     connect(&m_connection, &X11Connection::eventReceived, this, &X11Keyboard::handleEvent);
-    connect(&m_connection, &X11Connection::closed, this, &X11Keyboard::stopWatching);
+    connect(&m_connection, &X11Connection::closed, &m_changedSoon, &QTimer::stop);
 }
 
 X11KeyNames X11Keyboard::keyNames()
@@ -92,21 +100,46 @@ bool X11Keyboard::isDown(xcb_keycode_t keyCode)
     return reply && (reply->keys[keyCode / 8] >> (keyCode % 8) & 1) != 0;
 }
 
-void X11Keyboard::startWatching()
+std::uint32_t X11Keyboard::keysym(std::uint32_t virtualKeyCode)
 {
-    if (!m_connection.isOpen())
-        return;
-    m_isWatching = true;
-    if (useXkb())
-        select(Changes);
+    const std::uint32_t ansi = ansiKeysym(virtualKeyCode);
+    // Letters, digits and signs are all that layouts put elsewhere.
+    if (ansi <= XKB_KEY_space || ansi > XKB_KEY_asciitilde)
+        return ansi;
+    const std::optional<std::uint32_t> keyCode = keyNames().keyCode(virtualKeyCode);
+    if (!keyCode || !m_firstEvent || !m_connection.isOpen())
+        return ansi;
+    const std::uint32_t present = presentKeysym(*keyCode);
+    return present != XKB_KEY_NoSymbol ? present : ansi;
 }
 
-void X11Keyboard::stopWatching()
+QString X11Keyboard::write(const HotkeyCombination &combination)
 {
-    m_isWatching = false;
-    m_changedSoon.stop();
-    if (m_connection.isOpen() && m_firstEvent)
-        select(0);
+    return combinationText(combination, keysym(combination.keyCode));
+}
+
+/// The first symbol of the key in the layout that is switched on.
+std::uint32_t X11Keyboard::presentKeysym(std::uint32_t keyCode)
+{
+    xcb_connection_t *xcb = m_connection.xcb();
+    const auto stateCookie = xcb_xkb_get_state(xcb, Core);
+    const auto mapCookie =
+        xcb_xkb_get_map(xcb, Core, 0, XCB_XKB_MAP_PART_KEY_SYMS, 0, 0,
+                        static_cast<xcb_keycode_t>(keyCode), 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
+    const XcbReply<xcb_xkb_get_state_reply_t> state(
+        xcb_xkb_get_state_reply(xcb, stateCookie, nullptr));
+    const XcbReply<xcb_xkb_get_map_reply_t> reply(xcb_xkb_get_map_reply(xcb, mapCookie, nullptr));
+    m_connection.dispatchSoon();
+    constexpr std::size_t Fixed = sizeof(xcb_xkb_get_map_reply_t) + sizeof(xcb_xkb_key_sym_map_t);
+    const std::size_t size = reply ? 32 + std::size_t{reply->length} * WordSize : 0;
+    if (!state || size < Fixed || reply->present != XCB_XKB_MAP_PART_KEY_SYMS)
+        return XKB_KEY_NoSymbol;
+    const auto *map = static_cast<const xcb_xkb_key_sym_map_t *>(xcb_xkb_get_map_map(reply.get()));
+    const unsigned layouts = map->groupInfo & 0xfU;
+    if (layouts == 0 || size < Fixed + std::size_t{map->nSyms} * WordSize)
+        return XKB_KEY_NoSymbol;
+    const unsigned first = state->group % layouts * map->width;
+    return first < map->nSyms ? xcb_xkb_key_sym_map_syms(map)[first] : quint32{XKB_KEY_NoSymbol};
 }
 
 bool X11Keyboard::useXkb()
@@ -129,22 +162,26 @@ bool X11Keyboard::useXkb()
         return false;
     m_firstEvent = extension->first_event;
     m_hasDetectableRepeat = flags && (flags->value & DetectableRepeat) != 0;
+    watch();
     return true;
 }
 
-void X11Keyboard::select(quint16 events)
+void X11Keyboard::watch()
 {
-    xcb_xkb_select_events(m_connection.xcb(), Core, Changes,
-                          static_cast<quint16>(Changes & ~events),
-                          static_cast<quint16>(events & ~XCB_XKB_EVENT_TYPE_MAP_NOTIFY), MapParts,
-                          events != 0 ? MapParts : quint16{0}, nullptr);
+    // Of the state only the layout: modifiers come and go with every letter.
+    xcb_xkb_select_events_details_t details{};
+    details.affectState = XCB_XKB_STATE_PART_GROUP_STATE;
+    details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
+    xcb_xkb_select_events_aux(m_connection.xcb(), Core, Changes | XCB_XKB_EVENT_TYPE_STATE_NOTIFY,
+                              0, Changes & ~XCB_XKB_EVENT_TYPE_MAP_NOTIFY, MapParts, MapParts,
+                              &details);
     xcb_flush(m_connection.xcb());
 }
 
 void X11Keyboard::handleEvent(const xcb_generic_event_t *event)
 {
     const int type = event->response_type & 0x7f;
-    if (m_isWatching && !m_changedSoon.isActive()
+    if (!m_changedSoon.isActive()
         && (type == XCB_MAPPING_NOTIFY || (m_firstEvent && type == *m_firstEvent)))
         m_changedSoon.start();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/KeyboardLayout.h"
 #include "Platform/Linux/X11Connection.h"
 #include "Platform/Linux/X11KeyNames.h"
 #include "Platform/Linux/X11ModifierBits.h"
@@ -7,8 +8,10 @@
 #include <QTimer>
 
 /// The keyboard of the X server as it is mapped now. Each question asks the server again; without
-/// one, key codes are taken for those of evdev. Main thread only.
-class X11Keyboard : public QObject {
+/// one, key codes are taken for those of evdev and the layout for the American one. From the first
+/// question on changed() tells of other codes, modifiers, symbols and layouts, once for a burst.
+/// Main thread only.
+class X11Keyboard : public QObject, public KeyboardLayout {
     Q_OBJECT
 
 public:
@@ -22,22 +25,22 @@ public:
     /// same time.
     bool hasDetectableRepeat() const { return m_hasDetectableRepeat; }
 
-    /// From now on changed() tells of changes, until stopWatching().
-    void startWatching();
-    void stopWatching();
+    /// What the key with that virtual key code gives without modifiers; 0 when there is none.
+    std::uint32_t keysym(std::uint32_t virtualKeyCode);
 
 signals:
-    /// Codes or modifiers may be others now; once for a burst.
+    /// Once for a burst.
     void changed();
 
 private:
     bool useXkb();
-    void select(quint16 events);
+    QString write(const HotkeyCombination &combination) override;
+    void watch();
+    std::uint32_t presentKeysym(std::uint32_t keyCode);
     void handleEvent(const xcb_generic_event_t *event);
 
     X11Connection &m_connection;
     std::optional<quint8> m_firstEvent; ///< of XKB; absent until it is in use
     bool m_hasDetectableRepeat = false;
-    bool m_isWatching = false;
     QTimer m_changedSoon;
 };

@@ -3,22 +3,13 @@
 #include "Platform/HotkeyRegistrar.h"
 
 #include <xcb/xcb.h>
+#include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <algorithm>
 #include <initializer_list>
 #include <utility>
 
 namespace {
-
-// Keysyms are a registry of their own; these six are all we need of it.
-enum Keysym : std::uint32_t {
-    ScrollLock = 0xff14,
-    NumLock = 0xff7f,
-    AltLeft = 0xffe9,
-    AltRight = 0xffea,
-    SuperLeft = 0xffeb,
-    SuperRight = 0xffec,
-};
 
 constexpr int FirstFree = 3; // those before Mod1 always mean the same
 
@@ -56,9 +47,10 @@ std::optional<std::uint16_t> X11ModifierBits::mask(std::uint32_t carbonModifiers
 
 X11ModifierBits x11ModifierBits(const QList<X11ModifierKey> &keys)
 {
-    const unsigned locks = XCB_MOD_MASK_LOCK | bitOf(keys, {NumLock}) | bitOf(keys, {ScrollLock});
-    return {bitOf(keys, {AltLeft, AltRight}), bitOf(keys, {SuperLeft, SuperRight}),
-            static_cast<std::uint16_t>(locks)};
+    const unsigned locks =
+        XCB_MOD_MASK_LOCK | bitOf(keys, {XKB_KEY_Num_Lock}) | bitOf(keys, {XKB_KEY_Scroll_Lock});
+    return {bitOf(keys, {XKB_KEY_Alt_L, XKB_KEY_Alt_R}),
+            bitOf(keys, {XKB_KEY_Super_L, XKB_KEY_Super_R}), static_cast<std::uint16_t>(locks)};
 }
 
 QList<std::uint16_t> lockCombinations(std::uint16_t locks)

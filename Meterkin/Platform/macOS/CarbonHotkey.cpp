@@ -16,41 +16,40 @@ OSStatus handlePress(EventHandlerCallRef, EventRef, void *userData)
 
 } // namespace
 
-bool CarbonHotkey::installPressHandler(std::function<void()> pressed)
+void CarbonHotkey::bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
+                        std::function<void()> pressed)
 {
+    unbind();
     const EventTypeSpec hotkeyPressed{kEventClassKeyboard, kEventHotKeyPressed};
     EventHandlerRef handler = nullptr;
     if (InstallEventHandler(GetApplicationEventTarget(), handlePress, 1, &hotkeyPressed, this,
                             &handler)
-        != noErr)
-        return false;
+        != noErr) {
+        setObstacle(HotkeyObstacle::Refused);
+        return;
+    }
     m_handler.reset(handler);
     m_pressed = std::move(pressed);
-    return true;
-}
 
-void CarbonHotkey::removePressHandler()
-{
-    m_handler.reset();
-    m_pressed = nullptr;
-}
-
-bool CarbonHotkey::registerHotkey(const HotkeyCombination &combination,
-                                  const HotkeyIdentifier &identifier)
-{
     EventHotKeyRef hotkey = nullptr;
-    if (RegisterEventHotKey(combination.keyCode, combination.modifiers,
-                            {identifier.signature, identifier.id}, GetApplicationEventTarget(), 0,
-                            &hotkey)
-        != noErr)
-        return false;
-    m_hotkey.reset(hotkey);
-    return true;
+    const OSStatus status = RegisterEventHotKey(combination.keyCode, combination.modifiers,
+                                                {identifier.signature, identifier.id},
+                                                GetApplicationEventTarget(), 0, &hotkey);
+    if (status == noErr) {
+        m_hotkey.reset(hotkey);
+        return;
+    }
+    unbind();
+    setObstacle(status == eventHotKeyExistsErr ? HotkeyObstacle::OtherProgram
+                                               : HotkeyObstacle::Refused);
 }
 
-void CarbonHotkey::unregisterHotkey()
+void CarbonHotkey::unbind()
 {
     m_hotkey.reset();
+    m_handler.reset();
+    m_pressed = nullptr;
+    setObstacle(HotkeyObstacle::None);
 }
 
 void CarbonHotkey::press() const

@@ -8,14 +8,13 @@
 struct OpaqueEventHandlerRef;
 struct OpaqueEventHotKeyRef;
 
-/// The hot keys of the system's event manager. Its events come with those of the main loop.
+/// The hot keys of the system's event manager. Its events come with those of the main loop. It
+/// tells nobody when a combination is free again: what it refuses is not tried again.
 class CarbonHotkey : public HotkeyRegistrar {
 public:
-    bool installPressHandler(std::function<void()> pressed) override;
-    void removePressHandler() override;
-    bool registerHotkey(const HotkeyCombination &combination,
-                        const HotkeyIdentifier &identifier) override;
-    void unregisterHotkey() override;
+    void bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
+              std::function<void()> pressed) override;
+    void unbind() override;
 
     /// Runs the press handler, if there is one: for the event manager.
     void press() const;

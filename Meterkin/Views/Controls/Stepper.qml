@@ -12,6 +12,7 @@ Item {
 
     readonly property string valueText: ThresholdEntry.text(stepper.metric, stepper.value)
     readonly property real fieldWidth: 92
+    readonly property bool isInSight: stepper.Window.visibility !== Window.Hidden
 
     signal chosen(value: real)
 
@@ -27,6 +28,10 @@ Item {
         return field.text === stepper.valueText
             ? stepper.value : ThresholdEntry.entered(stepper.metric, field.text, stepper.value)
     }
+    function commit(): void {
+        if (field.text !== stepper.valueText)
+            stepper.choose(stepper.typedValue())
+    }
     function step(steps: int): void {
         stepper.choose(ThresholdEntry.stepped(stepper.metric, stepper.typedValue(), steps))
     }
@@ -41,6 +46,8 @@ Item {
 
     implicitWidth: stepper.fieldWidth * Appearance.textScale + 4 + buttons.width
     implicitHeight: field.implicitHeight
+    // A window that closes takes no focus away.
+    onIsInSightChanged: stepper.commit()
     onValueChanged: field.value = stepper.value
     onValueTextChanged: field.text = stepper.valueText
 
@@ -103,9 +110,13 @@ Item {
             if (field.activeFocus)
                 field.selectAll()
         }
-        onEditingFinished: stepper.choose(stepper.typedValue())
+        onEditingFinished: stepper.commit()
         Keys.onUpPressed: stepper.step(1)
         Keys.onDownPressed: stepper.step(-1)
+        // Before a shortcut of the window.
+        Keys.onShortcutOverride: event => {
+            event.accepted = event.key === Qt.Key_Escape && field.text !== stepper.valueText
+        }
         Keys.onEscapePressed: event => {
             event.accepted = field.text !== stepper.valueText
             field.text = stepper.valueText

@@ -10,15 +10,18 @@ Item {
     readonly property Item held: place.children[0] // the only one
     readonly property real inset: 12
     readonly property real distance: 8
+    property bool isApart: true // else it belongs to the row above
 
     width: parent ? parent.width : 0
-    implicitHeight: Math.max(40, Math.max(text.implicitHeight, place.height) + 2 * row.distance)
+    implicitHeight: row.isApart
+        ? Math.max(40, Math.max(text.implicitHeight, place.height) + 2 * row.distance)
+        : place.height + row.distance
 
     Rectangle {
         x: row.inset
         width: row.width - row.inset
         height: 1
-        visible: row.y > 0
+        visible: row.isApart && row.y > 0
         color: Theme.separator
         Accessible.ignored: true
     }
@@ -37,5 +40,6 @@ Item {
         width: row.width - x - row.inset
         height: row.held ? row.held.height : 0
         anchors.verticalCenter: row.verticalCenter
+        anchors.verticalCenterOffset: row.isApart ? 0 : -row.distance / 2
     }
 }

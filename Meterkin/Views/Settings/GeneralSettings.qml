@@ -50,8 +50,9 @@ FormPage {
                 anchors.right: parent.right
                 name: intervalRow.label
                 model: ["1 second", "3 seconds", "5 seconds", "10 seconds"]
-                currentIndex: page.choiceOf(page.settings.updateInterval)
-                displayText: currentIndex < 0 ? page.settings.updateInterval + " seconds" : currentText
+                currentIndex: page.choiceOf(page.settings.intervalInEffect)
+                displayText: currentIndex < 0
+                    ? Number(page.settings.intervalInEffect.toFixed(2)) + " seconds" : currentText
                 onActivated: index => page.chooseInterval(index)
             }
         }
@@ -67,6 +68,10 @@ FormPage {
         }
         HotkeyRecorderRow {
             recorder: page.recorder
+        }
+        FormRemark {
+            objectName: "hotkeyRemark"
+            text: page.recorder.remark
         }
     }
     FormSection {

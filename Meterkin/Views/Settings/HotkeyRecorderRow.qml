@@ -14,14 +14,21 @@ FormRow {
             row.recorder.cancel()
     }
 
+    Shortcut {
+        sequence: "Escape"
+        enabled: row.recorder.isRecording
+        autoRepeat: false
+        onActivated: row.recorder.cancel()
+    }
+    // Each button keeps its place, so that a second click never meets another one.
     Item {
         width: parent.width
-        height: buttons.height
+        height: recordButton.height
 
         Text {
             objectName: "hotkeyText"
             anchors.verticalCenter: parent.verticalCenter
-            width: parent.width - buttons.width - 8
+            width: recordButton.x - 8
             text: row.recorder.isRecording ? "Press a key combination..." : row.recorder.displayText
             font.pixelSize: Theme.points(13)
             color: row.recorder.isRecording ? Theme.orange
@@ -30,36 +37,44 @@ FormRow {
             Accessible.role: Accessible.StaticText
             Accessible.name: row.label + " " + text
         }
-        Row {
-            id: buttons
-            anchors.right: parent.right
-            spacing: 8
-
-            PushButton {
-                id: recordButton
-                objectName: "record"
-                text: row.recorder.isRecording ? "Cancel" : "Record"
-                font.pixelSize: Theme.points(11)
-                onClicked: {
-                    if (row.recorder.isRecording)
-                        row.recorder.cancel()
-                    else
-                        row.recorder.record()
-                }
+        TextMetrics {
+            id: record
+            font: recordButton.font
+            text: "Record"
+        }
+        TextMetrics {
+            id: cancel
+            font: recordButton.font
+            text: "Cancel"
+        }
+        PushButton {
+            id: recordButton
+            objectName: "record"
+            anchors.right: clearButton.left
+            anchors.rightMargin: 8
+            width: Math.ceil(Math.max(record.advanceWidth, cancel.advanceWidth)) + leftPadding + rightPadding
+            text: row.recorder.isRecording ? cancel.text : record.text
+            font.pixelSize: Theme.points(11)
+            onClicked: {
+                if (row.recorder.isRecording)
+                    row.recorder.cancel()
+                else
+                    row.recorder.record()
             }
-            PushButton {
-                id: clearButton
-                objectName: "clear"
-                visible: row.recorder.canClear
-                text: "Clear"
-                font.pixelSize: Theme.points(11)
-                textColor: Theme.red
-                onClicked: {
-                    // The button goes; the keyboard stays in the row.
-                    if (clearButton.visualFocus)
-                        recordButton.forceActiveFocus(Qt.TabFocusReason)
-                    row.recorder.clear()
-                }
+        }
+        PushButton {
+            id: clearButton
+            objectName: "clear"
+            anchors.right: parent.right
+            visible: row.recorder.canClear
+            text: "Clear"
+            font.pixelSize: Theme.points(11)
+            textColor: Theme.red
+            onClicked: {
+                // The button goes; the keyboard stays in the row.
+                if (clearButton.visualFocus)
+                    recordButton.forceActiveFocus(Qt.TabFocusReason)
+                row.recorder.clear()
             }
         }
     }

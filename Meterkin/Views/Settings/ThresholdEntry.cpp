@@ -56,12 +56,13 @@ double ThresholdEntry::entered(int metric, const QString &typed, double value) c
     if (digits.endsWith(unit, Qt::CaseInsensitive))
         digits = digits.chopped(unit.size()).trimmed();
     bool isNumber = false;
-    const qlonglong number = digits.toLongLong(&isNumber);
-    if (!isNumber)
+    const double number = digits.toDouble(&isNumber);
+    // One that is too large to be held comes as an infinity.
+    if (std::isnan(number) || (!isNumber && !std::isinf(number)))
         return value;
     const Bounds &bounds = boundsOf(metric);
-    const double whole = std::round(static_cast<double>(number) / bounds.step) * bounds.step;
-    return std::clamp(whole, bounds.minimum, bounds.maximum);
+    const double within = std::clamp(number, bounds.minimum, bounds.maximum);
+    return std::round(within / bounds.step) * bounds.step;
 }
 
 double ThresholdEntry::stepped(int metric, double value, int steps) const

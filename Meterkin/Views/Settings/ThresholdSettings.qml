@@ -7,71 +7,32 @@ FormPage {
     required property SettingsViewModel settings
     required property int fanCount
 
-    FormSection {
-        id: fans
+    ThresholdSection {
         title: "Fan Speed"
-
-        FormNote {
-            visible: page.fanCount === 0
-            text: "No fans found on this computer."
-        }
-        ThresholdRow {
-            objectName: "fanSpeedGreen"
-            label: "Green below:"
-            section: fans.title
-            metric: 0
-            value: page.settings.fanSpeedGreen
-            onChosen: value => page.settings.fanSpeedGreen = value
-        }
-        ThresholdRow {
-            objectName: "fanSpeedYellow"
-            label: "Yellow below:"
-            section: fans.title
-            metric: 0
-            value: page.settings.fanSpeedYellow
-            onChosen: value => page.settings.fanSpeedYellow = value
-        }
+        name: "fanSpeed"
+        metric: 0
+        note: page.fanCount === 0 ? "No fans found on this computer." : ""
+        green: page.settings.fanSpeedGreen
+        yellow: page.settings.fanSpeedYellow
+        onGreenChosen: value => page.settings.fanSpeedGreen = value
+        onYellowChosen: value => page.settings.fanSpeedYellow = value
     }
-    FormSection {
-        id: memory
+    ThresholdSection {
         title: "Memory Usage"
-
-        ThresholdRow {
-            objectName: "memoryGreen"
-            label: "Green below:"
-            section: memory.title
-            metric: 1
-            value: page.settings.memoryGreen
-            onChosen: value => page.settings.memoryGreen = value
-        }
-        ThresholdRow {
-            objectName: "memoryYellow"
-            label: "Yellow below:"
-            section: memory.title
-            metric: 1
-            value: page.settings.memoryYellow
-            onChosen: value => page.settings.memoryYellow = value
-        }
+        name: "memory"
+        metric: 1
+        green: page.settings.memoryGreen
+        yellow: page.settings.memoryYellow
+        onGreenChosen: value => page.settings.memoryGreen = value
+        onYellowChosen: value => page.settings.memoryYellow = value
     }
-    FormSection {
-        id: processor
+    ThresholdSection {
         title: "CPU Usage"
-
-        ThresholdRow {
-            objectName: "cpuUsageGreen"
-            label: "Green below:"
-            section: processor.title
-            metric: 2
-            value: page.settings.cpuUsageGreen
-            onChosen: value => page.settings.cpuUsageGreen = value
-        }
-        ThresholdRow {
-            objectName: "cpuUsageYellow"
-            label: "Yellow below:"
-            section: processor.title
-            metric: 2
-            value: page.settings.cpuUsageYellow
-            onChosen: value => page.settings.cpuUsageYellow = value
-        }
+        name: "cpuUsage"
+        metric: 2
+        green: page.settings.cpuUsageGreen
+        yellow: page.settings.cpuUsageYellow
+        onGreenChosen: value => page.settings.cpuUsageGreen = value
+        onYellowChosen: value => page.settings.cpuUsageYellow = value
     }
 }
