@@ -37,12 +37,16 @@ void DefaultsFile::registerDefaults(const QVariantMap &defaults)
     m_defaults.insert(defaults);
 }
 
+std::optional<QString> DefaultsFile::setOrStored(const QString &key) const
+{
+    const auto set = m_set.find(key);
+    return set != m_set.end() ? std::optional(*set) : settingIn(m_text, key);
+}
+
 std::optional<QString> DefaultsFile::text(const QString &key) const
 {
-    if (const auto set = m_set.find(key); set != m_set.end())
-        return *set;
-    if (std::optional<QString> stored = settingIn(m_text, key))
-        return stored;
+    if (std::optional<QString> set = setOrStored(key))
+        return set;
     if (const auto standard = m_defaults.find(key); standard != m_defaults.end())
         return standard->toString();
     return std::nullopt;
@@ -78,6 +82,9 @@ qint64 DefaultsFile::integer(const QString &key) const
 
 void DefaultsFile::setText(const QString &key, const QString &value)
 {
+    // What is there already costs no thread, at each start for one.
+    if (m_problem.value().isEmpty() && setOrStored(key) == value)
+        return;
     m_set.insert(key, value);
     m_writer.set(key, value);
 }

@@ -40,6 +40,9 @@ public:
 private:
     DefaultsFile(const QString &path, const TextFileContent &content);
 
+    /// The value apart from the defaults.
+    std::optional<QString> setOrStored(const QString &key) const;
+
     QString m_path;
     QByteArray m_text; ///< the file as it was at the start
     QMap<QString, QString> m_set; ///< in this run

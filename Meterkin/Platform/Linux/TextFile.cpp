@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -94,13 +95,13 @@ TextFileContent readTextFile(const QString &path, qint64 limit)
     QFile file(info.filePath());
     if (!file.open(QIODevice::ReadOnly))
         return {{}, errorText(errno)};
-    TextFileContent content{file.read(limit + 1), {}};
+    const qint64 size = file.size();
+    TextFileContent content{file.read(std::min(size, limit)), {}};
     if (file.error() != QFile::NoError) {
         content.problem = QStringLiteral("cannot be read");
-    } else if (content.text.size() > limit) {
+    } else if (size > limit) {
         content.problem = QStringLiteral("too large");
         // Half a value is a wrong one.
-        content.text.truncate(limit);
         content.text.truncate(content.text.lastIndexOf('\n') + 1);
     }
     return content;
