@@ -5,9 +5,9 @@
 
 #include <QVariantMap>
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 #include <utility>
 
 namespace {
@@ -80,10 +80,21 @@ template <> quint32 read(const DefaultsStore &store, const QString &key)
     return static_cast<quint32>(value);
 }
 
+template <typename Value> bool isSame(Value a, Value b)
+{
+    return a == b;
+}
+
+/// Two NaN are the same value, or setting one over and over would notify over and over.
+bool isSame(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
 template <typename Property, typename Value>
 void assign(Property &property, Value value, DefaultsStore &store, const QString &key)
 {
-    if (property.valueBypassingBindings() != value)
+    if (!isSame(property.valueBypassingBindings(), value))
         property.setValue(value);
     // Not `value`: whoever was notified may have set another one by now.
     write(store, key, property.valueBypassingBindings());
