@@ -15,11 +15,25 @@
 
 namespace {
 
-/// At its end the kit waits for the names and proxies that it is looking up, which can take as long
-/// as the network likes. By then all that is ours has been stored.
+// A signal handler can reach nothing but globals.
+const char *programToRestart = nullptr; // null for none
+char *const *argumentsOfRestart = nullptr;
+
+void endNow(int /*signal*/)
+{
+    if (programToRestart != nullptr)
+        execv(programToRestart, argumentsOfRestart);
+    _exit(programToRestart == nullptr ? EXIT_SUCCESS : EXIT_FAILURE);
+}
+
+/// At its end Qt waits for the names and proxies that it is looking up, which can take as long as
+/// the network likes. By then all that is ours has been stored.
 void boundTheEnd()
 {
-    std::signal(SIGALRM, [](int) { _exit(EXIT_SUCCESS); });
+    struct sigaction action { };
+    action.sa_handler = endNow;
+    action.sa_flags = SA_NODEFER; // a restarted program would inherit the blocked signal
+    sigaction(SIGALRM, &action, nullptr);
     alarm(5);
 }
 
@@ -53,24 +67,31 @@ int MeterkinApp::run()
         if (m_delegate)
             m_delegate->showDashboard();
     };
-    if (!m_host->isFirstInstance(showDashboard))
-        return EXIT_SUCCESS;
+    const ProgramHost::Claim claim = m_host->claimInstance(showDashboard);
+    if (claim != ProgramHost::Claim::First)
+        return claim == ProgramHost::Claim::Told ? EXIT_SUCCESS : EXIT_FAILURE;
 
     m_delegate = std::make_unique<AppDelegate>(m_host->platform());
     m_delegate->applicationDidFinishLaunching();
     const int status = QGuiApplication::exec();
-    if (m_host->isRestartWanted())
-        startAnew();
+    if (m_host->isRestartWanted()) {
+        programToRestart = m_program.constData();
+        argumentsOfRestart = m_arguments.data();
+    }
     boundTheEnd();
-    return status;
+    if (programToRestart == nullptr)
+        return status;
+    restart();
+    return EXIT_FAILURE;
 }
 
-void MeterkinApp::startAnew()
+void MeterkinApp::restart()
 {
-    // All of it first: the new program would take the old one's socket for a running instance.
+    // All of it first: the restarted program would take the old one for a running instance.
     m_delegate.reset();
     m_host.reset();
     m_application.reset();
-    execv(m_program.constData(), m_arguments.data());
-    std::perror("meterkin: cannot start anew");
+    alarm(0);
+    execv(programToRestart, argumentsOfRestart);
+    std::perror("meterkin: cannot restart");
 }

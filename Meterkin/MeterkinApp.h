@@ -20,7 +20,7 @@ public:
     int run();
 
 private:
-    void startAnew();
+    void restart(); ///< returns only when it fails
 
     QByteArray m_program; ///< its file, by the path that it was started from
     std::vector<char *> m_arguments; ///< as given, ended by null

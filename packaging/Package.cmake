@@ -9,6 +9,7 @@ install(FILES ${CMAKE_BINARY_DIR}/org.meterkin.Meterkin.metainfo.xml
     DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES packaging/icons/org.meterkin.Meterkin.svg
     DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES packaging/meterkin.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 
 # The names of one section of the list of packages, with commas between them.
 function(debian_packages section result)

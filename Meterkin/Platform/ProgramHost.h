@@ -13,14 +13,21 @@ class ProgramHost {
 public:
     virtual ~ProgramHost() = default;
 
+    /// Of several starts, one may run.
+    enum class Claim {
+        First, ///< no other instance runs
+        Told, ///< another one runs, and has been told of this start
+        Unanswered, ///< another one runs, and does not answer
+    };
+
     /// Before Qt is started; the options to start it with. Ends the program where it cannot run.
     static QByteArrayList prepare();
     /// That of this system, once the kit has been started; the back end defines it.
     static std::unique_ptr<ProgramHost> make();
 
-    /// False when another instance runs already: it has been told of this start then. Else
-    /// `startedAgain` runs when somebody starts the program once more.
-    virtual bool isFirstInstance(std::function<void()> startedAgain) = 0;
+    /// To be asked once. In the first instance `startedAgain` runs when somebody starts the program
+    /// once more.
+    virtual Claim claimInstance(std::function<void()> startedAgain) = 0;
     /// Made when it is first asked for.
     virtual Platform &platform() = 0;
     /// Whether the program is to be started anew once it has ended.

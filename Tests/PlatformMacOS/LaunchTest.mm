@@ -55,7 +55,7 @@ private slots:
         [[UNUserNotificationCenter currentNotificationCenter] forgetQuestions];
         CallLog::take();
         m_host = ProgramHost::make();
-        QVERIFY(m_host->isFirstInstance({}));
+        QCOMPARE(m_host->claimInstance({}), ProgramHost::Claim::First);
         m_delegate = std::make_unique<AppDelegate>(m_host->platform());
         m_delegate->applicationDidFinishLaunching();
         m_launch = CallLog::take();

@@ -1,26 +1,81 @@
 #include "Platform/Linux/DisplaySelection.h"
 
-#include <QByteArray>
+#include "Platform/Linux/Descriptor.h"
 
+#include <QDir>
+#include <QFile>
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <future>
+#include <thread>
+
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <xcb/xcb.h>
 
 namespace {
 
+using namespace std::chrono_literals;
+
+constexpr auto Timeout = 10s;
+
 bool x11Answers()
 {
-    if (!qEnvironmentVariableIsSet("DISPLAY"))
-        return false;
     xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
     const bool answers = xcb_connection_has_error(connection) == 0;
     xcb_disconnect(connection);
     return answers;
 }
 
+bool waylandAnswers()
+{
+    // A connection that the compositor has made for us can be used only once.
+    if (qEnvironmentVariableIsSet("WAYLAND_SOCKET"))
+        return true;
+    const QDir runtime(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+    const QByteArray path =
+        QFile::encodeName(runtime.absoluteFilePath(qEnvironmentVariable("WAYLAND_DISPLAY")));
+    const Descriptor display(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    sockaddr_un address{AF_UNIX, {}};
+    qstrncpy(address.sun_path, path.constData(), sizeof address.sun_path);
+    if (connect(display.number(), reinterpret_cast<const sockaddr *>(&address), sizeof address)
+        != 0)
+        return false;
+    // wl_display.sync: to object 1, request 0, 12 bytes long, answered by a new object 2.
+    constexpr std::array<std::uint32_t, 3> sync{1, sizeof sync << 16, 2};
+    char byte = 0;
+    return send(display.number(), sync.data(), sizeof sync, MSG_NOSIGNAL) == sizeof sync
+        && recv(display.number(), &byte, sizeof byte, 0) == sizeof byte;
+}
+
+/// Whether it says yes in time; else it keeps a thread.
+bool isTrueInTime(bool (*question)())
+{
+    std::packaged_task<bool()> task(question);
+    std::future<bool> answer = task.get_future();
+    std::thread(std::move(task)).detach();
+    return answer.wait_for(Timeout) == std::future_status::ready && answer.get();
+}
+
+bool isUsable(const char *variable, bool (*answers)())
+{
+    if (qEnvironmentVariableIsEmpty(variable))
+        return false;
+    const bool isUsable = isTrueInTime(answers);
+    if (!isUsable)
+        qunsetenv(variable);
+    return isUsable;
+}
+
 } // namespace
 
 const char *selectDisplay()
 {
-    if (x11Answers())
-        return "xcb";
-    return qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ? "wayland" : nullptr;
+    const bool hasX11 = isUsable("DISPLAY", x11Answers);
+    const bool hasWayland = isUsable("WAYLAND_DISPLAY", waylandAnswers);
+    if (hasX11)
+        return hasWayland ? "xcb;wayland" : "xcb";
+    return hasWayland ? "wayland" : nullptr;
 }

@@ -3,6 +3,9 @@
 #include "Platform/Linux/BatchScheduling.h"
 #include "Platform/Linux/BusSelection.h"
 #include "Platform/Linux/DisplaySelection.h"
+#include "Platform/Linux/Exhaustion.h"
+#include "Platform/Linux/QtStartMessages.h"
+#include "Platform/Linux/SettingsOwner.h"
 
 #include <QGuiApplication>
 #include <QSessionManager>
@@ -11,22 +14,37 @@
 #include <cstdlib>
 #include <utility>
 
+namespace {
+
+[[noreturn]] void refuse(const char *reason)
+{
+    std::fprintf(stderr, "meterkin: %s\n", reason);
+    std::exit(EXIT_FAILURE);
+}
+
+} // namespace
+
 QByteArrayList ProgramHost::prepare()
 {
-    const char *platform = selectDisplay();
-    if (platform == nullptr) {
-        std::fputs("meterkin: no display: start it inside a desktop session\n", stderr);
-        std::exit(EXIT_FAILURE);
-    }
+    endWhenExhausted();
+    if (const char *lack = lackingResource())
+        refuse(lack);
+    if (wouldTakeSettingsOver())
+        refuse("root would take the user's settings over: start it as that user");
+    const char *platforms = selectDisplay();
+    if (platforms == nullptr)
+        refuse("no display: start it inside a desktop session");
     useBatchScheduling();
     selectBus();
+    qInstallMessageHandler(handleQtStartMessage);
     // Not through the environment, which the programs that we start would inherit. A desktop's
     // theme plugins would pull whole toolkits into the process.
-    return {"-platform", platform, "-platformtheme", "generic"};
+    return {"-platform", platforms, "-platformtheme", "generic"};
 }
 
 std::unique_ptr<ProgramHost> ProgramHost::make()
 {
+    qInstallMessageHandler(nullptr);
     return std::make_unique<LinuxHost>();
 }
 
@@ -44,10 +62,13 @@ LinuxHost::~LinuxHost()
     useOriginalScheduling(); // what comes now may be a restart
 }
 
-bool LinuxHost::isFirstInstance(std::function<void()> startedAgain)
+ProgramHost::Claim LinuxHost::claimInstance(std::function<void()> startedAgain)
 {
     QObject::connect(&m_instance, &SingleInstance::startedAgain, std::move(startedAgain));
-    return m_instance.claim();
+    const Claim claim = m_instance.claim();
+    if (claim == Claim::Unanswered)
+        std::fputs("meterkin: it is running already, and does not answer\n", stderr);
+    return claim;
 }
 
 Platform &LinuxHost::platform()

@@ -12,7 +12,7 @@ public:
     LinuxHost();
     ~LinuxHost() override;
 
-    bool isFirstInstance(std::function<void()> startedAgain) override;
+    Claim claimInstance(std::function<void()> startedAgain) override;
     Platform &platform() override;
     bool isRestartWanted() const override { return m_platform && m_platform->isRestartWanted(); }
 

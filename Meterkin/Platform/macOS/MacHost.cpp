@@ -12,9 +12,9 @@ std::unique_ptr<ProgramHost> ProgramHost::make()
     return std::make_unique<MacHost>();
 }
 
-bool MacHost::isFirstInstance(std::function<void()> /*startedAgain*/)
+ProgramHost::Claim MacHost::claimInstance(std::function<void()> /*startedAgain*/)
 {
-    return true;
+    return Claim::First;
 }
 
 Platform &MacHost::platform()

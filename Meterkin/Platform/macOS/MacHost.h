@@ -6,8 +6,8 @@
 /// A program of a Mac's session.
 class MacHost : public ProgramHost {
 public:
-    /// Always: the system starts a bundle once, unless it is told otherwise.
-    bool isFirstInstance(std::function<void()> startedAgain) override;
+    /// Always the first: the system starts a bundle once, unless it is told otherwise.
+    Claim claimInstance(std::function<void()> startedAgain) override;
     Platform &platform() override;
 
 private:
