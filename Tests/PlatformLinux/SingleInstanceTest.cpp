@@ -1,13 +1,14 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Support/TestMain.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
+#include <future>
+
+#include <sys/stat.h>
+
+using Claim = ProgramHost::Claim;
 
 class SingleInstanceTest : public QObject {
     Q_OBJECT
@@ -15,7 +16,7 @@ class SingleInstanceTest : public QObject {
 private slots:
     void init()
     {
-        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
+        qputenv("XDG_RUNTIME_DIR", m_folder.path().toLocal8Bit());
         qputenv("DISPLAY", ":7");
     }
     void cleanup()
@@ -25,44 +26,38 @@ private slots:
         qunsetenv("XDG_CONFIG_HOME");
     }
 
-    void tellsTheFirstOfASecondStart()
+    void runsOnceADisplay()
     {
-        // A socket that a killed instance has left does not count.
-        sockaddr_un address{AF_UNIX, {}};
-        qstrncpy(address.sun_path, QFile::encodeName(m_socket), sizeof address.sun_path);
-        const int dead = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-        QCOMPARE(bind(dead, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
-        close(dead);
-        QVERIFY(QFile::exists(m_socket));
-
         auto first = std::make_unique<SingleInstance>();
-        QVERIFY(first->claim());
-        QVERIFY(!(QFile::permissions(m_socket)
-                  & (QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther)));
+        QCOMPARE(first->claim(), Claim::First);
         QSignalSpy again(first.get(), &SingleInstance::startedAgain);
-        for (int start = 1; start <= 2; ++start) {
-            QVERIFY(!SingleInstance().claim());
-            QTRY_COMPARE(again.count(), start);
+        for (const char *same : {":7.0", "unix:7"}) {
+            qputenv("DISPLAY", same);
+            auto second = std::async(std::launch::async, [] { return SingleInstance().claim(); });
+            QTRY_COMPARE(second.wait_for(std::chrono::seconds(0)), std::future_status::ready);
+            QCOMPARE(second.get(), Claim::Told);
         }
+        QCOMPARE(again.count(), 2);
         qputenv("DISPLAY", ":8");
-        QVERIFY(SingleInstance().claim()); // another display has a panel of its own
+        QCOMPARE(SingleInstance().claim(), Claim::First); // another display has a panel of its own
         qputenv("DISPLAY", ":7");
         first.reset();
-        QVERIFY(SingleInstance().claim());
+        QCOMPARE(SingleInstance().claim(), Claim::First);
     }
 
-    void runsWithoutARuntimeFolder()
+    void leavesFoldersThatOthersWriteTo()
     {
-        qputenv("XDG_RUNTIME_DIR", "/nonexistent/folder");
-        qputenv("XDG_CONFIG_HOME", QFile::encodeName(m_folder.path()));
-        SingleInstance instance;
-        QVERIFY(instance.claim());
-        QVERIFY(!SingleInstance().claim());
+        const QString open = m_folder.filePath(QStringLiteral("open"));
+        const QString config = m_folder.filePath(QStringLiteral("config"));
+        QCOMPARE(mkdir(qPrintable(open), 0777) + chmod(qPrintable(open), 0777), 0);
+        qputenv("XDG_RUNTIME_DIR", open.toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", config.toLocal8Bit());
+        QCOMPARE(SingleInstance().claim(), Claim::First);
+        QVERIFY(QDir(open).isEmpty());
     }
 
 private:
     QTemporaryDir m_folder;
-    const QString m_socket = m_folder.filePath(QStringLiteral("org.meterkin.Meterkin:7"));
 };
 
 METERKIN_TEST(SingleInstanceTest);
