@@ -60,7 +60,10 @@ void ApplicationWindows::openSettings(const DashboardViewModel &model)
             style->makeTitled(*m_settingsWindow);
         m_settingsWindow->setPosition(m_settingsWindow->position()); // else it is placed anew
     }
-    present(*m_settingsWindow);
+    if (WindowStyle *style = m_platform.windowStyle())
+        style->present(*m_settingsWindow);
+    else
+        m_settingsWindow->show();
 }
 
 std::unique_ptr<QQuickWindow>
@@ -101,7 +104,6 @@ ApplicationWindows::makeSettingsWindow(const DashboardViewModel &model)
         giveUpEngineSoon();
     });
     fillWindow(*window, std::move(view), SettingsSize);
-    centreWindow(*window);
     return window;
 }
 
@@ -109,7 +111,10 @@ void ApplicationWindows::showOnboarding()
 {
     closeOnboarding();
     m_onboardingWindow = makeOnboardingWindow();
-    present(*m_onboardingWindow);
+    if (WindowStyle *style = m_platform.windowStyle())
+        style->presentUnasked(*m_onboardingWindow);
+    else
+        m_onboardingWindow->show();
 }
 
 std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
@@ -143,7 +148,6 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
         Qt::SingleShotConnection);
     fillWindow(*window, std::move(view), QSize());
     new WindowDragArea(*window); // belongs to the window
-    centreWindow(*window);
     return window;
 }
 
@@ -151,13 +155,6 @@ void ApplicationWindows::closeOnboarding()
 {
     if (m_onboardingWindow)
         m_onboardingWindow->close();
-}
-
-void ApplicationWindows::present(QQuickWindow &window)
-{
-    window.show();
-    if (WindowStyle *style = m_platform.windowStyle())
-        style->activate(window);
 }
 
 ViewEngine &ApplicationWindows::engine()

@@ -55,7 +55,6 @@ private:
     void giveUpEngineSoon();
     std::unique_ptr<QQuickWindow> makeSettingsWindow(const DashboardViewModel &model);
     std::unique_ptr<QQuickWindow> makeOnboardingWindow();
-    void present(QQuickWindow &window);
 
     Platform &m_platform;
     SettingsViewModel &m_settings;

@@ -47,6 +47,9 @@ public:
     /// The factor by which texts are to be larger than designed, beyond the scale of the screen.
     virtual double textScale() const = 0;
 
+    /// Whether the reader asks for less motion. Not by default.
+    virtual bool reducesMotion() const { return false; }
+
     /// As they look now. None by default.
     virtual SystemColors systemColors() const { return {}; }
 

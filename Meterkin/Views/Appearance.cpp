@@ -22,6 +22,7 @@ void Appearance::take()
 {
     m_dark = m_desktop->isDark();
     m_textScale = m_desktop->textScale();
+    m_reducesMotion = m_desktop->reducesMotion();
     m_systemColors = m_desktop->systemColors();
 }
 

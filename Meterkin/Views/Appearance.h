@@ -18,6 +18,8 @@ class Appearance : public QObject {
     Q_PROPERTY(bool dark READ isDark NOTIFY darkChanged BINDABLE bindableDark FINAL)
     Q_PROPERTY(
         double textScale READ textScale NOTIFY textScaleChanged BINDABLE bindableTextScale FINAL)
+    Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY reducesMotionChanged BINDABLE
+                   bindableReducesMotion FINAL)
     Q_PROPERTY(SystemColors systemColors READ systemColors NOTIFY systemColorsChanged BINDABLE
                    bindableSystemColors FINAL)
 
@@ -43,6 +45,11 @@ public:
     void setTextScale(double scale) { m_textScale = scale; }
     QBindable<double> bindableTextScale() const { return &m_textScale; }
 
+    /// Whether what moves only to be looked at stands still.
+    bool reducesMotion() const { return m_reducesMotion; }
+    void setReducesMotion(bool reduces) { m_reducesMotion = reduces; }
+    QBindable<bool> bindableReducesMotion() const { return &m_reducesMotion; }
+
     SystemColors systemColors() const { return m_systemColors; }
     QBindable<SystemColors> bindableSystemColors() const { return &m_systemColors; }
 
@@ -52,6 +59,7 @@ public:
 signals:
     void darkChanged();
     void textScaleChanged();
+    void reducesMotionChanged();
     void systemColorsChanged();
 
 private:
@@ -61,6 +69,8 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Appearance, bool, m_dark, false, &Appearance::darkChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Appearance, double, m_textScale, 1.0,
                                          &Appearance::textScaleChanged)
+    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(Appearance, bool, m_reducesMotion, false,
+                                         &Appearance::reducesMotionChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Appearance, SystemColors, m_systemColors,
                                &Appearance::systemColorsChanged)
 };

@@ -1,9 +1,101 @@
 #include "Views/WindowContent.h"
 
+#include <QEvent>
 #include <QScreen>
 #include <QtMath>
 
 #include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr QMargins LikelyFrame(2, 32, 2, 2); // of a title bar that nobody has made yet
+
+/// Keeps a window as large as its content asks for, and all of it on the screen. Belongs to the
+/// window.
+class WindowFit : public QObject {
+public:
+    WindowFit(QQuickWindow &window, QQuickItem &content, QSize least)
+        : QObject(&window)
+        , m_window(window)
+        , m_content(content)
+        , m_least(least)
+    {
+        if (!window.flags().testFlag(Qt::FramelessWindowHint))
+            m_frame = LikelyFrame;
+        connect(&content, &QQuickItem::implicitWidthChanged, this, &WindowFit::adapt);
+        connect(&content, &QQuickItem::implicitHeightChanged, this, &WindowFit::adapt);
+        connect(&window, &QWindow::screenChanged, this, &WindowFit::followScreen);
+        window.installEventFilter(this);
+        followScreen(window.screen());
+        const QPoint centre = window.screen()->availableGeometry().center();
+        window.setPosition(centre - QPoint(window.width() / 2, window.height() / 2));
+        keepOnScreen();
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        // The frame is there once the window is seen.
+        if (event->type() == QEvent::Expose && m_window.isExposed()
+            && std::exchange(m_frame, m_window.frameMargins()) != m_window.frameMargins())
+            adapt();
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void followScreen(QScreen *screen)
+    {
+        disconnect(m_screenChange);
+        if (screen == nullptr)
+            return;
+        m_screenChange =
+            connect(screen, &QScreen::availableGeometryChanged, this, &WindowFit::adapt);
+        adapt();
+    }
+    void adapt()
+    {
+        fit();
+        keepOnScreen();
+    }
+    void fit()
+    {
+        const QSize wanted(std::max(m_least.width(), qCeil(m_content.implicitWidth())),
+                           std::max(m_least.height(), qCeil(m_content.implicitHeight())));
+        const QSize size = wanted.boundedTo(room().size());
+        m_window.setMinimumSize(size);
+        m_window.setMaximumSize(size);
+        m_window.resize(size);
+        m_content.setSize(size);
+    }
+    void keepOnScreen()
+    {
+        const QRect room = this->room();
+        const QPoint last = room.bottomRight() - QPoint(m_window.width(), m_window.height());
+        const QPoint place(
+            std::clamp(m_window.x(), room.left(), std::max(room.left(), last.x() + 1)),
+            std::clamp(m_window.y(), room.top(), std::max(room.top(), last.y() + 1)));
+        if (place != m_window.position())
+            m_window.setPosition(place);
+    }
+    /// For what is inside the frame.
+    QRect room() const
+    {
+        const QScreen &screen = *m_window.screen();
+        // Where a point is not one pixel, Qt may have rounded beyond the edge.
+        const int rounding = screen.devicePixelRatio() == 1.0 ? 0 : 1;
+        return screen.availableGeometry().marginsRemoved(m_frame).adjusted(0, 0, -rounding,
+                                                                           -rounding);
+    }
+
+    QQuickWindow &m_window;
+    QQuickItem &m_content;
+    QSize m_least;
+    QMargins m_frame; ///< as last seen
+    QMetaObject::Connection m_screenChange;
+};
+
+} // namespace
 
 void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize least)
 {
@@ -11,17 +103,7 @@ void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize
     item->setParent(&window);
     item->setParentItem(window.contentItem());
     item->setFocus(true);
-    const auto fit = [&window, item, least] {
-        const QSize size(std::max(least.width(), qCeil(item->implicitWidth())),
-                         std::max(least.height(), qCeil(item->implicitHeight())));
-        window.setMinimumSize(size);
-        window.setMaximumSize(size);
-        window.resize(size);
-        item->setSize(size);
-    };
-    QObject::connect(item, &QQuickItem::implicitWidthChanged, &window, fit);
-    QObject::connect(item, &QQuickItem::implicitHeightChanged, &window, fit);
-    fit();
+    new WindowFit(window, *item, least); // belongs to the window
 }
 
 void layOut(QQuickItem &item)
@@ -30,10 +112,4 @@ void layOut(QQuickItem &item)
     for (QQuickItem *child : item.childItems())
         layOut(*child);
     item.ensurePolished();
-}
-
-void centreWindow(QQuickWindow &window)
-{
-    const QRect area = window.screen()->availableGeometry();
-    window.setPosition(area.center() - QPoint(window.width() / 2, window.height() / 2));
 }

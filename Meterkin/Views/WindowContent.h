@@ -6,12 +6,10 @@
 
 #include <memory>
 
-/// Gives the window its content and the content's size, `least` at least, now and whenever that
-/// changes. The window owns the content.
+/// Gives the window its content, in the middle of its screen, and the content's size, `least` at
+/// least, now and whenever that changes. Neither is ever larger than what panels and the window's
+/// frame leave of the screen, whose changes are followed, too. The window owns the content.
 void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize least);
 
 /// Makes the item know its implicit size at once, rather than before the next frame.
 void layOut(QQuickItem &item);
-
-/// Puts it into the middle of its screen.
-void centreWindow(QQuickWindow &window);

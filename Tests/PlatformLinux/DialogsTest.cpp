@@ -15,7 +15,12 @@ namespace {
 struct PlainStyle : WindowStyle {
     void makeTitled(QQuickWindow &) override { }
     TitleBar makeOnboarding(QQuickWindow &) override { return TitleBar::System; }
-    void activate(QQuickWindow &window) override { window.requestActivate(); }
+    void present(QQuickWindow &window) override
+    {
+        window.show();
+        window.requestActivate();
+    }
+    void presentUnasked(QQuickWindow &) override { }
 };
 
 struct PlainAppearance : DesktopAppearance {

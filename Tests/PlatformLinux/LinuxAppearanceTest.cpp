@@ -13,6 +13,10 @@ namespace {
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString scheme = QStringLiteral("color-scheme");
+const QString motion = QStringLiteral("reduced-motion");
+const QString textScale = QStringLiteral("text-scaling-factor");
+const QString animations = QStringLiteral("enable-animations");
 
 /// A desktop portal whose settings the test sets.
 class ScriptedPortal : public QDBusVirtualObject {
@@ -25,23 +29,19 @@ public:
     }
     ~ScriptedPortal() override { m_connection.unregisterService(portalName); }
 
-    QVariant colorScheme = 0U;
-    QVariant textScale = 1.0;
+    QMap<QString, QVariant> settings;
 
     void announceScheme(const QVariant &value)
     {
         QDBusMessage signal = QDBusMessage::createSignal(
             portalPath, QStringLiteral("org.freedesktop.portal.Settings"),
             QStringLiteral("SettingChanged"));
-        signal << appearanceGroup << QStringLiteral("color-scheme")
-               << QVariant::fromValue(QDBusVariant(value));
+        signal << appearanceGroup << scheme << QVariant::fromValue(QDBusVariant(value));
         m_connection.send(signal);
     }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
-        const QVariant &value =
-            message.arguments().value(0) == appearanceGroup ? colorScheme : textScale;
-        const QDBusVariant inner(value);
+        const QDBusVariant inner(settings.value(message.arguments().value(1).toString(), 0U));
         return connection.send(
             message.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(inner)))));
     }
@@ -75,10 +75,9 @@ private slots:
         QVERIFY(!appearance.isDark()); // nobody there yet
 
         auto portal = std::make_unique<ScriptedPortal>(daemon.connectClient());
-        portal->colorScheme = 1U;
-        portal->textScale = 1.25;
-        QTRY_VERIFY(appearance.isDark());
+        portal->settings = {{scheme, 1U}, {textScale, 1.25}, {motion, 1U}, {animations, true}};
         QTRY_COMPARE(appearance.textScale(), 1.25);
+        QVERIFY(appearance.isDark() && appearance.reducesMotion());
 
         QSignalSpy changes(&appearance, &DesktopAppearance::changed);
         for (const QVariant &nonsense : {QVariant(2U), QVariant(QStringLiteral("dark"))}) {
@@ -103,15 +102,16 @@ private slots:
 
         portal.reset(); // as it was, until a new one says otherwise
         portal = std::make_unique<ScriptedPortal>(daemon.connectClient());
-        portal->textScale = std::numeric_limits<double>::quiet_NaN();
-        QTRY_VERIFY(!appearance.isDark());
+        portal->settings[textScale] = std::numeric_limits<double>::quiet_NaN();
+        portal->settings[animations] = true;
+        QTRY_VERIFY(!appearance.isDark() && !appearance.reducesMotion());
         QTRY_COMPARE(appearance.textScale(), 1.0);
 
         daemon.stop();
         daemon.start();
         ScriptedPortal late(daemon.connectClient());
-        late.colorScheme = 1U;
-        QTRY_VERIFY_WITH_TIMEOUT(appearance.isDark(), 20'000);
+        late.settings = {{scheme, 1U}, {animations, false}};
+        QTRY_VERIFY_WITH_TIMEOUT(appearance.isDark() && appearance.reducesMotion(), 20'000);
     }
 };
 

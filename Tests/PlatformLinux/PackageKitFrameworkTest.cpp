@@ -32,7 +32,8 @@ constexpr std::chrono::hours never{100};
 struct Style : WindowStyle {
     void makeTitled(QQuickWindow &) override { }
     TitleBar makeOnboarding(QQuickWindow &) override { return TitleBar::System; }
-    void activate(QQuickWindow &) override { }
+    void present(QQuickWindow &window) override { window.show(); }
+    void presentUnasked(QQuickWindow &) override { }
 };
 
 struct Appearance : DesktopAppearance {

@@ -40,20 +40,12 @@ private slots:
             {914, 167, 320, 300});
         row("right end", {1200, 2, 60, 22}, top, screen, content, PanelSide::Top,
             {952, 32, 320, 300});
-        row("left end", {4, 694, 60, 22}, bottom, screen, content, PanelSide::Bottom,
-            {8, 384, 320, 300});
-        row("lower end", {2, 680, 36, 36}, left, screen, content, PanelSide::Left,
-            {46, 412, 320, 300});
         row("second screen", {2200, 102, 60, 22}, {1280, 100, 1000, 26}, second, content,
             PanelSide::Top, {1952, 132, 320, 300});
         row("too high", {600, 2, 60, 22}, top, screen, {320, 3000}, PanelSide::Top,
             {469, 32, 320, 680});
-        row("too high above", {600, 694, 60, 22}, bottom, screen, {320, 3000}, PanelSide::Bottom,
-            {469, 8, 320, 676});
         row("strip below", {900, 680, 110, 24}, none, screen, content, PanelSide::Bottom,
             {794, 374, 320, 300});
-        row("strip at the left edge", {0, 200, 110, 24}, none, screen, content, PanelSide::Top,
-            {8, 230, 320, 300});
         row("square item, unseen panel", {4, 400, 30, 30}, none, screen, content, PanelSide::Left,
             {40, 264, 320, 300});
     }

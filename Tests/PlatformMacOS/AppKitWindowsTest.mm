@@ -1,4 +1,3 @@
-#include "Platform/macOS/AppKitAlert.h"
 #include "Platform/macOS/AppKitWindowStyle.h"
 #include "Platform/macOS/NativeView.h"
 
@@ -28,7 +27,7 @@ private slots:
         QQuickWindow window;
         AppKitWindowStyle().makeTitled(window);
         QCOMPARE(CallLog::take(), lines("created with flags a001001\nwindow styleMask 3"));
-        AppKitWindowStyle().activate(window);
+        AppKitWindowStyle().present(window);
         QCOMPARE(CallLog::take(),
                  lines("unhideWithoutActivation\nwindow makeKeyAndOrderFront "
                        "0\nactivateIgnoringOtherApps 1"));
@@ -53,18 +52,6 @@ private slots:
         QVERIFY(color.greenComponent == 0.06666666666666667);
         QVERIFY(color.blueComponent == 0.09019607843137255);
         QVERIFY(color.alphaComponent == 1.0);
-    }
-
-    void runsAlert()
-    {
-        AppKitAlert().run(QStringLiteral("You're up to date!"), QStringLiteral("meterkin ⌘ 1"));
-        QCOMPARE(CallLog::take(),
-                 lines("messageText You're up to date!\n"
-                       "informativeText meterkin ⌘ 1\n"
-                       "alertStyle 1\n"
-                       "addButtonWithTitle OK\n"
-                       "unhideWithoutActivation\n"
-                       "runModal"));
     }
 };
 

@@ -23,7 +23,6 @@ private slots:
         QFETCH(QString, text);
         QCOMPARE(textOf(foundationText(text)), text);
     }
-    void noTextIsEmpty() { QCOMPARE(textOf(nil), QString()); }
 
     void carriesValues_data()
     {
@@ -82,12 +81,6 @@ private slots:
     {
         QFETCH(const QByteArray, data);
         QTEST(propertyList(data), "value");
-    }
-
-    void onlyTextsAreKeys()
-    {
-        NSNumber *key = [NSNumber numberWithInt:1];
-        QCOMPARE(valueOf([NSDictionary dictionaryWithObject:@"a" forKey:key]), QVariant());
     }
 };
 

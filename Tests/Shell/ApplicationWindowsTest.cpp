@@ -72,6 +72,10 @@ private slots:
         emit m_platform->appearance.changed();
         QVERIFY(onlyItem(window)->property("color").value<QColor>() != background);
         QCOMPARE(window.width(), 705);
+        m_platform->appearance.scale = 3.0;
+        emit m_platform->appearance.changed();
+        QVERIFY(window.screen()->availableGeometry().contains(window.frameGeometry()));
+        QCOMPARE(onlyItem(window)->size(), window.size());
     }
 
     void givesUpTheEngineWithTheLastView()

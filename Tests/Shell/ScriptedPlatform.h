@@ -89,7 +89,12 @@ public:
             done << QStringLiteral("onboarding");
             return TitleBar::System;
         }
-        void activate(QQuickWindow &window) override { done << window.title(); }
+        void present(QQuickWindow &window) override { presentUnasked(window); }
+        void presentUnasked(QQuickWindow &window) override
+        {
+            window.show();
+            done << window.title();
+        }
     } style;
 
     struct Appearance : DesktopAppearance {

@@ -106,7 +106,7 @@ class TestAccessibility(SmokeCase):
             seen = self.wait_to_show(*controls)
             self.assertEqual([label for label in seen if "selected" in seen[label]["states"]],
                              [f"page tab: {tab}"])
-            reached = [*controls, *(f"page tab: {name}" for name in TABS)]
+            reached = [*controls, f"page tab: {tab}"]     # the others by arrow keys
             self.assertCountEqual([label for label, element in seen.items() if element["role"] in
                                    CONTROLS and "focusable" in element["states"]], reached)
             self.desktop.run("xdotool", "key", *["Tab"] * len(reached))

@@ -2,7 +2,6 @@
 #include "Views/Dashboard/CoreBarChart.h"
 #include "Views/Dashboard/SparklineView.h"
 
-#include <QPainter>
 #include <QtTest>
 
 class ChartsTest : public QObject {
@@ -25,22 +24,6 @@ private slots:
     {
         QFETCH(QList<double>, data);
         QTEST(sparklinePoints(data, QSizeF(100, 30)), "points");
-    }
-
-    void drawsLineAndArea()
-    {
-        SparklineView chart;
-        chart.setSize(QSizeF(100, 30));
-        chart.setLineColor(Qt::red);
-        chart.setData({0, 100});
-        QImage image(100, 30, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        chart.paint(&painter);
-        painter.end();
-        QCOMPARE(image.pixelColor(5, 5), QColor(Qt::white)); // above the line
-        QCOMPARE(image.pixelColor(90, 25), QColor(255, 229, 229)); // a tenth of red
-        QVERIFY(image.pixelColor(50, 15).green() < 140); // 60 % of red over that
     }
 
     void sizesTheBars_data()
@@ -69,27 +52,6 @@ private slots:
             QVERIFY2(count > 92 ? gap > 0.0 : std::abs(gap - 2.0) < 1e-6,
                      qPrintable(QString::number(count)));
         }
-    }
-
-    void colorsTheBars()
-    {
-        CoreBarChart chart;
-        chart.setSize(QSizeF(100, 40));
-        chart.setBarHeight(40);
-        chart.setProperty("greenThreshold", 50.0);
-        chart.setProperty("yellowThreshold", 80.0);
-        chart.setProperty("green", QColor(Qt::green));
-        chart.setProperty("yellow", QColor(Qt::yellow));
-        chart.setProperty("red", QColor(Qt::red));
-        chart.setPerCoreUsage({49.9, 50, 79.9, 80});
-        QImage image(100, 40, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        chart.paint(&painter);
-        painter.end();
-        for (const auto &[x, color] : {std::pair(12, Qt::green), std::pair(37, Qt::yellow),
-                                       std::pair(63, Qt::yellow), std::pair(88, Qt::red)})
-            QCOMPARE(image.pixelColor(x, 35), QColor(color));
     }
 };
 

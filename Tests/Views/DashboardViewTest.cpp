@@ -95,26 +95,11 @@ private slots:
         for (int i = 0; i < 3; ++i)
             m_machine->report(vitals);
         QCOMPARE(m_view->implicitWidth(), 320.0);
-        QCOMPARE(rect("memoryCard").left(), 10.0);
-        QCOMPARE(rect("memoryCard").width(), 300.0);
         QCOMPARE(rect("scrollArea").top(), height("name") + 20 + 1);
         QCOMPARE(rect("memoryCard").top(), rect("scrollArea").top() + 10);
-        QCOMPARE(rect("sparkline").left(), 22.0);
-        QCOMPARE(rect("sparkline").height(), 30.0);
-        QCOMPARE(rect("value").top() - rect("title").bottom(), 8.0);
-        QTRY_COMPARE(rect("memoryCard").bottom() - rect("extremes").bottom(), 10.0); // laid out
-        QCOMPARE(rect("cpuCard").top() - rect("memoryBreakdown").bottom(), 8.0);
-        QCOMPARE(rect("perCoreBlock").top() - rect("cpuCard").bottom(), 4.0);
         QCOMPARE(rect("coreBars"), QRectF(22, rect("coreBars").top(), 276, 40));
-        QCOMPARE(m_view->implicitHeight(),
-                 rect("fanCard").bottom() + 10 + 1 + height("settingsButton") + 16);
-        for (const auto &[name, size, weight] :
-             {std::tuple("name", 13, QFont::Bold), std::tuple("title", 11, QFont::Medium),
-              std::tuple("value", 18, QFont::Bold)}) {
-            const auto font = item(name)->property("font").value<QFont>();
-            QCOMPARE(font.pixelSize(), size);
-            QCOMPARE(font.weight(), weight);
-        }
+        QTRY_COMPARE(m_view->implicitHeight(), // laid out
+                     rect("fanCard").bottom() + 10 + 1 + height("settingsButton") + 16);
         // Equal to a threshold is the tier above; the thresholds may change while it is open.
         QCOMPARE(colorIn("memoryCard"), theme("red"));
         QCOMPARE(colorIn("cpuCard"), theme("yellow"));

@@ -33,7 +33,8 @@ private slots:
     void showsTheTabs()
     {
         QCOMPARE(m->view->implicitWidth(), 470.0);
-        m->click({u"Thresholds"_s, u"Alerts"_s, u"About"_s});
+        m->click({u"Thresholds"_s, u"Alerts"_s});
+        m->press({Qt::Key_Right});
         QVERIFY(m->item(u"programName"_s)->isVisible() && !m->item(u"memoryGreen"_s)->isVisible());
         QVERIFY(!m->item(u"checkForUpdates"_s)->isEnabled());
         QCOMPARE(written(), QString());
@@ -106,6 +107,31 @@ private slots:
         QVERIFY(line->isVisible() && line->property("text").toString().contains(m_store.problem));
         m_store.problem = QString();
         QVERIFY(!line->isVisible());
+    }
+
+    void keyboardReachesAll()
+    {
+        m->view->setHeight(240);
+        m->click({u"About"_s});
+        m->press({Qt::Key_Right, Qt::Key_Tab}); // round to General, and into its page
+        QVERIFY(m->item(u"menuBarMetric"_s)->hasActiveFocus());
+        QTest::keyClick(&m->window, Qt::Key_Tab, Qt::ControlModifier);
+        QTest::keyClick(&m->window, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QTest::keyClick(&m->window, Qt::Key_Tab, Qt::ControlModifier);
+        m->press({Qt::Key_Tab, Qt::Key_Backtab, Qt::Key_Backtab}); // the bar is one stop
+        const QQuickItem *last = m->item(u"cpuUsageYellow"_s);
+        QVERIFY(last->isAncestorOf(m->window.activeFocusItem()));
+        const auto isInSight = [&] { return last->mapToScene({0.0, last->height()}).y() <= 240; };
+        QVERIFY(isInSight());
+        m->press({Qt::Key_PageUp, Qt::Key_PageUp});
+        QVERIFY(!isInSight());
+        m->press({Qt::Key_1, Qt::Key_Escape}); // takes back what was typed, no more
+        QVERIFY(m->window.isVisible());
+        m_recorder->record();
+        m->press({Qt::Key_Escape});
+        QVERIFY(m->window.isVisible() && !m_recorder->isRecording());
+        m->press({Qt::Key_Escape});
+        QVERIFY(!m->window.isVisible());
     }
 
     void recordsWhileInSight()

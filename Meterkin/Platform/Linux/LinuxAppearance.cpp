@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace {
 
@@ -11,9 +10,12 @@ const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString schemeKey = QStringLiteral("color-scheme");
-const QString textGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString motionKey = QStringLiteral("reduced-motion");
+const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString animationKey = QStringLiteral("enable-animations");
 const QString textKey = QStringLiteral("text-scaling-factor");
 
+constexpr uint ReducedMotion = 1; // the portal's number; any other means no preference
 constexpr double LeastTextScale = 0.5; // what desktops offer, and a bound for what they may send
 constexpr double MostTextScale = 3.0;
 
@@ -58,12 +60,6 @@ LinuxAppearance::LinuxAppearance(MessageBus &bus, TextScale source, QObject *par
     : DesktopAppearance(parent)
     , m_bus(bus)
     , m_source(source)
-    , m_askForScheme(bus,
-                     [this](const QDBusMessage &reply) {
-                         return takeReply(appearanceGroup, schemeKey, reply);
-                     })
-    , m_askForTextScale(
-          bus, [this](const QDBusMessage &reply) { return takeReply(textGroup, textKey, reply); })
 {
     // Connecting the slot to the bus fails as long as nobody has used this type.
     qRegisterMetaType<QDBusVariant>();
@@ -78,12 +74,27 @@ bool LinuxAppearance::isDark() const
     return m_scheme == Scheme::Dark || (m_scheme != Scheme::Light && m_isThemeDark);
 }
 
+bool LinuxAppearance::reducesMotion() const
+{
+    return m_isMotionReduced || !m_isAnimated || !m_isThemeAnimated;
+}
+
+template <typename Change> void LinuxAppearance::apply(Change change)
+{
+    const auto before = look();
+    change();
+    if (look() != before)
+        emit changed();
+}
+
 void LinuxAppearance::setThemeName(QStringView name)
 {
-    const bool wasDark = isDark();
-    m_isThemeDark = isDarkThemeName(name);
-    if (isDark() != wasDark)
-        emit changed();
+    apply([&] { m_isThemeDark = isDarkThemeName(name); });
+}
+
+void LinuxAppearance::setAnimated(bool isAnimated)
+{
+    apply([&] { m_isThemeAnimated = isAnimated; });
 }
 
 void LinuxAppearance::follow()
@@ -100,33 +111,38 @@ void LinuxAppearance::follow()
 
 void LinuxAppearance::ask()
 {
-    m_askForScheme.ask(readCall(appearanceGroup, schemeKey));
+    ask(appearanceGroup, schemeKey);
+    ask(appearanceGroup, motionKey);
+    ask(interfaceGroup, animationKey);
     if (m_source == TextScale::FromPortal)
-        m_askForTextScale.ask(readCall(textGroup, textKey));
+        ask(interfaceGroup, textKey);
 }
 
-bool LinuxAppearance::takeReply(const QString &group, const QString &key, const QDBusMessage &reply)
+void LinuxAppearance::ask(const QString &group, const QString &key)
 {
-    if (reply.type() == QDBusMessage::ReplyMessage)
-        take(group, key, QDBusVariant(reply.arguments().value(0)));
-    return !MessageBus::isTimeout(reply);
+    const auto handler = [this, group, key](const QDBusMessage &reply) {
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            take(group, key, QDBusVariant(reply.arguments().value(0)));
+        return !MessageBus::isTimeout(reply);
+    };
+    m_questions.try_emplace({group, key}, m_bus, handler).first->second.ask(readCall(group, key));
 }
 
 void LinuxAppearance::take(const QString &group, const QString &key, const QDBusVariant &value)
 {
     const QVariant content = unwrapped(value.variant());
-    bool differs = false;
-    if (group == appearanceGroup && key == schemeKey) {
-        const bool wasDark = isDark();
-        m_scheme = static_cast<Scheme>(content.toUInt());
-        differs = isDark() != wasDark;
-    } else if (group == textGroup && key == textKey && m_source == TextScale::FromPortal) {
-        const double told = content.toDouble();
-        const double scale = std::isfinite(told) && told > 0.0
-            ? std::clamp(told, LeastTextScale, MostTextScale)
-            : 1.0;
-        differs = std::exchange(m_textScale, scale) != scale;
-    }
-    if (differs)
-        emit changed();
+    apply([&] {
+        if (group == appearanceGroup && key == schemeKey) {
+            m_scheme = static_cast<Scheme>(content.toUInt());
+        } else if (group == appearanceGroup && key == motionKey) {
+            m_isMotionReduced = content.toUInt() == ReducedMotion;
+        } else if (group == interfaceGroup && key == animationKey) {
+            m_isAnimated = content.toBool();
+        } else if (group == interfaceGroup && key == textKey && m_source == TextScale::FromPortal) {
+            const double told = content.toDouble();
+            m_textScale = std::isfinite(told) && told > 0.0
+                ? std::clamp(told, LeastTextScale, MostTextScale)
+                : 1.0;
+        }
+    });
 }

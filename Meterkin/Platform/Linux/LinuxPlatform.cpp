@@ -38,9 +38,12 @@ LinuxPlatform::LinuxPlatform()
                QCoreApplication::quit();
            }})
 {
-    const auto passTheme = [this] { m_appearance.setThemeName(m_xsettings.themeName()); };
-    QObject::connect(&m_xsettings, &XSettings::themeNameChanged, &m_appearance, passTheme);
-    passTheme();
+    const auto passSettings = [this] {
+        m_appearance.setThemeName(m_xsettings.values().themeName);
+        m_appearance.setAnimated(m_xsettings.values().isAnimated);
+    };
+    QObject::connect(&m_xsettings, &XSettings::changed, &m_appearance, passSettings);
+    passSettings();
 }
 
 std::unique_ptr<FanControllerConnection> LinuxPlatform::makeFanController()

@@ -6,6 +6,12 @@
 #include <QGuiApplication>
 #include <QQuickWindow>
 
+namespace {
+
+constexpr quint32 EveryDesktop = 0xffffffff;
+
+} // namespace
+
 LinuxWindowStyle::LinuxWindowStyle(X11Connection &connection, QObject *parent)
     : QObject(parent)
     , m_connection(connection)
@@ -27,17 +33,52 @@ WindowStyle::TitleBar LinuxWindowStyle::makeOnboarding(QQuickWindow &window)
     return TitleBar::None;
 }
 
-void LinuxWindowStyle::activate(QQuickWindow &window)
+void LinuxWindowStyle::present(QQuickWindow &window)
 {
-    if (window.windowStates().testFlag(Qt::WindowMinimized))
+    const bool isThere = window.isVisible() && isHere(window);
+    if (!isThere) {
+        // From another workspace it comes as a new window would, which every desktop puts here.
+        window.hide();
+        window.setPosition(window.position()); // else it is placed anew
         window.showNormal();
+    }
     window.raise();
     window.requestActivate();
     // A window manager that does not know the window yet would not listen.
-    if (window.isExposed())
+    if (isThere)
         demandFocus(window);
     else
         window.installEventFilter(this);
+}
+
+void LinuxWindowStyle::presentUnasked(QQuickWindow &window)
+{
+    // Qt's xcb plugin then sets the user time to 0, which asks window managers for no focus.
+    window.setProperty("_q_showWithoutActivating", true);
+    window.show();
+}
+
+/// Whether the user could see it but for what may cover it.
+bool LinuxWindowStyle::isHere(const QQuickWindow &window) const
+{
+    if (!window.isExposed())
+        return false;
+    if (isOnX11()) {
+        const auto desktop = [this](xcb_window_t of, const char *property) {
+            return m_connection.words(of, m_connection.atom(property), XCB_ATOM_CARDINAL);
+        };
+        const QList<quint32> own =
+            desktop(static_cast<xcb_window_t>(window.winId()), "_NET_WM_DESKTOP");
+        const QList<quint32> current = desktop(m_connection.screen().root, "_NET_CURRENT_DESKTOP");
+        if (!own.isEmpty() && !current.isEmpty())
+            return own.first() == current.first() || own.first() == EveryDesktop;
+    }
+    return window.isActive(); // nobody tells of workspaces
+}
+
+bool LinuxWindowStyle::isOnX11() const
+{
+    return m_connection.isOpen() && QGuiApplication::platformName() == u"xcb";
 }
 
 bool LinuxWindowStyle::eventFilter(QObject *watched, QEvent *event)
@@ -54,7 +95,7 @@ bool LinuxWindowStyle::eventFilter(QObject *watched, QEvent *event)
 
 void LinuxWindowStyle::demandFocus(const QQuickWindow &window)
 {
-    if (!m_connection.isOpen() || QGuiApplication::platformName() != u"xcb")
+    if (!isOnX11())
         return;
     // As a pager asks, since the user has just asked for it: the click went to a panel, which
     // window managers take for another program's.

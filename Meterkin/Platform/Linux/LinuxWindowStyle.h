@@ -13,12 +13,15 @@ public:
 
     void makeTitled(QQuickWindow &window) override;
     TitleBar makeOnboarding(QQuickWindow &window) override;
-    void activate(QQuickWindow &window) override;
+    void present(QQuickWindow &window) override;
+    void presentUnasked(QQuickWindow &window) override;
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    bool isOnX11() const;
+    bool isHere(const QQuickWindow &window) const;
     void demandFocus(const QQuickWindow &window);
 
     X11Connection &m_connection;

@@ -10,7 +10,6 @@ constexpr quint32 MostBytes = 64 * 1024; // daemons publish a few kB
 
 enum RecordType : quint8 { Integer = 0, Text = 1, Color = 2 };
 
-constexpr quint32 IntegerSize = 4;
 constexpr quint32 ColorSize = 8;
 
 /// Takes values off the front of a block; what is not there reads as empty or 0.
@@ -64,10 +63,10 @@ private:
 
 } // namespace
 
-std::optional<QString> xsettingsText(QByteArrayView block, QByteArrayView name)
+std::optional<XSettingsValues> xsettingsValues(QByteArrayView block)
 {
     BlockReader reader(block);
-    std::optional<QString> found;
+    XSettingsValues found;
     reader.number<quint32>(); // the serial
     for (auto left = reader.number<quint32>(); left > 0 && reader.isSound(); --left) {
         const auto type = reader.number<quint8>();
@@ -76,15 +75,19 @@ std::optional<QString> xsettingsText(QByteArrayView block, QByteArrayView name)
         reader.number<quint32>(); // the serial of its last change
         if (type == Text) {
             const QByteArrayView value = reader.padded(reader.number<quint32>());
-            if (key == name)
-                found = QString::fromUtf8(value);
-        } else if (type == Integer || type == Color) {
-            reader.bytes(type == Integer ? IntegerSize : ColorSize);
+            if (key == "Net/ThemeName")
+                found.themeName = QString::fromUtf8(value);
+        } else if (type == Integer) {
+            const auto value = reader.number<quint32>();
+            if (key == "Gtk/EnableAnimations")
+                found.isAnimated = value != 0;
+        } else if (type == Color) {
+            reader.bytes(ColorSize);
         } else {
             return std::nullopt; // of unknown length
         }
     }
-    return reader.isSound() ? found : std::nullopt;
+    return reader.isSound() ? std::optional(found) : std::nullopt;
 }
 
 XSettings::XSettings(X11Connection &connection, QObject *parent)
@@ -156,7 +159,7 @@ void XSettings::read()
     if (reply->format == 8)
         block = {static_cast<const char *>(xcb_get_property_value(reply.get())),
                  xcb_get_property_value_length(reply.get())};
-    const QString name = xsettingsText(block, "Net/ThemeName").value_or(QString());
-    if (std::exchange(m_themeName, name) != name)
-        emit themeNameChanged();
+    const XSettingsValues values = xsettingsValues(block).value_or(XSettingsValues());
+    if (std::exchange(m_values, values) != values)
+        emit changed();
 }

@@ -8,12 +8,19 @@
 
 #include <optional>
 
-/// The text setting `name` in what an XSETTINGS manager publishes. Absent when it is missing, is no
-/// text, or when anything in the block is damaged: such a block is not to be trusted.
-std::optional<QString> xsettingsText(QByteArrayView block, QByteArrayView name);
+/// What is of use to us of the settings that an X11 desktop shares with its programs.
+struct XSettingsValues {
+    QString themeName; ///< "Net/ThemeName"; empty when none is named
+    bool isAnimated = true; ///< "Gtk/EnableAnimations"
 
-/// The theme that the X11 desktop's settings daemon names, as daemons come and go. Main thread
-/// only.
+    bool operator==(const XSettingsValues &) const = default;
+};
+
+/// The values in what an XSETTINGS manager publishes; those that are missing or of another type are
+/// the default. Absent when anything in the block is damaged: such a block is not to be trusted.
+std::optional<XSettingsValues> xsettingsValues(QByteArrayView block);
+
+/// What the X11 desktop's settings daemon says, as daemons come and go. Main thread only.
 class XSettings : public QObject {
     Q_OBJECT
 
@@ -21,11 +28,11 @@ public:
     /// The connection outlives this and may be closed.
     explicit XSettings(X11Connection &connection, QObject *parent = nullptr);
 
-    /// Empty when no theme is named; as last told while there is no daemon.
-    const QString &themeName() const { return m_themeName; }
+    /// As last told while there is no daemon.
+    const XSettingsValues &values() const { return m_values; }
 
 signals:
-    void themeNameChanged();
+    void changed();
 
 private:
     void handleEvent(const xcb_generic_event_t *event);
@@ -36,5 +43,5 @@ private:
     xcb_atom_t m_selection = XCB_ATOM_NONE;
     xcb_atom_t m_property = XCB_ATOM_NONE;
     xcb_window_t m_owner = XCB_WINDOW_NONE;
-    QString m_themeName;
+    XSettingsValues m_values;
 };

@@ -15,6 +15,7 @@ public:
     bool isDark() const override;
     /// 1: the system has no such factor for its programs.
     double textScale() const override { return 1.0; }
+    bool reducesMotion() const override;
     SystemColors systemColors() const override;
     QImage symbol(const QString &name, double pointSize, double scale) const override;
 

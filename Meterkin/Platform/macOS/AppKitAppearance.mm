@@ -23,7 +23,7 @@ NS_ASSUME_NONNULL_END
     emit m_owner->changed();
 }
 
-- (void)systemColorsDidChange:(NSNotification *)notification
+- (void)lookDidChange:(NSNotification *)notification
 {
     emit m_owner->changed();
 }
@@ -45,9 +45,14 @@ AppKitAppearance::AppKitAppearance(QObject *parent)
                                          context:nullptr];
     // The accent colour changes within an appearance.
     [NSNotificationCenter.defaultCenter addObserver:m_objects->observer
-                                           selector:@selector(systemColorsDidChange:)
+                                           selector:@selector(lookDidChange:)
                                                name:NSSystemColorsDidChangeNotification
                                              object:nil];
+    [NSWorkspace.sharedWorkspace.notificationCenter
+        addObserver:m_objects->observer
+           selector:@selector(lookDidChange:)
+               name:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
+             object:nil];
 }
 
 AppKitAppearance::~AppKitAppearance()
@@ -55,6 +60,7 @@ AppKitAppearance::~AppKitAppearance()
     [NSApplication.sharedApplication removeObserver:m_objects->observer
                                          forKeyPath:@"effectiveAppearance"];
     [NSNotificationCenter.defaultCenter removeObserver:m_objects->observer];
+    [NSWorkspace.sharedWorkspace.notificationCenter removeObserver:m_objects->observer];
 }
 
 bool AppKitAppearance::isDark() const
@@ -63,6 +69,11 @@ bool AppKitAppearance::isDark() const
     NSString *match = [NSApplication.sharedApplication.effectiveAppearance
         bestMatchFromAppearancesWithNames:@[ NSAppearanceNameAqua, NSAppearanceNameDarkAqua ]];
     return [match isEqual:NSAppearanceNameDarkAqua];
+}
+
+bool AppKitAppearance::reducesMotion() const
+{
+    return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldReduceMotion;
 }
 
 SystemColors AppKitAppearance::systemColors() const

@@ -7,5 +7,6 @@ class AppKitWindowStyle : public WindowStyle {
 public:
     void makeTitled(QQuickWindow &window) override;
     TitleBar makeOnboarding(QQuickWindow &window) override;
-    void activate(QQuickWindow &window) override;
+    void present(QQuickWindow &window) override;
+    void presentUnasked(QQuickWindow &window) override;
 };

@@ -36,9 +36,16 @@ WindowStyle::TitleBar AppKitWindowStyle::makeOnboarding(QQuickWindow &window)
     return TitleBar::System;
 }
 
-void AppKitWindowStyle::activate(QQuickWindow &window)
+void AppKitWindowStyle::present(QQuickWindow &window)
 {
+    window.show();
     [NSApp unhideWithoutActivation];
     [viewOf(window).window makeKeyAndOrderFront:nil];
     [NSApp activateIgnoringOtherApps:YES];
+}
+
+void AppKitWindowStyle::presentUnasked(QQuickWindow &window)
+{
+    // Here the welcome comes to the front as well.
+    present(window);
 }

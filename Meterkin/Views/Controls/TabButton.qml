@@ -12,6 +12,7 @@ T.TabButton {
     readonly property color shade: button.selected ? Theme.accent : Theme.secondary
 
     checked: button.selected
+    activeFocusOnTab: button.selected || button.activeFocus
     implicitWidth: Math.max(84 * Appearance.textScale, implicitContentWidth + 20)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     topPadding: 6

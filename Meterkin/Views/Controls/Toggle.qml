@@ -52,6 +52,8 @@ T.Switch {
             color: toggle.isOn ? Theme.textOnAccent : Theme.controlBackground
 
             Behavior on x {
+                enabled: !Appearance.reducesMotion
+
                 NumberAnimation {
                     duration: 120
                     easing.type: Easing.OutCubic

@@ -5,7 +5,11 @@ import Meterkin.Views
 T.AbstractButton {
     id: button
 
+    required property bool isRevealed // it can be seen wholly
+    required property bool takesFocus // as soon as keys press it
+
     property real shimmerPhase: 0
+    property bool takesKeys: false
 
     leftPadding: Theme.points(26)
     rightPadding: Theme.points(24)
@@ -16,6 +20,26 @@ T.AbstractButton {
     hoverEnabled: true
     Accessible.name: text
     Accessible.onPressAction: button.clicked()
+    // A key that is held down must not rush through both screens.
+    Keys.onPressed: event => {
+        event.accepted = event.key === Qt.Key_Return || event.key === Qt.Key_Enter
+            || event.key === Qt.Key_Space
+        if (event.accepted && button.takesKeys && !event.isAutoRepeat)
+            button.clicked()
+    }
+    // It would press the button, too, though its key went down elsewhere or too early.
+    Keys.onReleased: event => event.accepted = event.key === Qt.Key_Space
+
+    // What is typed for another window as this one appears is not meant for it.
+    OnboardingStep {
+        running: button.isRevealed
+        delay: 400
+        onReached: {
+            button.takesKeys = true
+            if (button.takesFocus)
+                button.forceActiveFocus(Qt.OtherFocusReason)
+        }
+    }
 
     contentItem: Row {
         spacing: Theme.points(8)

@@ -16,9 +16,7 @@ Item {
 
     signal pressed()
 
-    Item {
-        anchors.centerIn: parent
-        width: parent.width
+    OnboardingBlock {
         height: button.y + button.height
 
         OnboardingGlow {
@@ -116,14 +114,10 @@ Item {
             shown: screen.button2Visible
             duration: 300
             easesIn: true
-            onShownChanged: {
-                if (screen.takesFocus)
-                    startUsing.forceActiveFocus(Qt.OtherFocusReason)
-            }
 
             OnboardingButton {
-                id: startUsing
-
+                isRevealed: screen.enabled && button.opacity === 1
+                takesFocus: screen.takesFocus
                 text: "Start Using meterkin"
                 shimmerPhase: screen.shimmerPhase
                 onClicked: screen.pressed()

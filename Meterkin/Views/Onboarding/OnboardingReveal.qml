@@ -19,7 +19,7 @@ Item {
 
     Behavior on opacity {
         OnboardingEase {
-            duration: reveal.duration
+            span: reveal.duration
             easesIn: reveal.easesIn
         }
     }

@@ -1,4 +1,5 @@
 import QtQuick
+import Meterkin.Views
 
 // A damped spring, let go at 0, that comes to rest at 1. No easing curve is one: they end at a
 // duration that is given, a spring when its swing has died away.
@@ -25,7 +26,7 @@ QtObject {
 
     Behavior on elapsed {
         NumberAnimation {
-            duration: Math.round(1000 * spring.settlingTime)
+            duration: Appearance.reducesMotion ? 0 : Math.round(1000 * spring.settlingTime)
         }
     }
 }

@@ -28,8 +28,10 @@ FocusScope {
     property bool button2Visible: false
     property real shimmerPhase: 0
 
+    readonly property bool mayMove: sight.isSeen && !Appearance.reducesMotion
     readonly property real iconProgress: iconSpring.position
     property real turned: currentScreen // 0 to 1, from the first screen to the second
+    property bool shimmers: false
     property bool started: false
     property bool finished: false
 
@@ -60,51 +62,36 @@ FocusScope {
         complete()
     }
 
-    // Also before the button is there: nobody has to sit through this.
-    function pressButton(): void {
-        if (currentScreen === 0)
-            leaveWelcome()
-        else
-            finish()
-    }
-
     implicitWidth: 520 * Appearance.textScale
     implicitHeight: 420 * Appearance.textScale
     focus: true
 
-    Keys.onPressed: event => {
-        if (event.key === Qt.Key_Escape) {
-            closeRequested()
-            event.accepted = true
-        } else if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter
-                   || event.key === Qt.Key_Space) {
-            // A key that is held down must not rush through both screens.
-            if (!event.isAutoRepeat)
-                pressButton()
-            event.accepted = true
-        }
+    Keys.onEscapePressed: closeRequested()
+
+    WindowSight {
+        id: sight
     }
 
     Behavior on turned {
         OnboardingEase {
             easesIn: true
-            duration: 400
+            span: 400
         }
     }
     Behavior on circleTrim {
         OnboardingEase {
-            duration: 400
+            span: 400
         }
     }
     Behavior on checkmarkTrim {
         OnboardingEase {
-            duration: 300
+            span: 300
         }
     }
     Behavior on glowOpacity {
         OnboardingEase {
             easesIn: true
-            duration: 1200
+            span: 1200
         }
     }
 
@@ -137,17 +124,17 @@ FocusScope {
         OnboardingStep { delay: 1500; onReached: view.subtextVisible = true }
         OnboardingStep { delay: 1700; onReached: view.previewVisible = true }
         OnboardingStep { delay: 2100; onReached: view.button2Visible = true }
-        OnboardingStep { delay: 2300; onReached: shimmer.start() }
+        OnboardingStep { delay: 2300; onReached: { view.shimmerPhase = 1; view.shimmers = true } }
     }
     NumberAnimation {
-        id: shimmer
-
+        running: view.shimmers && view.mayMove
         target: view
         property: "shimmerPhase"
         from: 0
         to: 1
         duration: 2000
         loops: Animation.Infinite
+        onStopped: view.shimmerPhase = 1
     }
 
     Rectangle {
@@ -176,7 +163,7 @@ FocusScope {
             bullet2Visible: view.bullet2Visible
             bullet3Visible: view.bullet3Visible
             buttonVisible: view.buttonVisible
-            glowPulse: view.glowPulse
+            glowPulse: view.glowPulse && view.mayMove
             takesFocus: !closeButton.activeFocus
             onPressed: view.leaveWelcome()
         }

@@ -27,7 +27,7 @@ Item {
 
     Behavior on opacity {
         OnboardingEase {
-            duration: 300
+            span: 300
         }
     }
     SequentialAnimation {
@@ -39,20 +39,18 @@ Item {
             target: screen
             property: "glowLevel"
             to: 1
-            duration: 2000
+            span: 2000
         }
         OnboardingEase {
             easesIn: true
             target: screen
             property: "glowLevel"
             to: 0.55
-            duration: 2000
+            span: 2000
         }
     }
 
-    Item {
-        anchors.centerIn: parent
-        width: Theme.points(380)
+    OnboardingBlock {
         height: button.y + button.height
 
         // One picture whose opacity changes: painting it anew would cost each frame.
@@ -140,14 +138,10 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             shown: screen.buttonVisible
             duration: 300
-            onShownChanged: {
-                if (screen.enabled && screen.takesFocus)
-                    getStarted.forceActiveFocus(Qt.OtherFocusReason)
-            }
 
             OnboardingButton {
-                id: getStarted
-
+                isRevealed: screen.enabled && button.opacity === 1
+                takesFocus: screen.takesFocus
                 text: "Get Started"
                 onClicked: screen.pressed()
             }

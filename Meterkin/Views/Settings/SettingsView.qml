@@ -2,7 +2,7 @@ import QtQuick
 import Meterkin.Views
 
 // Every preference, in tabs. What is changed is stored at once.
-Rectangle {
+FocusScope {
     id: view
 
     required property SettingsViewModel settings
@@ -13,6 +13,11 @@ Rectangle {
     required property url projectLink
     property int selectedTab: 0
 
+    readonly property color color: Theme.windowBackground
+    readonly property FormPage page: view.selectedTab === 0 ? general as FormPage
+        : view.selectedTab === 1 ? thresholds as FormPage
+        : view.selectedTab === 2 ? alerts as FormPage : about as FormPage
+
     // After the new interval was stored, in seconds.
     signal restartCollector(interval: real)
     // To be stored and applied by whoever can register the program.
@@ -21,11 +26,30 @@ Rectangle {
 
     implicitWidth: 470 * Appearance.textScale
     implicitHeight: 520
-    color: Theme.windowBackground
+    Keys.onPressed: event => event.accepted = view.page.scrollByKey(event.key)
+    // What is under way in a control ends first.
+    Keys.onEscapePressed: {
+        if (view.recorder.isRecording)
+            view.recorder.cancel()
+        else
+            view.Window.window.close()
+    }
 
     Shortcut {
         sequence: "Ctrl+W"
         onActivated: view.Window.window.close()
+    }
+    Shortcut {
+        sequence: "Ctrl+Tab"
+        onActivated: tabs.choose(1)
+    }
+    Shortcut {
+        sequence: "Ctrl+Shift+Tab"
+        onActivated: tabs.choose(-1)
+    }
+    Rectangle {
+        anchors.fill: view
+        color: view.color
     }
     TabBar {
         id: tabs
@@ -50,6 +74,7 @@ Rectangle {
         width: view.width
 
         GeneralSettings {
+            id: general
             anchors.fill: parent
             visible: view.selectedTab === 0
             settings: view.settings
@@ -58,17 +83,20 @@ Rectangle {
             onLaunchAtLoginChosen: wish => view.launchAtLoginChosen(wish)
         }
         ThresholdSettings {
+            id: thresholds
             anchors.fill: parent
             visible: view.selectedTab === 1
             settings: view.settings
             fanCount: view.fanCount
         }
         AlertSettings {
+            id: alerts
             anchors.fill: parent
             visible: view.selectedTab === 2
             settings: view.settings
         }
         AboutTab {
+            id: about
             anchors.fill: parent
             visible: view.selectedTab === 3
             updaterController: view.updaterController

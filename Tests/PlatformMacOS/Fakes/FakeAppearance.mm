@@ -57,6 +57,36 @@ static bool isDark(NSAppearance *appearance)
 }
 @end
 
+NSNotificationName const NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification =
+    @"NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification";
+
+static bool isMotionReduced = false;
+
+@implementation NSWorkspace
++ (NSWorkspace *)sharedWorkspace
+{
+    static NSWorkspace *const workspace = [[NSWorkspace alloc] init];
+    return workspace;
+}
+- (NSNotificationCenter *)notificationCenter
+{
+    static NSNotificationCenter *const center = [[NSNotificationCenter alloc] init];
+    return center;
+}
+- (BOOL)accessibilityDisplayShouldReduceMotion
+{
+    return isMotionReduced;
+}
+@end
+
+void setMotionReduced(bool isReduced)
+{
+    isMotionReduced = isReduced;
+    [NSWorkspace.sharedWorkspace.notificationCenter
+        postNotificationName:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
+                      object:nil];
+}
+
 NSAppearance *fakeAppearance(NSString *name)
 {
     FakeAppearance *appearance = [[FakeAppearance alloc] init];

@@ -29,12 +29,8 @@ DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, c
     m_style.makeTitled(*m_window);
     m_window->setColor(content->property("color").value<QColor>());
     connect(content.get(), SIGNAL(closeRequested()), m_window.get(), SLOT(close()));
-    connect(m_window.get(), &QQuickWindow::visibleChanged, this, [this] {
-        if (!m_window->isVisible())
-            emit closed();
-    });
+    connect(m_window.get(), SIGNAL(closing(QQuickCloseEvent*)), this, SIGNAL(closed()));
     fillWindow(*m_window, std::move(content), QSize());
-    centreWindow(*m_window);
 }
 
 DialogWindow::~DialogWindow()
@@ -47,6 +43,5 @@ DialogWindow::~DialogWindow()
 
 void DialogWindow::present()
 {
-    m_window->show();
-    m_style.activate(*m_window);
+    m_style.present(*m_window);
 }

@@ -18,6 +18,7 @@ FocusScope {
     Accessible.name: view.messageText
     Accessible.description: view.informativeText
     Keys.onEscapePressed: view.closeRequested()
+    Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
 
     Rectangle {
         anchors.fill: parent
@@ -32,25 +33,32 @@ FocusScope {
         height: width
         Accessible.ignored: true
     }
-    Column {
-        id: texts
+    ScrollArea {
+        id: area
 
         anchors.left: icon.right
         anchors.leftMargin: 16
         anchors.right: parent.right
-        anchors.rightMargin: 20
-        y: 20 + Math.max(0, (icon.height - height) / 2)
-        spacing: 6
+        y: 20 + Math.max(0, (icon.height - texts.height) / 2)
+        height: Math.max(0, Math.min(texts.height, button.y - 20 - y))
+        content: texts
 
-        DialogText {
-            width: parent.width
-            text: view.messageText
-            font.pixelSize: Theme.points(14)
-            font.weight: Font.DemiBold
-        }
-        DialogText {
-            width: parent.width
-            text: view.informativeText
+        Column {
+            id: texts
+
+            width: area.width - 20
+            spacing: 6
+
+            DialogText {
+                width: parent.width
+                text: view.messageText
+                font.pixelSize: Theme.points(14)
+                font.weight: Font.DemiBold
+            }
+            DialogText {
+                width: parent.width
+                text: view.informativeText
+            }
         }
     }
     DialogButton {

@@ -13,8 +13,6 @@ Rectangle {
     readonly property real maximumValue: 100
 
     readonly property bool isWandering: line.percent < 0
-    readonly property bool isInSight: line.visible && line.Window.visibility !== Window.Hidden
-        && line.Window.visibility !== Window.Minimized
 
     implicitHeight: 6
     radius: height / 2
@@ -25,7 +23,7 @@ Rectangle {
     Rectangle {
         id: bar
 
-        property real place: 0 // of the wandering piece, 0 to 1
+        property real place: 0.5 // of the wandering piece, 0 to 1
 
         x: line.isWandering ? Math.round(bar.place * (line.width - width)) : 0
         width: Math.round(line.isWandering ? 0.28 * line.width
@@ -35,8 +33,11 @@ Rectangle {
         color: Theme.accent
         visible: line.percent !== 0
     }
+    WindowSight {
+        id: sight
+    }
     SequentialAnimation {
-        running: line.isWandering && line.isInSight
+        running: line.isWandering && line.visible && sight.isSeen && !Appearance.reducesMotion
         loops: Animation.Infinite
 
         NumberAnimation {

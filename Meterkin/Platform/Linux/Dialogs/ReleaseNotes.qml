@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Meterkin.Views
 
 // What is new, in a box of bounded height that scrolls. The text comes from outside.
@@ -9,9 +8,8 @@ Rectangle {
     required property string notes
 
     readonly property real mostHeight: 168 * Appearance.textScale
-    readonly property real lineHeight: Theme.points(16)
 
-    implicitHeight: Math.min(box.mostHeight, text.implicitHeight + 20)
+    implicitHeight: Math.min(box.mostHeight, text.implicitHeight + 2)
     radius: 6
     color: Theme.controlBackground
     border.width: 1
@@ -21,46 +19,23 @@ Rectangle {
     Accessible.focusable: true
     Accessible.name: "Release notes"
     Accessible.description: text.text
-    Keys.onUpPressed: flickable.scrollBy(-box.lineHeight)
-    Keys.onDownPressed: flickable.scrollBy(box.lineHeight)
-    Keys.onPressed: event => {
-        event.accepted = true
-        if (event.key === Qt.Key_PageUp)
-            flickable.scrollBy(box.lineHeight - flickable.height)
-        else if (event.key === Qt.Key_PageDown)
-            flickable.scrollBy(flickable.height - box.lineHeight)
-        else if (event.key === Qt.Key_Home)
-            flickable.scrollBy(-flickable.contentHeight)
-        else if (event.key === Qt.Key_End)
-            flickable.scrollBy(flickable.contentHeight)
-        else
-            event.accepted = false
-    }
+    Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
 
-    Flickable {
-        id: flickable
-
-        function scrollBy(distance: real): void {
-            contentY = Math.max(0, Math.min(contentHeight - height, contentY + distance))
-        }
+    ScrollArea {
+        id: area
 
         anchors.fill: parent
         anchors.margins: 1
-        contentHeight: text.implicitHeight + 18
-        boundsBehavior: Flickable.StopAtBounds
-        interactive: contentHeight > height
-        clip: true
-
-        T.ScrollBar.vertical: ScrollIndicator {
-            Accessible.ignored: true
-        }
+        content: text
 
         Text {
             id: text
 
-            x: 11
-            y: 9
-            width: flickable.width - 22
+            width: area.width
+            leftPadding: 11
+            rightPadding: 11
+            topPadding: 9
+            bottomPadding: 9
             text: box.notes.trim()
             textFormat: Text.PlainText
             wrapMode: Text.Wrap

@@ -70,7 +70,7 @@ FocusScope {
 
     implicitWidth: 440 * Appearance.textScale
     // The short phases are all as high as each other: the window stays as it is between them.
-    implicitHeight: texts.y + Math.max(Theme.points(64), texts.height) + 20 + buttons.height + 20
+    implicitHeight: area.y + Math.max(Theme.points(64), texts.height) + 20 + buttons.height + 20
     Accessible.role: Accessible.Dialog
     Accessible.name: heading.text
     Accessible.description: detail.text
@@ -82,6 +82,7 @@ FocusScope {
         else if (view.session.isCancellable)
             view.session.cancelRequested()
     }
+    Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
     onFocusTargetChanged: view.focusTarget.forceActiveFocus(Qt.OtherFocusReason)
 
     Rectangle {
@@ -97,62 +98,69 @@ FocusScope {
         height: width
         Accessible.ignored: true
     }
-    Column {
-        id: texts
+    ScrollArea {
+        id: area
 
         anchors.left: icon.right
         anchors.leftMargin: 16
         anchors.right: parent.right
-        anchors.rightMargin: 20
         y: 22
-        spacing: 6
-        Accessible.role: Accessible.Grouping
-        Accessible.focusable: true
-        Accessible.name: heading.text
+        height: Math.max(0, Math.min(texts.height, buttons.y - 20 - y))
+        content: texts
 
-        DialogText {
-            id: heading
+        Column {
+            id: texts
 
-            width: parent.width
-            text: view.headingOf(view.phase)
-            font.pixelSize: Theme.points(14)
-            font.weight: Font.DemiBold
-        }
-        DialogText {
-            id: detail
+            width: area.width - 20
+            spacing: 6
+            Accessible.role: Accessible.Grouping
+            Accessible.focusable: true
+            Accessible.name: heading.text
 
-            width: parent.width
-            visible: text !== ""
-            text: view.detailOf(view.phase)
-            color: Theme.secondary
-            maximumLineCount: 8
-            elide: Text.ElideRight
-        }
-        Item {
-            width: parent.width
-            height: progress.height + 8
-            visible: view.isRunning
+            DialogText {
+                id: heading
 
-            ProgressLine {
-                id: progress
-
-                anchors.bottom: parent.bottom
                 width: parent.width
-                percent: view.session.percent
+                text: view.headingOf(view.phase)
+                font.pixelSize: Theme.points(14)
+                font.weight: Font.DemiBold
             }
-        }
-        Item {
-            width: parent.width
-            height: notes.height + 8
-            visible: view.phase === UpdateSession.Offered && view.session.notes !== ""
+            DialogText {
+                id: detail
 
-            ReleaseNotes {
-                id: notes
-
-                anchors.bottom: parent.bottom
                 width: parent.width
-                height: implicitHeight
-                notes: view.session.notes
+                visible: text !== ""
+                text: view.detailOf(view.phase)
+                color: Theme.secondary
+                maximumLineCount: 8
+                elide: Text.ElideRight
+            }
+            Item {
+                width: parent.width
+                height: progress.height + 8
+                visible: view.isRunning
+
+                ProgressLine {
+                    id: progress
+
+                    anchors.bottom: parent.bottom
+                    width: parent.width
+                    percent: view.session.percent
+                }
+            }
+            Item {
+                width: parent.width
+                height: notes.height + 8
+                visible: view.phase === UpdateSession.Offered && view.session.notes !== ""
+
+                ReleaseNotes {
+                    id: notes
+
+                    anchors.bottom: parent.bottom
+                    width: parent.width
+                    height: implicitHeight
+                    notes: view.session.notes
+                }
             }
         }
     }

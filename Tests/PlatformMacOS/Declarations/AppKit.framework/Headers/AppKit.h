@@ -24,3 +24,4 @@
 #import <AppKit/NSViewAppearance.h>
 #import <AppKit/NSViewController.h>
 #import <AppKit/NSWindow.h>
+#import <AppKit/NSWorkspace.h>

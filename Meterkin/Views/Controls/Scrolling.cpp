@@ -1,4 +1,4 @@
-#include "Views/Settings/Scrolling.h"
+#include "Views/Controls/Scrolling.h"
 
 #include <algorithm>
 

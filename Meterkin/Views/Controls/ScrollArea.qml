@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Templates as T
+import Meterkin.Views
+
+// What may be higher than its place. It scrolls by the wheel and the bar, by keys as far as its
+// owner passes them on, and to what the keyboard goes to.
+Flickable {
+    id: area
+
+    required property Item content // the only one in it
+
+    readonly property Item focused: Window.activeFocusItem
+    readonly property real lineHeight: Theme.points(32)
+
+    function scrollBy(distance: real): void {
+        area.contentY = Math.max(0, Math.min(area.contentHeight - area.height, area.contentY + distance))
+    }
+    // Whether it was a key to scroll by.
+    function scrollByKey(key: int): bool {
+        if (key === Qt.Key_Up)
+            area.scrollBy(-area.lineHeight)
+        else if (key === Qt.Key_Down)
+            area.scrollBy(area.lineHeight)
+        else if (key === Qt.Key_PageUp)
+            area.scrollBy(area.lineHeight - area.height)
+        else if (key === Qt.Key_PageDown)
+            area.scrollBy(area.height - area.lineHeight)
+        else if (key === Qt.Key_Home)
+            area.scrollBy(-area.contentHeight)
+        else if (key === Qt.Key_End)
+            area.scrollBy(area.contentHeight)
+        else
+            return false
+        return true
+    }
+    function reveal(): void {
+        area.contentY = Scrolling.revealing(area.focused, area.content, area.contentY, area.height)
+    }
+
+    contentWidth: area.width
+    contentHeight: area.content.height
+    interactive: area.contentHeight > area.height
+    boundsBehavior: Flickable.StopAtBounds
+    clip: area.interactive
+    onFocusedChanged: area.reveal()
+    onHeightChanged: area.reveal()
+
+    T.ScrollBar.vertical: ScrollIndicator {
+        Accessible.ignored: true
+    }
+}
