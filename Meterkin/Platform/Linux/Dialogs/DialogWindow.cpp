@@ -29,7 +29,7 @@ DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, c
     m_style.makeTitled(*m_window);
     m_window->setColor(content->property("color").value<QColor>());
     connect(content.get(), SIGNAL(closeRequested()), m_window.get(), SLOT(close()));
-    connect(m_window.get(), SIGNAL(closing(QQuickCloseEvent*)), this, SIGNAL(closed()));
+    connect(m_window.get(), SIGNAL(closing(QQuickCloseEvent *)), this, SIGNAL(closed()));
     fillWindow(*m_window, std::move(content), QSize());
 }
 
