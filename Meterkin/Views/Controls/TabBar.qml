@@ -7,14 +7,18 @@ Row {
 
     required property int selected
 
+    readonly property int count: 4
+    readonly property Item current: bar.selected === 0 ? general as Item
+        : bar.selected === 1 ? thresholds as Item : bar.selected === 2 ? alerts as Item : about as Item
+
     signal chosen(index: int)
 
     // Round from the last to the first. The keyboard goes along if it is here.
     function choose(step: int): void {
-        const old = bar.children[bar.selected] as Item
-        bar.chosen((bar.selected + step + bar.children.length) % bar.children.length)
-        if (old.activeFocus)
-            (bar.children[bar.selected] as Item).forceActiveFocus(Qt.TabFocusReason)
+        const hadFocus = bar.current.activeFocus
+        bar.chosen((bar.selected + step + bar.count) % bar.count)
+        if (hadFocus)
+            bar.current.forceActiveFocus(Qt.TabFocusReason)
     }
 
     spacing: 4
@@ -24,6 +28,7 @@ Row {
     Keys.onRightPressed: bar.choose(1)
 
     TabButton {
+        id: general
         objectName: text
         text: "General"
         symbol: "gearshape"
@@ -31,6 +36,7 @@ Row {
         onClicked: bar.chosen(0)
     }
     TabButton {
+        id: thresholds
         objectName: text
         text: "Thresholds"
         symbol: "slider.horizontal.3"
@@ -38,6 +44,7 @@ Row {
         onClicked: bar.chosen(1)
     }
     TabButton {
+        id: alerts
         objectName: text
         text: "Alerts"
         symbol: "bell"
@@ -45,6 +52,7 @@ Row {
         onClicked: bar.chosen(2)
     }
     TabButton {
+        id: about
         objectName: text
         text: "About"
         symbol: "info.circle"
