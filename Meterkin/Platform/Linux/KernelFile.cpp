@@ -1,9 +1,9 @@
 #include "Platform/Linux/KernelFile.h"
 
-#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 namespace {
@@ -35,32 +35,27 @@ KernelFile::~KernelFile()
 std::optional<std::string_view> KernelFile::read()
 {
     if (m_capacity > SmallestBuffer && m_length < m_capacity / 4)
-        m_capacity = 0; // a text that was large once
-    if (!open())
-        return std::nullopt;
-    for (;;) {
-        const ssize_t count = readFromStart(m_descriptor, m_buffer.get(), m_capacity);
-        // A full buffer may hide a rest; what follows in a second read could be of another moment.
-        if (count == static_cast<ssize_t>(m_capacity) && m_capacity < LargestBuffer) {
-            grow();
-            continue;
-        }
+        setCapacity(0); // the text was large once
+    while (open()) {
+        const ssize_t count = readFromStart(m_descriptor, m_buffer, m_capacity);
         if (count > 0 && count < static_cast<ssize_t>(m_capacity)) {
             m_length = static_cast<std::size_t>(count);
-            return std::string_view(m_buffer.get(), m_length);
+            return std::string_view(m_buffer, m_length);
         }
-        close();
-        return std::nullopt;
+        // A full buffer may hide a rest; what follows in a second read could be of another moment.
+        const bool isFull = count == static_cast<ssize_t>(m_capacity);
+        if (!isFull || m_capacity >= LargestBuffer || !setCapacity(2 * m_capacity))
+            break;
     }
+    close();
+    return std::nullopt;
 }
 
 bool KernelFile::open()
 {
     if (m_descriptor < 0)
         m_descriptor = ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-    if (m_descriptor >= 0 && m_capacity == 0)
-        grow();
-    return m_descriptor >= 0;
+    return m_descriptor >= 0 && (m_capacity > 0 || setCapacity(SmallestBuffer));
 }
 
 void KernelFile::close()
@@ -68,12 +63,22 @@ void KernelFile::close()
     if (m_descriptor >= 0)
         ::close(m_descriptor);
     m_descriptor = -1;
-    m_buffer.reset(); // of a text without end it is large
-    m_capacity = 0;
+    setCapacity(0); // for a text without end it is large
 }
 
-void KernelFile::grow()
+bool KernelFile::setCapacity(std::size_t capacity)
 {
-    m_capacity = std::max(SmallestBuffer, 2 * m_capacity);
-    m_buffer = std::make_unique_for_overwrite<char[]>(m_capacity);
+    // Not from the heap, which keeps what was freed.
+    if (m_capacity > 0)
+        munmap(m_buffer, m_capacity);
+    m_capacity = 0;
+    if (capacity == 0)
+        return true;
+    void *const memory =
+        mmap(nullptr, capacity, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED)
+        return false;
+    m_buffer = static_cast<char *>(memory);
+    m_capacity = capacity;
+    return true;
 }

@@ -3,7 +3,6 @@
 #include <QtGlobal>
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,11 +23,12 @@ public:
 private:
     bool open();
     void close();
-    void grow();
+    /// In bytes, 0 for no buffer. False when there is no memory for it.
+    bool setCapacity(std::size_t capacity);
 
     std::string m_path;
     int m_descriptor = -1;
+    char *m_buffer = nullptr;
     std::size_t m_capacity = 0;
     std::size_t m_length = 0; ///< of the last text
-    std::unique_ptr<char[]> m_buffer;
 };
