@@ -110,7 +110,6 @@ private slots:
         const auto listed = [](uint info, const char *id) {
             return Script{{package(info, QString::fromLatin1(id))}};
         };
-        const auto failed = [](uint code) { return Script{{ScriptedPackageKit::error(code)}, 2}; };
         QTest::newRow("ours") << list << listed(5, "meterkin;1.1;amd64;shop") << Phase::Offered
                               << QStringLiteral("1.1");
         QTest::newRow("none") << list << Script() << Phase::UpToDate << QString();
@@ -131,14 +130,10 @@ private slots:
                        {QStringLiteral("ErrorCode"), {QStringLiteral("x")}},
                        {QStringLiteral("Finished"), {}}}}
             << Phase::UpToDate << QString();
-        QTest::newRow("not allowed to refresh")
-            << refresh << failed(48) << Phase::Offered << QStringLiteral("1.1");
         QTest::newRow("refusal to refresh")
             << refresh << Script{{}, 1, Ending::Refuses} << Phase::Offered << QStringLiteral("1.1");
         QTest::newRow("no package")
             << search << Script() << Phase::Failed << QStringLiteral("not installed as a package");
-        QTest::newRow("cannot search") << search << failed(3) << Phase::Failed
-                                       << QStringLiteral("cannot update a single program");
     }
     void checks()
     {
@@ -208,12 +203,7 @@ private slots:
         row("removes others", rehearsal, Script{{package(13, QStringLiteral("desktop;1;amd64;x"))}},
             "(desktop)");
         row("replaces us", rehearsal, Script{{package(13, installed)}, 2}, "no reason");
-        row("no network", download, failed(2), "no network");
-        row("mirrors", download, failed(43), "could not be downloaded");
-        row("full disk", download, failed(46), "free space");
-        row("signature", download, failed(30), "signature");
         row("untrusted", installation, Script{{}, 8}, "signature");
-        row("lock", installation, failed(26), "Another program");
         row("not authorised", installation, failed(48), "permission");
         row("refused", installation, Script{{}, 1, Ending::Refuses}, "permission");
         row("own words", installation,

@@ -4,24 +4,19 @@
 
 #include <QtTest>
 
+#include <algorithm>
+
 class PanelColorsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void keepsContrastOnPanels_data()
-    {
-        QTest::addColumn<QColor>("panel");
-        QTest::newRow("white") << QColor(0xff, 0xff, 0xff);
-        QTest::newRow("light grey") << QColor(0xf6, 0xf5, 0xf4);
-        QTest::newRow("dark grey") << QColor(0x30, 0x30, 0x30);
-        QTest::newRow("black") << QColor(0, 0, 0);
-    }
     void keepsContrastOnPanels()
     {
-        QFETCH(QColor, panel);
+        const QColor light(0xf6, 0xf5, 0xf4); // harder to keep than on white and black
+        const QColor dark(0x30, 0x30, 0x30);
         for (const SystemColor color : {SystemColor::Green, SystemColor::Yellow, SystemColor::Red})
-            QVERIFY2(contrast(panelColor(color), panel) >= 3.0,
-                     qPrintable(QString::number(contrast(panelColor(color), panel))));
+            QVERIFY(std::min(contrast(panelColor(color), light), contrast(panelColor(color), dark))
+                    >= 3.0);
     }
 };
 

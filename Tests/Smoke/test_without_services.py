@@ -1,7 +1,8 @@
 """The program where nothing that it could ask for is there, or nothing answers."""
-import socket
+import signal
 import unittest
 
+from smoke_case import PATIENCE
 from window_case import WindowCase
 
 UPDATES = 200       # what ten minutes hold at the usual three seconds
@@ -32,15 +33,18 @@ class TestWithoutServices(WindowCase):
         self.wait_for(self.settings_window)
         self.stop()
 
-    def test_silent_buses(self):
-        for silent in ("SYSTEM", "SESSION"):
-            with self.subTest(silent), socket.socket(socket.AF_UNIX) as bus:
-                self.open_desktop("lxqt")
-                bus.bind(str(self.desktop.folder / "silent"))
-                bus.listen()
-                self.start(["env", f"DBUS_{silent}_BUS_ADDRESS=unix:path={bus.getsockname()}"])
-                self.wait_for_item(where=lambda item: silent == "SESSION" or item.notifier)
-                self.stop()
+    def test_session_bus_comes_late_and_goes(self):
+        self.open_desktop("lxqt")
+        environment, bus = self.desktop.environment, self.desktop.bus
+        environment["DBUS_SYSTEM_BUS_ADDRESS"] = environment["DBUS_SESSION_BUS_ADDRESS"]
+        bus.send_signal(signal.SIGSTOP)
+        self.start()
+        self.desktop.wait(self.windows, what="the strip")
+        bus.send_signal(signal.SIGCONT)
+        self.wait_for_item_in("lxqt", PATIENCE)
+        self.desktop.end(bus, signal.SIGKILL)
+        self.desktop.wait(self.windows, what="the strip")
+        self.stop()
 
 
 if __name__ == "__main__":

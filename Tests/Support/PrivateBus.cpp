@@ -3,7 +3,6 @@
 #include <QDir>
 #include <QFile>
 
-#include <csignal>
 #include <sys/prctl.h>
 
 namespace {

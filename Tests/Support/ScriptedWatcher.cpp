@@ -79,8 +79,7 @@ QStringList ScriptedWatcher::takeSignals()
 bool ScriptedWatcher::handleMessage(const QDBusMessage &message, const QDBusConnection &)
 {
     const bool registers = message.member() == u"RegisterStatusNotifierItem";
-    if (registers)
-        ++m_registrations;
+    ++(registers ? m_registrations : m_questions);
     const Answer answer = registers ? m_toRegister : m_toProperty;
     if (answer == Answer::Error) {
         m_connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("no")));

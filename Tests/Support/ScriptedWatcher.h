@@ -19,11 +19,13 @@ public:
     ~ScriptedWatcher() override;
 
     void takeOver();
+    void answerProperty(Answer answer) { m_toProperty = answer; }
     void setHost(bool registered);
 
     /// Items that registered here and still have their bus name.
     QStringList items() const { return (QSet<QString>(m_registered) & m_names).values(); }
     int registrations() const { return m_registrations; }
+    int questions() const { return m_questions; }
     /// The most item names that were on the bus at the same time, registered or not.
     qsizetype mostNames() const { return m_mostNames; }
 
@@ -48,6 +50,7 @@ private:
     Answer m_toRegister;
     bool m_host = true;
     int m_registrations = 0;
+    int m_questions = 0; ///< for the property
     qsizetype m_mostNames = 0;
     QString m_lastItem;
     QSet<QString> m_registered;

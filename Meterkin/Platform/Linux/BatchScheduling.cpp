@@ -16,7 +16,9 @@ bool setPolicy(int policy)
 
 void useBatchScheduling()
 {
-    isBatch = sched_getscheduler(0) == SCHED_OTHER && setPolicy(SCHED_BATCH);
+    const int policy = sched_getscheduler(0);
+    // A restarted program may have it already.
+    isBatch = (policy == SCHED_OTHER || policy == SCHED_BATCH) && setPolicy(SCHED_BATCH);
 }
 
 void useOriginalScheduling()
