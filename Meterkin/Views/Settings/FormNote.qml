@@ -1,18 +1,22 @@
 import QtQuick
 import Meterkin.Views
 
-// A row that explains.
+// A row that explains; not there when there is nothing to say.
 FormRow {
     id: row
 
     required property string text
+    property color color: Theme.secondary
+
+    visible: row.text !== ""
 
     Text {
         width: parent.width
         text: row.text
         font.pixelSize: Theme.points(11)
-        color: Theme.secondary
+        color: row.color
         wrapMode: Text.WordWrap
+        Accessible.ignored: row.text === ""
         Accessible.role: Accessible.StaticText
         Accessible.name: row.text
     }

@@ -15,7 +15,6 @@ FormSection {
     signal yellowChosen(value: real)
 
     FormNote {
-        visible: text !== ""
         text: section.note
     }
     ThresholdRow {
