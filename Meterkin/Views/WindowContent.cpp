@@ -62,7 +62,7 @@ private:
     {
         const QSize wanted(std::max(m_least.width(), qCeil(m_content.implicitWidth())),
                            std::max(m_least.height(), qCeil(m_content.implicitHeight())));
-        const QSize size = wanted.boundedTo(room().size());
+        const QSize size = wanted.boundedTo(room().size()).expandedTo(QSize(1, 1));
         m_window.setMinimumSize(size);
         m_window.setMaximumSize(size);
         m_window.resize(size);

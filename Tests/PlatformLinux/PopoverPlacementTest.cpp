@@ -38,8 +38,6 @@ private slots:
         row("left", {2, 300, 36, 36}, left, screen, content, PanelSide::Left, {46, 167, 320, 300});
         row("right", {1242, 300, 36, 36}, right, screen, content, PanelSide::Right,
             {914, 167, 320, 300});
-        row("right end", {1200, 2, 60, 22}, top, screen, content, PanelSide::Top,
-            {952, 32, 320, 300});
         row("second screen", {2200, 102, 60, 22}, {1280, 100, 1000, 26}, second, content,
             PanelSide::Top, {1952, 132, 320, 300});
         row("too high", {600, 2, 60, 22}, top, screen, {320, 3000}, PanelSide::Top,

@@ -22,7 +22,6 @@ private slots:
         QTest::newRow("quarter") << from << to << 0.25 << QColor(50, 75, 175, 205);
         QTest::newRow("end") << from << to << 1.0 << to;
         QTest::newRow("before the start") << from << to << -0.5 << from;
-        QTest::newRow("past the end") << from << to << 7.0 << to;
         QTest::newRow("not a number") << from << to << NaN << from;
         QTest::newRow("unconvertible start") << QColor() << to << 0.0 << to;
         QTest::newRow("unconvertible end") << from << QColor() << 0.3 << QColor();
