@@ -22,7 +22,7 @@ QByteArray displayName()
     int number = 0;
     if (qEnvironmentVariableIsSet("DISPLAY")
         && xcb_parse_display(nullptr, &host, &number, nullptr) != 0) {
-        const QByteArray name =
+        QByteArray name =
             (qstrcmp(host, "unix") == 0 ? "" : host) + (':' + QByteArray::number(number));
         std::free(host);
         return name;

@@ -4,7 +4,7 @@
 #include "Platform/Linux/BusSelection.h"
 #include "Platform/Linux/DisplaySelection.h"
 #include "Platform/Linux/Exhaustion.h"
-#include "Platform/Linux/QtStartMessages.h"
+#include "Platform/Linux/QtMessages.h"
 #include "Platform/Linux/SettingsOwner.h"
 
 #include <QGuiApplication>
@@ -36,7 +36,7 @@ QByteArrayList ProgramHost::prepare()
         refuse("no display: start it inside a desktop session");
     useBatchScheduling();
     selectBus();
-    qInstallMessageHandler(handleQtStartMessage);
+    qInstallMessageHandler(handleQtMessage);
     // Not through the environment, which the programs that we start would inherit. A desktop's
     // theme plugins would pull whole toolkits into the process.
     return {"-platform", platforms, "-platformtheme", "generic"};
@@ -44,7 +44,6 @@ QByteArrayList ProgramHost::prepare()
 
 std::unique_ptr<ProgramHost> ProgramHost::make()
 {
-    qInstallMessageHandler(nullptr);
     return std::make_unique<LinuxHost>();
 }
 
