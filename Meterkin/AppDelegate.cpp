@@ -79,6 +79,8 @@ void AppDelegate::applicationDidFinishLaunching()
 
     m_statusItem = m_platform.makeStatusItem();
     connect(m_statusItem.get(), &StatusItem::clicked, this, &AppDelegate::togglePopover);
+    connect(m_statusItem.get(), &StatusItem::openDashboardRequested, this,
+            &AppDelegate::showDashboard);
     connect(m_statusItem.get(), &StatusItem::openSettingsRequested, this,
             &AppDelegate::openSettings);
     connect(m_statusItem.get(), &StatusItem::quitRequested, this, &AppDelegate::quit);
@@ -225,17 +227,20 @@ void AppDelegate::togglePopover()
     PopoverContainer *popover = m_platform.popover();
     if (popover == nullptr || !statusItem().hasButton())
         return;
-    if (popover->isShown())
+    if (popover->isShown()) {
         popover->close();
-    else
-        popover->show(statusItem().geometry());
+        return;
+    }
+    const QRect item = statusItem().geometry();
+    if (!popover->swallowsClick(item))
+        popover->show(item);
 }
 
 void AppDelegate::showDashboard()
 {
-    if (const PopoverContainer *popover = m_platform.popover();
-        popover != nullptr && !popover->isShown())
-        togglePopover();
+    if (PopoverContainer *popover = m_platform.popover();
+        popover != nullptr && statusItem().hasButton() && !popover->isShown())
+        popover->show(statusItem().geometry());
 }
 
 void AppDelegate::handleNotificationClick(const QString &identifier)

@@ -21,6 +21,9 @@ public:
     virtual void setContent(MakeContent make) = 0;
 
     virtual bool isShown() const = 0;
+    /// Whether a click on the item now is the rest of the one whose press has closed the popover,
+    /// which wants it closed. True at most once for each press.
+    virtual bool swallowsClick(const QRect &item) = 0;
     /// Shows it at the item, with the keyboard focus. `item` is where the status item is on the
     /// screen, in logical coordinates; empty when that is not known.
     virtual void show(const QRect &item) = 0;

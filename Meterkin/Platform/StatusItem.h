@@ -41,6 +41,7 @@ public:
 
 signals:
     void clicked();
+    void openDashboardRequested();
     void openSettingsRequested();
     void quitRequested();
 };

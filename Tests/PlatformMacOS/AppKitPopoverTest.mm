@@ -183,10 +183,8 @@ private slots:
             QTRY_VERIFY(!timer(20).isActive());
             QTest::qWait(250);
         }
-        show();
-        QTEST(m_popover->isShown(), "opens");
-        show();
-        QVERIFY(m_popover->isShown()); // once for each press
+        QTEST(!m_popover->swallowsClick({}), "opens");
+        QVERIFY(!m_popover->swallowsClick({})); // once for each press
     }
 
 private:

@@ -68,6 +68,7 @@ public:
         MakeContent make;
         void setContent(MakeContent makeContent) override { make = std::move(makeContent); }
         bool isShown() const override { return shown; }
+        bool swallowsClick(const QRect &) override { return swallows; }
         void show(const QRect &place) override
         {
             shown = true;
@@ -79,6 +80,7 @@ public:
             done << QStringLiteral("close");
         }
         bool shown = false;
+        bool swallows = false;
     } shownPopover;
 
     struct Style : WindowStyle {

@@ -55,10 +55,14 @@ void LinuxPopover::setContent(MakeContent make)
     m_make = std::move(make);
 }
 
+bool LinuxPopover::swallowsClick(const QRect &item)
+{
+    return m_guard.swallows(item, m_clock.elapsed());
+}
+
 void LinuxPopover::show(const QRect &item)
 {
-    if (m_shown || !m_make || QGuiApplication::primaryScreen() == nullptr
-        || m_guard.swallows(item, m_clock.elapsed()))
+    if (m_shown || !m_make || QGuiApplication::primaryScreen() == nullptr)
         return;
     const FrameStyle style = isComposited(m_connection) ? FrameStyle::Rounded : FrameStyle::Square;
     if (!m_window || m_window->style() != style)

@@ -23,6 +23,7 @@ public:
 
     void setContent(MakeContent make) override;
     bool isShown() const override { return m_shown; }
+    bool swallowsClick(const QRect &item) override;
     void show(const QRect &item) override;
     void close() override;
 

@@ -132,7 +132,7 @@ void LinuxStatusItem::perform(MenuAction action)
 {
     switch (action) {
     case MenuAction::OpenDashboard:
-        emit clicked();
+        emit openDashboardRequested();
         break;
     case MenuAction::OpenSettings:
         emit openSettingsRequested();

@@ -21,7 +21,8 @@ public:
 
     void setContent(MakeContent make) override;
     bool isShown() const override;
-    /// Where the button is, the system knows better than the rectangle.
+    // Where the button is, the system knows better than the rectangles.
+    bool swallowsClick(const QRect &item) override;
     void show(const QRect &item) override;
     void close() override;
 

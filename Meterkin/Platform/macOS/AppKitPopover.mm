@@ -44,6 +44,11 @@ NS_ASSUME_NONNULL_END
 
 namespace {
 
+NSView *viewOf(WId identifier)
+{
+    return (__bridge NSView *)reinterpret_cast<void *>(identifier);
+}
+
 /// In the system's coordinates, in points.
 QRect placeOnScreen(NSView *view)
 {
@@ -111,12 +116,18 @@ bool AppKitPopover::isShown() const
     return m_objects && m_objects->popover.shown;
 }
 
+bool AppKitPopover::swallowsClick(const QRect &)
+{
+    NSView *button = viewOf(m_findButton());
+    return button != nil && button.window != nil
+        && m_guard.swallows(placeOnScreen(button), m_clock.elapsed());
+}
+
 void AppKitPopover::show(const QRect &)
 {
-    NSView *button = (__bridge NSView *)reinterpret_cast<void *>(m_findButton());
+    NSView *button = viewOf(m_findButton());
     // The system raises an exception for a view that is in no window.
-    if (button == nil || button.window == nil || !m_make || isShown()
-        || m_guard.swallows(placeOnScreen(button), m_clock.elapsed()))
+    if (button == nil || button.window == nil || !m_make || isShown())
         return;
     m_forgetLater.stop();
     NSScreen *screen = button.window.screen;
