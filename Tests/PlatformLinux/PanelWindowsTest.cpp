@@ -41,7 +41,7 @@ private slots:
         QTest::newRow("moved") << QStringLiteral("120,80") << QPoint(120, 80);
         QTest::newRow("damaged") << QStringLiteral("12;x") << QPoint();
         QTest::newRow("of a lost screen") << QStringLiteral("-5000,99999") << QPoint(-1, -1);
-        QTest::newRow("beyond integers") << QStringLiteral("99999999999,3") << QPoint();
+        QTest::newRow("beyond reason") << QStringLiteral("2147483647,3") << QPoint();
     }
     void stripStandsWhereItWasLeft()
     {
@@ -81,17 +81,34 @@ private slots:
                  QStringLiteral("%1,%2").arg(window->x()).arg(window->y()));
     }
 
-    void stripKeepsItsRightEdge()
+    void stripKeepsItsPlace_data()
     {
+        QTest::addColumn<int>("offset"); // of its centre from the screen's; 0: not moved
+        QTest::newRow("default corner") << 0;
+        QTest::newRow("left") << -300;
+        QTest::newRow("across the middle") << -4;
+        QTest::newRow("right") << 300;
+    }
+    void stripKeepsItsPlace()
+    {
+        QFETCH(int, offset);
         ScriptedStore store;
         Strip strip(m_painter, store);
+        const int middle = QGuiApplication::primaryScreen()->geometry().center().x();
+        if (offset != 0) // by the window manager
+            QGuiApplication::topLevelWindows().value(0)->setPosition(
+                middle + offset - strip.geometry().width() / 2, 200);
         const QRect before = strip.geometry();
-        strip.setContent(content(QStringLiteral("1850 RPM"), QStringLiteral("9999 RPM")));
-        QVERIFY(strip.geometry().width() > before.width());
-        QCOMPARE(strip.geometry().right(), before.right());
+        for (int round = 0; round < 3; ++round) {
+            strip.setContent(content(QStringLiteral("1850 RPM"), QStringLiteral("9999 RPM")));
+            QVERIFY(strip.geometry().width() > before.width());
+            QCOMPARE(strip.geometry().left() == before.left(), offset < 0);
+            QCOMPARE(strip.geometry().right() == before.right(), offset >= 0);
+            strip.setContent(content(QStringLiteral("42%")));
+            QCOMPARE(strip.geometry(), before);
+        }
         strip.detach();
         QVERIFY(strip.geometry().isEmpty());
-        QVERIFY(QGuiApplication::topLevelWindows().isEmpty());
     }
 
     void menuChooses_data()

@@ -16,6 +16,7 @@ namespace {
 
 constexpr int Height = 24; // logical pixels, as a slim panel
 constexpr int EdgeMargin = 6; // logical pixels to the screen's edge
+constexpr QRect believable(-100'000, -100'000, 200'000, 200'000); // what arithmetic can bear
 
 const QString positionKey = QStringLiteral("stripPosition");
 
@@ -28,7 +29,7 @@ std::optional<QPoint> parsePosition(const std::optional<QString> &text)
     bool xGood = false;
     bool yGood = false;
     const QPoint point(parts[0].trimmed().toInt(&xGood), parts[1].trimmed().toInt(&yGood));
-    return xGood && yGood ? std::optional(point) : std::nullopt;
+    return xGood && yGood && believable.contains(point) ? std::optional(point) : std::nullopt;
 }
 
 const QScreen &screenNear(QPoint point)
@@ -98,7 +99,7 @@ protected:
         if (event->button() != Qt::LeftButton)
             return;
         if (m_dragged)
-            m_strip.remember(position());
+            m_strip.remember();
         else
             emit m_strip.clicked();
     }
@@ -131,7 +132,6 @@ void FloatingStrip::attach()
         return;
     m_window = std::make_unique<Window>(*this);
     m_window->setTitle(m_content.accessibilityLabel);
-    resizeToContent();
     place();
     m_window->show();
     // Screens that come, go or change must not take the strip out of sight.
@@ -154,7 +154,11 @@ void FloatingStrip::setContent(const TrayContent &content)
         m_window->setTitle(content.accessibilityLabel);
     if (previous.title == content.title)
         return;
-    resizeToContent();
+    if (m_window->size() != wantedSize()) {
+        if (m_window->position() != m_placedAt) // by the window manager, for the user
+            m_anchor = anchorOf(m_window->geometry());
+        place();
+    }
     m_window->update();
 }
 
@@ -163,39 +167,41 @@ QRect FloatingStrip::geometry() const
     return m_window ? m_window->geometry() : QRect();
 }
 
-void FloatingStrip::resizeToContent()
+FloatingStrip::Anchor FloatingStrip::anchorOf(const QRect &strip)
 {
-    const QSize size(m_painter.wideWidth(m_content.title, Height, 1.0), Height);
-    if (size == m_window->size())
-        return;
-    // It grows to the left when it stands at the right edge.
-    const QPoint shift(std::max(0, size.width() - m_window->width()), 0);
-    const bool atRight = m_window->isVisible()
-        && m_window->geometry().center().x()
-            > screenNear(m_window->position()).geometry().center().x();
-    m_window->setMinimumSize(size);
-    m_window->setMaximumSize(size);
-    m_window->resize(size);
-    if (atRight)
-        m_window->setPosition(m_window->position() - shift);
+    const QPoint screen = screenNear(strip.center()).geometry().center();
+    const bool isRight = strip.center().x() > screen.x();
+    return {isRight ? strip.topRight() + QPoint(1, 0) : strip.topLeft(), isRight};
+}
+
+QSize FloatingStrip::wantedSize() const
+{
+    return QSize(m_painter.wideWidth(m_content.title, Height, 1.0), Height);
 }
 
 void FloatingStrip::place()
 {
-    const std::optional<QPoint> remembered = parsePosition(m_store.text(positionKey));
-    const QScreen &screen =
-        remembered ? screenNear(*remembered) : *QGuiApplication::primaryScreen();
-    const QRect area = screen.availableGeometry();
+    const QSize size = wantedSize();
+    if (!m_anchor) {
+        if (const std::optional<QPoint> stored = parsePosition(m_store.text(positionKey)))
+            m_anchor = anchorOf(QRect(*stored, size));
+    }
     // The lower right corner: the upper ones hold the buttons of maximised windows.
-    const QPoint corner = area.bottomRight() - QPoint(EdgeMargin, EdgeMargin)
-        - QPoint(m_window->width(), m_window->height());
-    m_window->setPosition(keptInside(area, remembered.value_or(corner), m_window->size()));
+    const QRect primary = QGuiApplication::primaryScreen()->availableGeometry();
+    const Anchor anchor = m_anchor.value_or(
+        Anchor{primary.bottomRight() - QPoint(EdgeMargin, EdgeMargin + Height), true});
+    const QPoint position = anchor.corner - QPoint(anchor.isRight ? size.width() : 0, 0);
+    const QRect area =
+        m_anchor ? screenNear(QRect(position, size).center()).availableGeometry() : primary;
+    m_window->setMinimumSize(size);
+    m_window->setMaximumSize(size);
+    m_placedAt = keptInside(area, position, size);
+    m_window->setGeometry(QRect(m_placedAt, size));
 }
 
-void FloatingStrip::remember(QPoint position)
+void FloatingStrip::remember()
 {
-    const QPoint kept =
-        keptInside(screenNear(position).availableGeometry(), position, m_window->size());
-    m_window->setPosition(kept);
-    m_store.setText(positionKey, QStringLiteral("%1,%2").arg(kept.x()).arg(kept.y()));
+    m_anchor = anchorOf(m_window->geometry());
+    place();
+    m_store.setText(positionKey, QStringLiteral("%1,%2").arg(m_placedAt.x()).arg(m_placedAt.y()));
 }

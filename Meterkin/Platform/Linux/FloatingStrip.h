@@ -5,6 +5,7 @@
 #include "Platform/Linux/TrayHost.h"
 
 #include <memory>
+#include <optional>
 
 class QWindow;
 
@@ -31,12 +32,21 @@ signals:
 private:
     class Window;
 
-    void resizeToContent();
+    /// What stays in place when the width changes.
+    struct Anchor {
+        QPoint corner; ///< the upper left one of the strip, or the point right of its upper right
+        bool isRight;
+    };
+
+    static Anchor anchorOf(const QRect &strip);
+    QSize wantedSize() const;
     void place();
-    void remember(QPoint position);
+    void remember();
 
     TitlePainter &m_painter;
     DefaultsStore &m_store;
     TrayContent m_content;
     std::unique_ptr<Window> m_window; ///< only while attached: it costs memory
+    std::optional<Anchor> m_anchor; ///< absent while the strip stands where it does by default
+    QPoint m_placedAt; ///< where the window was last put; elsewhere it has been moved from outside
 };
