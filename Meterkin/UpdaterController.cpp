@@ -45,7 +45,12 @@ void UpdaterController::setAutomaticallyDownloadsUpdates(bool automatically)
 
 void UpdaterController::checkForUpdates()
 {
-    const QUrl feed(textOf(QStringLiteral("SUFeedURL")), QUrl::StrictMode);
+    const QString address = textOf(QStringLiteral("SUFeedURL"));
+    if (address.isEmpty() && m_framework != nullptr && !m_framework->needsFeed()) {
+        m_framework->checkForUpdates();
+        return;
+    }
+    const QUrl feed(address, QUrl::StrictMode);
     if (!UpdateFeedProbe::canAsk(feed)) {
         showUpToDateAlert();
         return;

@@ -49,9 +49,10 @@ public:
     }
 
 public slots:
-    /// The user asked for it. A feed that lists any item is left to the framework; whatever else
-    /// comes of it, the user is told that there is nothing newer. Checks may overlap; each ends in
-    /// its own answer, or in none when the controller is gone by then.
+    /// The user asked for it. A feed that lists any item is left to the framework, and so is a
+    /// check without an address where the framework needs none; whatever else comes of it, the user
+    /// is told that there is nothing newer. Checks may overlap; each ends in its own answer, or in
+    /// none when the controller is gone by then.
     void checkForUpdates();
 
 signals:

@@ -24,6 +24,10 @@ public:
     /// can, even while a check runs.
     virtual QString unavailableReason() const { return {}; }
 
+    /// Whether it takes updates from the feed that the build names; false when it knows by itself
+    /// where they are.
+    virtual bool needsFeed() const { return true; }
+
     /// A check that the user asked for; opens the framework's own windows. One in the background
     /// gives way to it; ignored while another one runs, and where nothing can be checked.
     virtual void checkForUpdates() = 0;

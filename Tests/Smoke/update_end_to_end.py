@@ -23,7 +23,6 @@ from smoke_case import FULL
 from window_case import WindowCase
 
 PORT = 8123
-FEED_URL = f"http://127.0.0.1:{PORT}/feed.xml"
 PROJECT = Path(__file__).resolve().parents[2]
 BUILD = PROJECT / "build" / "update"
 USER = "meterkin-tester"
@@ -43,7 +42,6 @@ RULE = """polkit.addRule(function(action, subject) {
         return %s;
 });
 """
-FEED = "<rss><channel><item><title>Meterkin</title></item></channel></rss>"
 
 
 def do(*command, **options):
@@ -58,8 +56,8 @@ def do(*command, **options):
 def build_packages():
     for version in OLD, NEW:
         # only the program: the packager would have the tests built, too
-        do("cmake", "--preset", "release", "-B", BUILD, f"-DMETERKIN_FEED_URL={FEED_URL}",
-           f"-DMETERKIN_VERSION={version}", "-DCMAKE_SKIP_INSTALL_ALL_DEPENDENCY=ON", cwd=PROJECT)
+        do("cmake", "--preset", "release", "-B", BUILD, f"-DMETERKIN_VERSION={version}",
+           "-DCMAKE_SKIP_INSTALL_ALL_DEPENDENCY=ON", cwd=PROJECT)
         do("cmake", "--build", BUILD, "--target", "meterkin")
         do("cpack", "-G", "DEB", "--config", BUILD / "CPackConfig.cmake", cwd=BUILD)
 
@@ -122,7 +120,6 @@ def publish(*packages, signs=True):
     if signs:
         do("gpg", "--batch", "--yes", "--clearsign", "-o", REPOSITORY / "InRelease",
            REPOSITORY / "Release")
-    (REPOSITORY / "feed.xml").write_text(FEED)
 
 
 class Machine:

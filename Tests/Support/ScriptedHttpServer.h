@@ -1,14 +1,10 @@
 #pragma once
 
 #include <QHash>
-#include <QSslConfiguration>
-#include <QSslSocket>
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
 #include <QUrl>
-
-#include <optional>
 
 /// A web server on this machine that answers each path with the bytes that the test says.
 class ScriptedHttpServer : public QTcpServer {
@@ -22,7 +18,6 @@ public:
 
     QHash<QByteArray, Answer> answers; ///< by path
     QByteArrayList requests; ///< what has been sent to it, in order
-    std::optional<QSslConfiguration> encryption; ///< speaks plain HTTP without
 
     ScriptedHttpServer()
     {
@@ -36,22 +31,7 @@ public:
 
     QString address(const QString &path) const
     {
-        return QStringLiteral("%1://127.0.0.1:%2%3")
-            .arg(encryption ? QStringLiteral("https") : QStringLiteral("http"))
-            .arg(serverPort())
-            .arg(path);
-    }
-
-protected:
-    void incomingConnection(qintptr descriptor) override
-    {
-        auto *client = new QSslSocket(this);
-        client->setSocketDescriptor(descriptor);
-        if (encryption) {
-            client->setSslConfiguration(*encryption);
-            client->startServerEncryption();
-        }
-        addPendingConnection(client);
+        return QStringLiteral("http://127.0.0.1:%1%2").arg(serverPort()).arg(path);
     }
 
 private:

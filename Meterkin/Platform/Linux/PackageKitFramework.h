@@ -46,6 +46,7 @@ public:
     void observe() override { emit canCheckForUpdatesChanged(m_canCheck); }
     bool canCheckForUpdates() const { return m_canCheck; }
     QString unavailableReason() const override { return m_reason; }
+    bool needsFeed() const override { return false; }
     void checkForUpdates() override;
 
     /// What the window shows; null while there is nothing to show.
