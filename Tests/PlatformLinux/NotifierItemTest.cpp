@@ -134,8 +134,8 @@ private slots:
         row("lxqt-panel", "42%", usual, "");
         row("lxqt-panel", "43%", usual, "NewIcon");
         row("lxqt-panel", "42%", Qt::red, "NewIcon");
-        row("ayatana-indicat", "43%", usual, "XAyatanaNewLabel");
-        row("ayatana-indicat", "43%", Qt::red, "NewIcon XAyatanaNewLabel");
+        row("ayatana-indicat", "43%", usual, "NewIcon XAyatanaNewLabel");
+        row("ayatana-indicat", "42%", Qt::red, "NewIcon");
     }
     void tellsOnlyChanges()
     {
@@ -149,7 +149,8 @@ private slots:
         session.program.item.setContent(content(text, color));
         QCOMPARE(session.panel.takeSignals().join(u' '), told);
         QCOMPARE(session.panel.property(QStringLiteral("XAyatanaLabel")).toString(), text);
-        QCOMPARE(session.pixmaps().value(0).data != before, told.contains(u"NewIcon"));
+        const bool isNew = color != usual || told == u"NewIcon"; // not beside a label
+        QCOMPARE(session.pixmaps().value(0).data != before, isNew);
     }
 
     void findsItsPanel_data()
@@ -298,8 +299,6 @@ private slots:
         };
         const QString clicked = QStringLiteral("clicked");
         const QList<MenuEvent> events{{INT_MAX, clicked, QDBusVariant(7), 0}};
-        QVERIFY(fails(itemPath, "Activate", {}));
-        QVERIFY(fails(itemPath, "Activate", {clicked, clicked}));
         QVERIFY(fails(itemPath, "deleteLater", {}));
         QVERIFY(fails(itemPath, "activated", {1, 2}));
         QVERIFY(fails(menuPath, "GetLayout", {INT_MIN, INT_MAX, QStringList()}));

@@ -7,17 +7,14 @@
 
 namespace {
 
-/// Where anything is drawn; empty when nothing is. Also tells the strongest colour there.
-QRect inkOf(const QImage &image, QRgb *strongest = nullptr)
+/// Where anything is drawn; empty when nothing is.
+QRect inkOf(const QImage &image)
 {
     QRect ink;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            const QRgb pixel = image.pixel(x, y);
-            if (qAlpha(pixel) > 40)
+            if (qAlpha(image.pixel(x, y)) > 40)
                 ink |= QRect(x, y, 1, 1);
-            if (strongest != nullptr && qAlpha(pixel) > qAlpha(*strongest))
-                *strongest = pixel;
         }
     }
     return ink;
@@ -81,17 +78,6 @@ private slots:
                 QVERIFY(!m_painter.square({text, red, QString()}, side).isNull());
                 QVERIFY(!m_painter.wide({text, red, QString()}, side, 1.0).isNull());
             }
-        }
-    }
-
-    void usesTheTitlesColor()
-    {
-        for (const QImage &image :
-             {m_painter.square(percent(88), 64), m_painter.wide(percent(88), 48, 2.0),
-              m_painter.symbol(red, 48)}) {
-            QRgb strongest = 0;
-            inkOf(image, &strongest);
-            QCOMPARE(QColor::fromRgb(strongest), red);
         }
     }
 

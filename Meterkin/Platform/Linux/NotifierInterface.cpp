@@ -40,10 +40,12 @@ void NotifierInterface::setContent(const TrayContent &content)
         || previous.title.widestText != content.title.widestText;
     const bool labelled = m_kind == NotifierHostKind::Label;
 
-    if (recoloured || (reworded && !labelled)) {
+    if (recoloured || (reworded && !labelled))
         m_pixmaps.clear();
+    // Panels that keep the accessible text fetch it again only with the picture, also where that
+    // stays the same beside a label.
+    if (recoloured || reworded || previous.accessibilityLabel != content.accessibilityLabel)
         emit NewIcon();
-    }
     if (reworded && labelled)
         emit XAyatanaNewLabel(label(), labelGuide());
 
