@@ -3,7 +3,6 @@
 #include "Platform/DiskImages.h"
 
 #include <QDir>
-#include <QFileInfo>
 #include <QThread>
 
 #include <optional>
@@ -23,26 +22,21 @@ bool isInstalled(const QString &bundlePath)
     return bundlePath.startsWith(everybodys) || bundlePath.startsWith(own);
 }
 
-struct SourceImage {
-    QString imagePath;
-    QString mountPoint;
-};
-
-std::optional<SourceImage> findSourceImage(DiskImages &images, const QString &bundlePath)
+void discardSourceImage(DiskImages &images, const QString &bundlePath)
 {
     const QString name = bundlePath.section(u'/', -1);
     const std::optional<QList<DiskImage>> attached = images.attachedImages();
     if (!attached)
-        return std::nullopt;
+        return;
     for (const DiskImage &image : *attached) {
         for (const QString &mountPoint : image.mountPoints) {
-            const QString candidate = mountPoint + u'/' + name;
             // An image that is mounted where we run from is no left-over.
-            if (candidate != bundlePath && QFileInfo::exists(candidate))
-                return SourceImage{image.imagePath, mountPoint};
+            if (mountPoint + u'/' + name != bundlePath && images.holdsBundle(mountPoint, name)) {
+                images.detachAndDiscard(image, mountPoint);
+                return;
+            }
         }
     }
-    return std::nullopt;
 }
 
 } // namespace
@@ -61,9 +55,7 @@ void DiskImageCleanup::start()
         return;
     QThread *worker = QThread::create([images = m_images, path = m_bundlePath, wait = m_wait] {
         std::this_thread::sleep_for(wait);
-        const std::optional<SourceImage> source = findSourceImage(*images, path);
-        if (source && images->detach(source->mountPoint))
-            images->moveToTrash(source->imagePath);
+        discardSourceImage(*images, path);
     });
     QObject::connect(worker, &QThread::finished, worker, &QObject::deleteLater);
     worker->start(QThread::IdlePriority);

@@ -23,10 +23,12 @@ public:
     /// In the system's own order; nothing when they cannot be told.
     virtual std::optional<QList<DiskImage>> attachedImages() = 0;
 
-    /// Whether the means to detach were there at all, which does not say that it worked.
-    virtual bool detach(const QString &mountPoint) = 0;
+    /// Whether what the program was installed from lies at the top of a mounted volume, by the name
+    /// of the bundle.
+    virtual bool holdsBundle(const QString &mountPoint, const QString &name) = 0;
 
-    /// Moves an image's file to the user's Trash. Where that is impossible the file stays: it is
-    /// never deleted, nor copied.
-    virtual void moveToTrash(const QString &imagePath) = 0;
+    /// Detaches an image by one of its mount points and then, whatever became of that, moves its
+    /// file to the user's Trash. Without any means to detach nothing is touched. A file that cannot
+    /// be moved stays where it is: it is never deleted, nor copied.
+    virtual void detachAndDiscard(const DiskImage &image, const QString &mountPoint) = 0;
 };

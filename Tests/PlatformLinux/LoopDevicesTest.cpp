@@ -3,17 +3,14 @@
 #include "Support/PrivateBus.h"
 #include "Support/TestMain.h"
 
-#include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QtTest>
 
 #include <memory>
-
-#include <cerrno>
-#include <sys/mount.h>
 
 namespace {
 
@@ -22,15 +19,12 @@ class ScriptedStorage : public QDBusVirtualObject {
 public:
     QStringList calls;
     QString refused; ///< a device
-    bool asksUser = false;
 
     QString introspect(const QString &) const override { return {}; }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
         const QString device = message.path().section(u'/', -1);
         calls << message.member() + u' ' + device;
-        const auto options = qdbus_cast<QVariantMap>(message.arguments().value(0));
-        asksUser |= !options.value(QStringLiteral("auth.no_user_interaction")).toBool();
         return connection.send(
             device == refused ? message.createErrorReply(
                 QStringLiteral("org.freedesktop.UDisks2.Error.DeviceBusy"), QString())
@@ -48,6 +42,10 @@ private slots:
     {
         m_bus = std::make_unique<PrivateBus>();
         qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus->address().toUtf8());
+        m_client = m_bus->connectClient();
+        m_client.registerVirtualObject(QStringLiteral("/org/freedesktop/UDisks2/block_devices"),
+                                       &m_storage, QDBusConnection::SubPath);
+        QVERIFY(m_client.registerService(QStringLiteral("org.freedesktop.UDisks2")));
     }
     void cleanupTestCase()
     {
@@ -58,9 +56,13 @@ private slots:
     {
         m_folder = std::make_unique<QTemporaryDir>();
         m_mounts.clear();
+        m_storage.calls.clear();
+        m_storage.refused.clear();
         QVERIFY(write(at("a b.img"), "image"));
         QVERIFY(write(at("c.img"), "image"));
+        qputenv("XDG_DATA_HOME", at("data").toUtf8());
     }
+    void cleanup() { qunsetenv("XDG_DATA_HOME"); }
 
     void listsImages()
     {
@@ -113,42 +115,94 @@ private slots:
     void detachesThroughTheService()
     {
         QFETCH(QString, refused);
-        ScriptedStorage storage;
-        storage.refused = refused;
-        QDBusConnection client = m_bus->connectClient();
-        client.registerVirtualObject(QStringLiteral("/org/freedesktop/UDisks2/block_devices"),
-                                     &storage, QDBusConnection::SubPath);
-        QVERIFY(client.registerService(QStringLiteral("org.freedesktop.UDisks2")));
-        attachOurs();
-
-        QCOMPARE(detached("two"), true);
-        QTEST(storage.calls.join(u','), "expected");
-        QVERIFY(!storage.asksUser);
-        QCOMPARE(detached("gone"), true);
-        client.unregisterService(QStringLiteral("org.freedesktop.UDisks2"));
+        m_storage.refused = refused;
+        attachOurs(at("a b.img"));
+        discard(at("c.img"), "two"); // another image by now
+        discard(at("a b.img"), "gone");
+        QCOMPARE(m_storage.calls, QStringList());
+        discard(at("a b.img"), "two");
+        QTEST(m_storage.calls.join(u','), "expected");
+        QCOMPARE(trashed(), QStringList{QStringLiteral("a b.img")});
     }
 
-    void detachesDirectlyWhereItMay()
+    void discardsOnlyTheDevicesFile_data()
     {
-        attachOurs();
-        // Nobody there to ask; whether the kernel lets us try is not for the test to say.
-        const bool may = umount2(qPrintable(at("two")), 0) == 0 || errno != EPERM;
-        QCOMPARE(detached("two"), may);
+        QTest::addColumn<QString>("attached"); // what the real device presents; empty: no device
+        QTest::addColumn<QString>("named"); // the path that is told of it
+        QTest::addColumn<bool>("isDiscarded");
+        for (const auto &[name, attached, named, isDiscarded] :
+             {std::tuple{"the device's own", "c.img", "c.img", true},
+              {"another one", "a b.img", "c.img", false},
+              {"no word of the device", "", "c.img", true},
+              {"through a link", "", "link/c.img", false},
+              {"gone", "", "gone.img", false}})
+            QTest::newRow(name) << QString::fromLatin1(attached) << QString::fromLatin1(named)
+                                << isDiscarded;
+    }
+    void discardsOnlyTheDevicesFile()
+    {
+        QFETCH(QString, attached);
+        QFETCH(QString, named);
+        QVERIFY(QFile::link(m_folder->path(), at("link")));
+        QByteArray device("loop900");
+        if (!attached.isEmpty()) {
+            QProcess losetup;
+            losetup.start(
+                QStringLiteral("losetup"),
+                {QStringLiteral("--find"), QStringLiteral("--show"), m_folder->filePath(attached)});
+            losetup.waitForFinished();
+            device = losetup.readAllStandardOutput().trimmed().mid(5);
+            if (device.isEmpty())
+                QSKIP("only root attaches disk images");
+        }
+        attachOurs(m_folder->filePath(named), device);
+        discard(m_folder->filePath(named), "two", "/dev"); // which frees the device
+        QCOMPARE(m_storage.calls.size(), attached.isEmpty() ? 3 : 2);
+        QTEST(!trashed().isEmpty(), "isDiscarded");
+    }
+
+    void knowsItsProgram_data()
+    {
+        QTest::addColumn<QString>("made"); // the command that makes the entry of the volume
+        QTest::addColumn<bool>("isOurs");
+        for (const auto &[name, made, isOurs] :
+             {std::tuple{"its copy", "cp $0 Tools", true},
+              {"another program", "cp /bin/true Tools", false},
+              {"of another name", "cp $0 Tools/other", false},
+              {"as large",
+               "cp $0 Tools && printf x | dd of=Tools/${0##*/} conv=notrunc bs=1 seek=9", false},
+              {"larger", "cp $0 Tools && printf x >>Tools/${0##*/}", false},
+              {"a folder", "mkdir Tools/${0##*/}", false},
+              {"a pipe", "mkfifo Tools/${0##*/}", false},
+              {"a link to it", "ln -s $0 Tools", false},
+              {"a link to its folder", "rmdir Tools && ln -s ${0%/*} Tools", false}})
+            QTest::newRow(name) << QString::fromLatin1(made) << isOurs;
+    }
+    void knowsItsProgram()
+    {
+        QFETCH(QString, made);
+        QVERIFY(QDir().mkpath(at("volume/Tools")));
+        QProcess shell;
+        shell.setWorkingDirectory(at("volume"));
+        shell.start(QStringLiteral("sh"),
+                    {QStringLiteral("-c"), made, QCoreApplication::applicationFilePath()});
+        QVERIFY(shell.waitForFinished() && shell.exitCode() == 0);
+        QTEST(devices().holdsBundle(at("volume"), QStringLiteral("Tools")), "isOurs");
     }
 
 private:
     QString at(const char *path) const { return m_folder->filePath(QString::fromUtf8(path)); }
 
-    LoopDevices devices()
+    LoopDevices devices(const QString &nodes = {})
     {
         // Never the machine's own devices.
         if (!write(at("mountinfo"), m_mounts))
             qFatal("cannot write");
         return LoopDevices(at("block").toStdString(), at("mountinfo").toStdString(),
-                           at("dev").toStdString());
+                           nodes.toStdString());
     }
 
-    void attach(const char *name, const QByteArray &number, const QByteArray &file = {})
+    void attach(const QByteArray &name, const QByteArray &number, const QByteArray &file = {})
     {
         const QString folder = at("block/") + QString::fromUtf8(name);
         QVERIFY(write(folder + QStringLiteral("/dev"), number + '\n'));
@@ -160,28 +214,31 @@ private:
         m_mounts += QByteArray("36 35 ") + device + ' ' + root + ' ' + point
             + " rw,noatime shared:1 - ext4 /dev/loop0 rw\n";
     }
-    void attachOurs()
+    void attachOurs(const QString &image, const QByteArray &name = "loop900")
     {
-        attach("loop900", "7:900", at("a b.img").toUtf8());
-        attach("loop900/loop900p1", "259:1");
-        attach("loop900/loop900p2", "259:2");
+        attach(name, "7:900", image.toUtf8());
+        attach(name + '/' + name + "p1", "259:1");
+        attach(name + '/' + name + "p2", "259:2");
         QVERIFY(QDir().mkpath(at("two")));
         mount("259:1", "/", at("one").toUtf8());
         mount("259:2", "/", at("two").toUtf8());
     }
     /// In the background, as the program does, while the service answers here.
-    bool detached(const char *mountPoint)
+    void discard(const QString &image, const char *mountPoint, const char *nodes = "/nowhere")
     {
-        bool result = false;
-        const std::unique_ptr<QThread> thread(QThread::create(
-            [&, all = devices()]() mutable { result = all.detach(at(mountPoint)); }));
+        const std::unique_ptr<QThread> thread(
+            QThread::create([&, all = devices(QString::fromLatin1(nodes))]() mutable {
+                all.detachAndDiscard({image, {}}, at(mountPoint));
+            }));
         thread->start();
         while (!thread->wait(10))
             QCoreApplication::processEvents();
-        return result;
     }
+    QStringList trashed() const { return QDir(at("data/Trash/files")).entryList(QDir::Files); }
 
     std::unique_ptr<PrivateBus> m_bus;
+    QDBusConnection m_client{QString()};
+    ScriptedStorage m_storage;
     std::unique_ptr<QTemporaryDir> m_folder;
     QByteArray m_mounts;
 };

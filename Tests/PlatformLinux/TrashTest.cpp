@@ -1,4 +1,5 @@
 #include "Platform/Linux/Trash.h"
+#include "Platform/Linux/HeldFile.h"
 #include "Sampling/Files.h"
 #include "Support/TestMain.h"
 
@@ -62,6 +63,7 @@ private slots:
             << QStringLiteral("home/data/Trash/info") << image;
         QTest::newRow("folder") << QString() << QStringLiteral("down loads");
         QTest::newRow("link") << QString() << QStringLiteral("down loads/link");
+        QTest::newRow("link on the way") << QString() << QStringLiteral("other/a.img");
         QTest::newRow("gone") << QString() << QStringLiteral("down loads/b.img");
     }
     void leavesWhatItCannotMove()
@@ -70,6 +72,7 @@ private slots:
         QFETCH(QString, path);
         QVERIFY(write(at("down loads/a.img"), "image"));
         QVERIFY(QFile::link(at("down loads/a.img"), at("down loads/link")));
+        QVERIFY(QFile::link(at("down loads"), at("other")));
         if (!blocked.isEmpty()) {
             QVERIFY(QDir().mkpath(QFileInfo(m_folder->filePath(blocked)).path()));
             QVERIFY(QFile::link(QStringLiteral("/nowhere/at/all"), m_folder->filePath(blocked)));
@@ -78,6 +81,25 @@ private slots:
         QCOMPARE(contents(at("down loads/a.img")), "image");
         QVERIFY(QFileInfo(at("down loads/link")).isSymLink());
         QVERIFY(trashed().isEmpty());
+    }
+
+    void movesWhatItHolds()
+    {
+        QVERIFY(write(at("down loads/a.img"), "image") && write(at("other/a.img"), "another"));
+        const auto first = HeldFile::at(at("down loads/a.img").toStdString());
+        const auto second = HeldFile::at(at("other/a.img").toStdString());
+        QVERIFY(first && second);
+        QDir folder(m_folder->path());
+        for (const auto &[from, to] :
+             {std::pair{"down loads", "x"}, {"other", "down loads"}, {"x", "other"}})
+            QVERIFY(folder.rename(QString::fromUtf8(from), QString::fromUtf8(to)));
+        QVERIFY(moveToTrash(*first));
+        QCOMPARE(contents(at("home/data/Trash/files/a.img")), "image");
+        QVERIFY(folder.remove(QStringLiteral("down loads/a.img")));
+        QVERIFY(write(at("down loads/a.img"), "newer"));
+        QVERIFY(!moveToTrash(*second));
+        QCOMPARE(contents(at("down loads/a.img")), "newer");
+        QCOMPARE(trashed().size(), 1);
     }
 
     void staysOnItsFileSystem()
@@ -101,7 +123,11 @@ private slots:
 
 private:
     QString at(const char *path) const { return m_folder->filePath(QString::fromUtf8(path)); }
-    static bool trash(const QString &path) { return moveToTrash(path.toStdString()); }
+    static bool trash(const QString &path)
+    {
+        const std::optional<HeldFile> file = HeldFile::at(path.toStdString());
+        return file && moveToTrash(*file);
+    }
     QStringList trashed() const
     {
         return QDir(at("home/data/Trash/files")).entryList(QDir::Files | QDir::Hidden);

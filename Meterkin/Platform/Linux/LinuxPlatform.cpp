@@ -9,6 +9,8 @@
 
 #include <QGuiApplication>
 
+#include <unistd.h>
+
 namespace {
 
 // On X11 the size of texts is part of the screen's scale, which the kit follows by itself.
@@ -64,6 +66,12 @@ std::unique_ptr<ProcessorTicks> LinuxPlatform::makeProcessorTicks()
 std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()
 {
     return std::make_unique<LinuxStatusItem>(m_x11, m_bus, m_defaults);
+}
+
+std::shared_ptr<DiskImages> LinuxPlatform::diskImages()
+{
+    // What root could detach and move is everybody's.
+    return geteuid() == 0 ? nullptr : std::make_shared<LoopDevices>();
 }
 
 HotkeyRegistrar *LinuxPlatform::hotkeyRegistrar()

@@ -43,7 +43,7 @@ public:
     HotkeyRegistrar *hotkeyRegistrar() override;
     DesktopAppearance *desktopAppearance() override { return &m_appearance; }
     InformationAlert *informationAlert() override { return &m_informationAlert; }
-    std::shared_ptr<DiskImages> diskImages() override { return std::make_shared<LoopDevices>(); }
+    std::shared_ptr<DiskImages> diskImages() override;
     UpdateFramework *updateFramework() override { return &m_updates; }
 
     /// Whether the program is to be started anew once it has ended.

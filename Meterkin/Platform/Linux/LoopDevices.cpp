@@ -1,8 +1,11 @@
 #include "Platform/Linux/LoopDevices.h"
 
+#include "Platform/Linux/Descriptor.h"
+#include "Platform/Linux/HeldFile.h"
 #include "Platform/Linux/KernelFile.h"
 #include "Platform/Linux/MountTable.h"
 #include "Platform/Linux/NumberText.h"
+#include "Platform/Linux/ProgramCopy.h"
 #include "Platform/Linux/StorageService.h"
 #include "Platform/Linux/Trash.h"
 
@@ -21,24 +24,6 @@
 #include <unistd.h>
 
 namespace {
-
-class Descriptor {
-public:
-    explicit Descriptor(const std::string &path)
-        : m_number(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK))
-    {
-    }
-    ~Descriptor()
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-    }
-    Q_DISABLE_COPY_MOVE(Descriptor)
-    int number() const { return m_number; }
-
-private:
-    int m_number;
-};
 
 /// Empty when it cannot be read.
 std::string lineOf(const std::string &path)
@@ -103,45 +88,68 @@ std::optional<QList<DiskImage>> LoopDevices::attachedImages()
     return images;
 }
 
-bool LoopDevices::detach(const QString &mountPoint)
+bool LoopDevices::holdsBundle(const QString &mountPoint, const QString &name)
 {
-    const std::string found = QFile::encodeName(mountPoint).toStdString();
-    const auto isFound = [&](const Volume &volume) { return volume.mountPoint == found; };
+    return holdsProgramCopy(QFile::encodeName(mountPoint).toStdString(),
+                            QFile::encodeName(name).toStdString());
+}
+
+void LoopDevices::detachAndDiscard(const DiskImage &image, const QString &mountPoint)
+{
+    const std::string imagePath = QFile::encodeName(image.imagePath).toStdString();
+    const std::string point = QFile::encodeName(mountPoint).toStdString();
+    const auto isFound = [&](const Volume &volume) { return volume.mountPoint == point; };
     std::optional<std::vector<Loop>> attached = loops();
     if (!attached)
-        return true;
+        return;
     const auto loop = std::find_if(attached->begin(), attached->end(), [&](const Loop &each) {
-        return std::any_of(each.volumes.begin(), each.volumes.end(), isFound);
+        return each.imagePath == imagePath
+            && std::any_of(each.volumes.begin(), each.volumes.end(), isFound);
     });
     if (loop == attached->end())
-        return true;
+        return;
+    std::stable_partition(loop->volumes.begin(), loop->volumes.end(), isFound);
 
     // Many loop devices free themselves when unmounted. While we hold it, the device cannot pass on
     // to another image; those who may not open it cannot free what is not theirs either.
-    const Descriptor device(m_deviceFolder + '/' + loop->name);
-    const auto isSame = [&] { return imagePathOf(loop->name) == loop->imagePath; };
-    if (!isSame())
-        return true;
+    const Descriptor device(
+        open((m_deviceFolder + '/' + loop->name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    // Unmounting takes its time, in which the path may come to mean something else.
+    const std::optional<HeldFile> file = HeldFile::at(imagePath);
+    const bool isOurs =
+        file && file->status().st_uid == geteuid() && presents(*loop, device, *file);
+    if (detach(*loop, device) && isOurs)
+        moveToTrash(*file);
+}
 
+/// Whether the file is the one behind the device: by the device's own word or, for those who may
+/// not open it, by the place where the kernel has the device's file and ours at this moment.
+bool LoopDevices::presents(const Loop &loop, const Descriptor &device, const HeldFile &file) const
+{
+    loop_info64 information = {};
+    if (ioctl(device.number(), LOOP_GET_STATUS64, &information) == 0)
+        return information.lo_device == file.status().st_dev
+            && information.lo_inode == file.status().st_ino;
+    return imagePathOf(loop.name) == file.currentPath();
+}
+
+/// Whether the means were there at all, which does not say that it worked.
+bool LoopDevices::detach(const Loop &loop, const Descriptor &device) const
+{
+    const auto isSame = [&] { return imagePathOf(loop.name) == loop.imagePath; };
+    if (!isSame())
+        return false;
     StorageService service;
-    std::stable_partition(loop->volumes.begin(), loop->volumes.end(), isFound);
-    for (const Volume &volume : loop->volumes) {
+    for (const Volume &volume : loop.volumes) {
         if (service.unmount(volume.device)
             || umount2(volume.mountPoint.c_str(), UMOUNT_NOFOLLOW) == 0)
             continue;
         return service.isThere() || errno != EPERM;
     }
-    const bool isFree = device.number() >= 0 && ioctl(device.number(), LOOP_CLR_FD, 0) == 0;
+    const bool isFree = ioctl(device.number(), LOOP_CLR_FD, 0) == 0;
     if (!isFree && isSame())
-        service.deleteLoop(loop->name);
+        service.deleteLoop(loop.name);
     return true;
-}
-
-void LoopDevices::moveToTrash(const QString &imagePath)
-{
-    // A file of somebody else's, in a folder that is not ours to write, stays: the kernel sees to
-    // it.
-    ::moveToTrash(QFile::encodeName(imagePath).toStdString());
 }
 
 std::optional<std::vector<LoopDevices::Loop>> LoopDevices::loops() const

@@ -24,6 +24,15 @@ QString bundlePath()
     return image.isEmpty() ? QCoreApplication::applicationDirPath() : image;
 }
 
+ProgramFile programFile()
+{
+    const QString image = appImage();
+    if (!image.isEmpty())
+        return {image, QString()};
+    const QString name = QCoreApplication::applicationFilePath().section(u'/', -1);
+    return {QStringLiteral("/proc/self/exe"), u'/' + name};
+}
+
 QString programToStart()
 {
     const QString image = appImage();

@@ -1,5 +1,8 @@
 #include "Platform/Linux/Trash.h"
 
+#include "Platform/Linux/HeldFile.h"
+#include "Platform/Linux/OpenWithoutLinks.h"
+
 #include <QByteArray>
 
 #include <array>
@@ -19,15 +22,9 @@ namespace {
 constexpr int MostAttempts = 1000; // to find a free name
 
 struct Trash {
-    std::string folder;
+    Descriptor folder; ///< not open when there is none
     std::string top; ///< what the paths in it are relative to; empty: they are whole
 };
-
-std::optional<struct stat> statusOf(const std::string &path)
-{
-    struct stat status = {};
-    return lstat(path.c_str(), &status) == 0 ? std::optional(status) : std::nullopt;
-}
 
 std::string parentOf(const std::string &path)
 {
@@ -40,14 +37,27 @@ std::string joined(const std::string &folder, const std::string &name)
     return folder == "/" ? folder + name : folder + '/' + name;
 }
 
+std::optional<struct stat> statusOf(const Descriptor &descriptor)
+{
+    struct stat status = {};
+    return fstat(descriptor.number(), &status) == 0 ? std::optional(status) : std::nullopt;
+}
+
+Descriptor folderIn(const Descriptor &parent, const std::string &name)
+{
+    return Descriptor(
+        openat(parent.number(), name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+}
+
 /// Makes the user's own folder where it is missing. One that a link or another user put there is
 /// none.
-bool ensureFolder(const std::string &path)
+Descriptor ownFolderIn(const Descriptor &parent, const std::string &name)
 {
-    if (mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
-        return false;
-    const std::optional<struct stat> status = statusOf(path);
-    return status && S_ISDIR(status->st_mode) && status->st_uid == geteuid();
+    if (mkdirat(parent.number(), name.c_str(), 0700) != 0 && errno != EEXIST)
+        return Descriptor(-1);
+    Descriptor folder = folderIn(parent, name);
+    const std::optional<struct stat> status = statusOf(folder);
+    return status && status->st_uid == geteuid() ? std::move(folder) : Descriptor(-1);
 }
 
 /// Where the user keeps data; empty when that is unknown.
@@ -65,8 +75,8 @@ std::string topOf(std::string folder, dev_t device)
 {
     while (folder != "/") {
         std::string parent = parentOf(folder);
-        const std::optional<struct stat> status = statusOf(parent);
-        if (!status || status->st_dev != device)
+        struct stat status = {};
+        if (lstat(parent.c_str(), &status) != 0 || status.st_dev != device)
             break;
         folder = std::move(parent);
     }
@@ -74,26 +84,26 @@ std::string topOf(std::string folder, dev_t device)
 }
 
 /// The Trash for what lies in a folder of the file system `device`.
-std::optional<Trash> trashFor(const std::string &folder, dev_t device)
+Trash trashFor(const std::string &folder, dev_t device)
 {
     const std::string data = dataFolder();
-    std::error_code ignored;
-    if (!data.empty())
+    if (!data.empty()) {
+        std::error_code ignored;
         std::filesystem::create_directories(data, ignored);
-    struct stat status = {};
-    if (!data.empty() && stat(data.c_str(), &status) == 0 && status.st_dev == device) {
-        Trash trash{data + "/Trash", {}};
-        return ensureFolder(trash.folder) ? std::optional(trash) : std::nullopt;
+        const Descriptor place(open(data.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+        const std::optional<struct stat> status = statusOf(place);
+        if (status && status->st_dev == device)
+            return {ownFolderIn(place, "Trash"), {}};
     }
     const std::string top = topOf(folder, device);
     const std::string user = std::to_string(geteuid());
-    const std::string shared = joined(top, ".Trash");
-    const std::optional<struct stat> sharedStatus = statusOf(shared);
-    if (sharedStatus && S_ISDIR(sharedStatus->st_mode) && (sharedStatus->st_mode & S_ISVTX) != 0
-        && ensureFolder(shared + '/' + user))
-        return Trash{shared + '/' + user, top};
-    const std::string own = joined(top, ".Trash-" + user);
-    return ensureFolder(own) ? std::optional(Trash{own, top}) : std::nullopt;
+    const Descriptor place = openWithoutLinks(AT_FDCWD, top, O_PATH | O_DIRECTORY);
+    const Descriptor shared = folderIn(place, ".Trash");
+    if (const auto status = statusOf(shared); status && (status->st_mode & S_ISVTX) != 0) {
+        if (Descriptor own = ownFolderIn(shared, user); own.isOpen())
+            return {std::move(own), top};
+    }
+    return {ownFolderIn(place, ".Trash-" + user), top};
 }
 
 std::string informationOn(const std::string &path, const Trash &trash)
@@ -109,66 +119,65 @@ std::string informationOn(const std::string &path, const Trash &trash)
 }
 
 /// Only where nothing is in the way.
-bool rename(const std::string &from, const std::string &to)
+bool rename(const HeldFile &file, const Descriptor &folder, const std::string &name)
 {
-    if (renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0)
+    if (!file.isInPlace()) {
+        errno = ENOENT;
+        return false;
+    }
+    const int from = file.folder().number();
+    if (renameat2(from, file.name().c_str(), folder.number(), name.c_str(), RENAME_NOREPLACE) == 0)
         return true;
     // Not every file system knows the flag.
-    return (errno == EINVAL || errno == ENOSYS) && !statusOf(to)
-        && std::rename(from.c_str(), to.c_str()) == 0;
+    return (errno == EINVAL || errno == ENOSYS)
+        && faccessat(folder.number(), name.c_str(), F_OK, AT_SYMLINK_NOFOLLOW) != 0
+        && renameat(from, file.name().c_str(), folder.number(), name.c_str()) == 0;
 }
 
-bool writeNew(const std::string &path, const std::string &text)
+bool writeNew(const Descriptor &folder, const std::string &name, const std::string &text)
 {
-    const int descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (descriptor < 0)
+    const Descriptor file(
+        openat(folder.number(), name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!file.isOpen())
         return false;
-    const bool isWritten =
-        write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size());
-    if (close(descriptor) == 0 && isWritten)
+    if (write(file.number(), text.data(), text.size()) == static_cast<ssize_t>(text.size()))
         return true;
-    unlink(path.c_str());
+    unlinkat(folder.number(), name.c_str(), 0);
     errno = ENOSPC;
     return false;
 }
 
 } // namespace
 
-bool moveToTrash(const std::string &path)
+bool moveToTrash(const HeldFile &file)
 {
-    const std::string folder = parentOf(path);
-    struct stat folderStatus = {};
-    const std::optional<struct stat> status = statusOf(path);
-    if (!status || !S_ISREG(status->st_mode) || stat(folder.c_str(), &folderStatus) != 0)
+    const std::string path = file.currentPath();
+    const std::optional<struct stat> source = statusOf(file.folder());
+    if (!path.starts_with('/') || !source)
         return false;
-    const std::optional<Trash> trash = trashFor(folder, folderStatus.st_dev);
-    if (!trash)
-        return false;
-    const std::string files = trash->folder + "/files/";
-    const std::string infos = trash->folder + "/info/";
-    if (!ensureFolder(trash->folder + "/files") || !ensureFolder(trash->folder + "/info"))
-        return false;
-    const std::optional<struct stat> filesStatus = statusOf(trash->folder + "/files");
-    if (!filesStatus
-        || (filesStatus->st_dev == folderStatus.st_dev
-            && filesStatus->st_ino == folderStatus.st_ino))
+    const Trash trash = trashFor(parentOf(path), source->st_dev);
+    const Descriptor files = ownFolderIn(trash.folder, "files");
+    const Descriptor infos = ownFolderIn(trash.folder, "info");
+    const std::optional<struct stat> target = statusOf(files);
+    if (!target || !infos.isOpen()
+        || (target->st_dev == source->st_dev && target->st_ino == source->st_ino))
         return false;
 
-    const std::string name = path.substr(path.rfind('/') + 1);
-    const std::string information = informationOn(path, *trash);
+    const std::string information = informationOn(path, trash);
     for (int attempt = 1; attempt <= MostAttempts; ++attempt) {
-        const std::string free = attempt == 1 ? name : name + '.' + std::to_string(attempt);
+        const std::string free =
+            attempt == 1 ? file.name() : file.name() + '.' + std::to_string(attempt);
         // Whose information stands first has the name.
-        const std::string info = infos + free + ".trashinfo";
-        if (!writeNew(info, information)) {
+        const std::string info = free + ".trashinfo";
+        if (!writeNew(infos, info, information)) {
             if (errno == EEXIST)
                 continue;
             return false;
         }
-        if (rename(path, files + free))
+        if (rename(file, files, free))
             return true;
         const bool isTaken = errno == EEXIST;
-        unlink(info.c_str());
+        unlinkat(infos.number(), info.c_str(), 0);
         if (!isTaken)
             return false;
     }

@@ -3,6 +3,7 @@
 #include "Platform/macOS/PropertyList.h"
 #include "Platform/macOS/Trash.h"
 
+#include <QFileInfo>
 #include <QProcess>
 #include <QVariantMap>
 
@@ -54,7 +55,12 @@ std::optional<QList<DiskImage>> HdiutilDiskImages::attachedImages()
     return diskImagesOf(propertyList(process.readAllStandardOutput()));
 }
 
-bool HdiutilDiskImages::detach(const QString &mountPoint)
+bool HdiutilDiskImages::holdsBundle(const QString &mountPoint, const QString &name)
+{
+    return QFileInfo::exists(mountPoint + u'/' + name);
+}
+
+void HdiutilDiskImages::detachAndDiscard(const DiskImage &image, const QString &mountPoint)
 {
     QProcess process;
     process.setStandardInputFile(QProcess::nullDevice());
@@ -63,14 +69,9 @@ bool HdiutilDiskImages::detach(const QString &mountPoint)
     process.start(m_tool, {QStringLiteral("detach"), mountPoint, QStringLiteral("-quiet")},
                   QIODevice::ReadOnly);
     if (!process.waitForStarted(NoTimeLimit))
-        return false;
+        return;
     process.waitForFinished(NoTimeLimit);
-    return true;
-}
-
-void HdiutilDiskImages::moveToTrash(const QString &imagePath)
-{
-    moveFileToTrash(imagePath);
+    moveFileToTrash(image.imagePath);
 }
 
 std::optional<QList<DiskImage>> diskImagesOf(const QVariant &listing)

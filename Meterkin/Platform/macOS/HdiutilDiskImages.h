@@ -12,8 +12,8 @@ public:
     explicit HdiutilDiskImages(QString tool = QStringLiteral("/usr/bin/hdiutil"));
 
     std::optional<QList<DiskImage>> attachedImages() override;
-    bool detach(const QString &mountPoint) override;
-    void moveToTrash(const QString &imagePath) override;
+    bool holdsBundle(const QString &mountPoint, const QString &name) override;
+    void detachAndDiscard(const DiskImage &image, const QString &mountPoint) override;
 
 private:
     QString m_tool;
