@@ -36,6 +36,13 @@ QString MessageBus::address(Kind kind)
     return QStringLiteral("unix:path=") + socket;
 }
 
+QDBusMessage MessageBus::busCall(const QString &method)
+{
+    const QString name = QStringLiteral("org.freedesktop.DBus");
+    return QDBusMessage::createMethodCall(name, QStringLiteral("/org/freedesktop/DBus"), name,
+                                          method);
+}
+
 bool MessageBus::isTimeout(const QDBusMessage &reply)
 {
     return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);

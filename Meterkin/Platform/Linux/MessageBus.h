@@ -31,6 +31,8 @@ public:
 
     /// Where the bus listens; empty when there is none.
     static QString address(Kind kind);
+    /// A call of that method of the bus itself.
+    static QDBusMessage busCall(const QString &method);
     /// Whether nobody has answered in time; an answer may still be had later.
     static bool isTimeout(const QDBusMessage &reply);
 

@@ -22,13 +22,6 @@ constexpr uint PrimaryOwner = 1; // answer of RequestName
 
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 
-QDBusMessage busCall(const QString &method)
-{
-    const QString bus = QStringLiteral("org.freedesktop.DBus");
-    return QDBusMessage::createMethodCall(bus, QStringLiteral("/org/freedesktop/DBus"), bus,
-                                          method);
-}
-
 QString newItemName()
 {
     static int count = 0;
@@ -153,7 +146,7 @@ void NotifierItem::present()
                               QDBusConnection::ExportAllProperties
                                   | QDBusConnection::ExportAllSlots);
 
-    QDBusMessage request = busCall(QStringLiteral("RequestName"));
+    QDBusMessage request = MessageBus::busCall(QStringLiteral("RequestName"));
     request << m_name << DoNotQueue;
     m_bus.call(request, m_interface.get(), [this](const QDBusMessage &reply) {
         if (reply.arguments().value(0).toUInt() == PrimaryOwner)
@@ -201,7 +194,7 @@ void NotifierItem::withdraw()
     if (m_name.isEmpty())
         return;
     if (m_bus.connection()) {
-        QDBusMessage release = busCall(QStringLiteral("ReleaseName"));
+        QDBusMessage release = MessageBus::busCall(QStringLiteral("ReleaseName"));
         release << m_name;
         m_bus.connection()->send(release);
     }

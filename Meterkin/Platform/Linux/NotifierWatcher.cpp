@@ -9,8 +9,6 @@
 namespace {
 
 const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
-const QString busName = QStringLiteral("org.freedesktop.DBus");
-const QString busPath = QStringLiteral("/org/freedesktop/DBus");
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
 struct KnownHost {
@@ -43,11 +41,11 @@ const QString NotifierWatcher::Interface = service;
 NotifierWatcher::NotifierWatcher(MessageBus &bus, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
-    , m_service(bus, service)
+    , m_name(bus, service)
     , m_question(bus, [this](const QDBusMessage &reply) { return take(reply); })
 {
-    connect(&m_service, &BusService::changed, this,
-            [this] { setOwner(m_service.owner().value_or(QString())); });
+    connect(&m_name, &BusName::changed, this,
+            [this] { setOwner(m_name.owner().value_or(QString())); });
     connect(&bus, &MessageBus::connected, this, &NotifierWatcher::followSignals);
     if (bus.connection())
         followSignals();
@@ -90,15 +88,13 @@ void NotifierWatcher::ask()
 {
     if (m_owner.isEmpty())
         return;
-    QDBusMessage call = m_hostKind
-        ? QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface, QStringLiteral("Get"))
-        : QDBusMessage::createMethodCall(busName, busPath, busName,
-                                         QStringLiteral("GetConnectionUnixProcessID"));
     if (m_hostKind)
-        call << Interface << QStringLiteral("IsStatusNotifierHostRegistered");
+        m_question.ask(QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface,
+                                                      QStringLiteral("Get"))
+                       << Interface << QStringLiteral("IsStatusNotifierHostRegistered"));
     else
-        call << m_owner;
-    m_question.ask(call);
+        m_question.ask(MessageBus::busCall(QStringLiteral("GetConnectionUnixProcessID"))
+                       << m_owner);
 }
 
 bool NotifierWatcher::take(const QDBusMessage &reply)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/BusService.h"
+#include "Platform/Linux/BusName.h"
 
 #include <optional>
 
@@ -47,7 +47,7 @@ private:
     void update();
 
     MessageBus &m_bus;
-    BusService m_service;
+    BusName m_name;
     BusQuestion m_question; ///< for the kind, and then for the host
     QString m_owner;
     std::optional<NotifierHostKind> m_hostKind;
