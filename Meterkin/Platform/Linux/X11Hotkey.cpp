@@ -1,6 +1,6 @@
 #include "Platform/Linux/X11Hotkey.h"
 
-#include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -10,8 +10,8 @@ constexpr quint16 AllModifiers = 0xff; // the bits above are buttons and the key
 // More than it takes a key that is held on to repeat for the first time.
 constexpr int RepeatMilliseconds = 1000;
 
-constexpr int FirstRetryMilliseconds = 5'000; // doubled at each refusal
-constexpr int LongestRetryMilliseconds = 60'000;
+constexpr std::chrono::seconds FirstRetry{5};
+constexpr std::chrono::minutes LongestRetry{1};
 
 } // namespace
 
@@ -19,8 +19,8 @@ X11Hotkey::X11Hotkey(X11Connection &connection, X11Keyboard &keyboard, QObject *
     : QObject(parent)
     , m_connection(connection)
     , m_keyboard(keyboard)
+    , m_retry(FirstRetry, LongestRetry)
 {
-    m_retry.setSingleShot(true);
     m_retry.setTimerType(Qt::VeryCoarseTimer);
     connect(&m_retry, &QTimer::timeout, this, &X11Hotkey::tryNow);
     connect(&m_connection, &X11Connection::eventReceived, this, &X11Hotkey::handleEvent);
@@ -96,7 +96,7 @@ void X11Hotkey::release()
 
 void X11Hotkey::follow()
 {
-    m_retryMilliseconds = FirstRetryMilliseconds;
+    m_retry.reset();
     tryNow();
 }
 
@@ -120,8 +120,7 @@ void X11Hotkey::tryNow()
         setObstacle(HotkeyObstacle::None);
     } else {
         setObstacle(HotkeyObstacle::OtherProgram);
-        m_retry.start(m_retryMilliseconds);
-        m_retryMilliseconds = std::min(2 * m_retryMilliseconds, LongestRetryMilliseconds);
+        m_retry.retry();
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/HotkeyRegistrar.h"
+#include "Platform/Linux/RetryTimer.h"
 #include "Platform/Linux/X11Keyboard.h"
 
 #include <QDeadlineTimer>
@@ -44,8 +45,7 @@ private:
     X11Keyboard &m_keyboard;
     std::function<void()> m_pressed;
     std::optional<HotkeyCombination> m_combination; ///< absent while none is wanted
-    QTimer m_retry;
-    int m_retryMilliseconds = 0;
+    RetryTimer m_retry;
     std::optional<Grab> m_grab; ///< absent also while the server refuses
     xcb_keycode_t m_heldKey = 0; ///< 0 for none
     QDeadlineTimer m_mayRepeat{0}; ///< until then the key may be down from before the grab

@@ -14,12 +14,6 @@ FormRow {
             row.recorder.cancel()
     }
 
-    Shortcut {
-        sequence: "Escape"
-        enabled: row.recorder.isRecording
-        autoRepeat: false
-        onActivated: row.recorder.cancel()
-    }
     // Each button keeps its place, so that a second click never meets another one.
     Item {
         width: parent.width

@@ -27,11 +27,11 @@ FocusScope {
     implicitWidth: 470 * Appearance.textScale
     implicitHeight: 520
     Keys.onPressed: event => event.accepted = view.page.scrollByKey(event.key)
-    // What is under way in a control ends first.
-    Keys.onEscapePressed: {
+    // What is under way in a control ends first, and a key that is held on ends no more than that.
+    Keys.onEscapePressed: event => {
         if (view.recorder.isRecording)
             view.recorder.cancel()
-        else
+        else if (!event.isAutoRepeat)
             view.Window.window.close()
     }
 
