@@ -32,7 +32,7 @@ private slots:
         LocalKeyMonitor monitor;
         CallLog::take();
         {
-            HotkeyRecorder recorder(settings, &monitor);
+            HotkeyRecorder recorder(settings, {.monitor = &monitor});
             QVERIFY(!FakeEvents::swallows(keyCode, flags)); // not recording yet
             recorder.record();
             QCOMPARE(FakeEvents::swallows(keyCode, flags), !stored.isEmpty());
