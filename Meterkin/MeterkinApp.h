@@ -9,7 +9,7 @@
 class AppDelegate;
 class ProgramHost;
 
-/// The program: sets the kit up, sees to it that there is one instance, and runs the delegate over
+/// The program: sets Qt up, sees to it that there is one instance, and runs the delegate over
 /// this system's back end.
 class MeterkinApp {
 public:

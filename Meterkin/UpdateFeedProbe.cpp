@@ -67,7 +67,7 @@ bool UpdateFeedProbe::canAsk(const QUrl &feed)
 }
 
 // On a thread of its own, because the system may have to fetch a script over the network before it
-// can name the proxy, and the kit waits for that where it asks.
+// can name the proxy, and Qt waits for that where it asks.
 UpdateFeedProbe::UpdateFeedProbe(const QUrl &feed, std::chrono::milliseconds timeLimit,
                                  QObject *parent)
     : QObject(parent)

@@ -7,7 +7,7 @@
 
 class Platform;
 
-/// How the program lives on a system: what comes before the kit, who else runs, what comes after.
+/// How the program lives on a system: what comes before Qt, who else runs, what comes after.
 /// Main thread only.
 class ProgramHost {
 public:
@@ -22,7 +22,7 @@ public:
 
     /// Before Qt is started; the options to start it with. Ends the program where it cannot run.
     static QByteArrayList prepare();
-    /// That of this system, once the kit has been started; the back end defines it.
+    /// That of this system, once Qt has been started; the back end defines it.
     static std::unique_ptr<ProgramHost> make();
 
     /// To be asked once. In the first instance `startedAgain` runs when somebody starts the program

@@ -12,7 +12,7 @@ Q_IMPORT_QML_PLUGIN(Meterkin_ViewsPlugin)
 ViewEngine::ViewEngine(QObject *parent)
     : QQmlEngine(parent)
 {
-    // At every move of a spin button's caret the kit says that it cannot tell assistive techniques.
+    // At every move of a spin button's caret Qt says that it cannot tell assistive techniques.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.accessibility.atspi.warning=false"));
     addImportPath(QStringLiteral(":/"));
 }

@@ -81,7 +81,7 @@ private slots:
         QImage image(20, 20, QImage::Format_ARGB32_Premultiplied);
         image.fill(Qt::transparent);
         QPainter painter(&image);
-        painter.scale(2, 2); // as the kit does on a screen of two pixels a point
+        painter.scale(2, 2); // as Qt does on a screen of two pixels a point
         symbol->paint(&painter);
         // As wide as its square, and in the middle of its height.
         QCOMPARE(image.pixel(1, 10), 0xffff0000U);

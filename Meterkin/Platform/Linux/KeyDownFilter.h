@@ -13,7 +13,7 @@ class KeyDownFilter : public QObject, public KeyDownMonitor {
     Q_OBJECT
 
 public:
-    /// From a hardware code, as the kit reports it, to a virtual key code.
+    /// From a hardware code, as Qt reports it, to a virtual key code.
     using FindKey = std::function<std::uint32_t(std::uint32_t)>;
 
     explicit KeyDownFilter(FindKey findKey = virtualKeyCode, QObject *parent = nullptr);

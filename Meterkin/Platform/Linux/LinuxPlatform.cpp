@@ -13,7 +13,7 @@
 
 namespace {
 
-// On X11 the size of texts is part of the screen's scale, which the kit follows by itself.
+// On X11 the size of texts is part of the screen's scale, which Qt follows by itself.
 LinuxAppearance::TextScale textScaleSource()
 {
     return QGuiApplication::platformName() == QStringLiteral("xcb")
@@ -77,7 +77,7 @@ std::shared_ptr<DiskImages> LinuxPlatform::diskImages()
 HotkeyRegistrar *LinuxPlatform::hotkeyRegistrar()
 {
     // Through Xwayland keys of other programs' windows never reach us: the session counts, not the
-    // window system of the kit.
+    // window system of Qt.
     if (!m_hotkeyRegistrar) {
         if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
             m_hotkeyRegistrar = std::make_unique<X11Hotkey>(m_x11, m_keyboard);

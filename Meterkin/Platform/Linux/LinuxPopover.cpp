@@ -178,7 +178,7 @@ void LinuxPopover::leaveShadowToOthers()
     const xcb_rectangle_t rectangle{
         static_cast<qint16>(native.x()), static_cast<qint16>(native.y()),
         static_cast<quint16>(native.width()), static_cast<quint16>(native.height())};
-    // On the kit's connection: the window is new there, and must not be seen without its shape.
+    // On Qt's connection: the window is new there, and must not be seen without its shape.
     auto *kit = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
     if (const auto *shape = xcb_get_extension_data(kit, &xcb_shape_id);
         shape == nullptr || !shape->present)

@@ -87,7 +87,7 @@ void MessageBus::open()
         m_retry.start(m_patience.longestRetry);
         return;
     }
-    // Connecting waits for the bus, for ever if need be, and with it all connections of the kit,
+    // Connecting waits for the bus, for ever if need be, and with it all connections of Qt,
     // which one thread serves. So none is made to a bus that does not answer. Nobody waits for this
     // thread, not even the program's end.
     const QString name = newConnectionName();

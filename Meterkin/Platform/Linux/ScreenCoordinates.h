@@ -7,7 +7,7 @@
 
 class QScreen;
 
-// X11 and the panels speak of device pixels, the kit's windows live in logical ones.
+// X11 and the panels speak of device pixels, Qt's windows live in logical ones.
 
 /// The same place in logical coordinates; absent when no screen holds it. Coordinates beyond the
 /// device pixels of every screen are taken as logical ones, which some panels send.

@@ -10,7 +10,7 @@ struct DBusMessage;
 /// The system's storage service, asked on a connection of its own. Every call blocks, for a bounded
 /// time; nothing is asked of the user. Any one thread.
 ///
-/// Spoken to through the plain library: the kit's own layer serves all buses on one thread, where a
+/// Spoken to through the plain library: Qt's own layer serves all buses on one thread, where a
 /// system bus that hangs would hold the session's bus up, and the program's end.
 class StorageService {
 public:

@@ -6,6 +6,6 @@ class HeldFile;
 /// on it. The file stays where it is when that fails or when it lies in there already, and so does
 /// another one that has taken its name. Any thread.
 ///
-/// Not the kit's way, which tries names for ever where it may not write, and has its say on the
+/// Not Qt's way, which tries names for ever where it may not write, and has its say on the
 /// error output.
 bool moveToTrash(const HeldFile &file);

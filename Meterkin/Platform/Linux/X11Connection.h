@@ -23,8 +23,8 @@ template <typename Event> const Event &xcbEvent(const xcb_generic_event_t *event
 
 class QSocketNotifier;
 
-/// A connection of our own to the X server of the session, apart from the kit's: it stays usable
-/// whichever window system the kit itself runs on. Main thread only.
+/// A connection of our own to the X server of the session, apart from Qt's: it stays usable
+/// whichever window system Qt itself runs on. Main thread only.
 class X11Connection : public QObject {
     Q_OBJECT
 

@@ -14,7 +14,7 @@ void X11Focus::take(xcb_window_t window)
 {
     if (!m_connection.isOpen())
         return;
-    // On our own connection, since the kit does not tell grabs from real changes of focus.
+    // On our own connection, since Qt does not tell grabs from real changes of focus.
     constexpr quint32 events = XCB_EVENT_MASK_FOCUS_CHANGE;
     xcb_change_window_attributes(m_connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
     if (const xcb_window_t previous = focused(); previous != window)

@@ -24,7 +24,7 @@ QColor colorOf(NSColor *color)
 
 NSColor *appKitColor(const QColor &color)
 {
-    // Of whole numbers, since the fractions that the kit gives are of single precision.
+    // Of whole numbers, since the fractions that Qt gives are of single precision.
     constexpr CGFloat Full = 65535;
     const QRgba64 components = color.rgba64();
     return [NSColor colorWithRed:components.red() / Full

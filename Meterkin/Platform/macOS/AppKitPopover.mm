@@ -213,7 +213,7 @@ void AppKitPopover::fit()
     // Once it is shown, it is where the popover wants it to be.
     if (m_objects->container.window == nil)
         m_objects->container.frame = place;
-    // The kit places the view of a window where the window would be on the screen.
+    // Qt places the view of a window where the window would be on the screen.
     viewOf(*m_window).frame = place;
 }
 
@@ -233,7 +233,7 @@ void AppKitPopover::forget()
     m_forgetLater.stop();
     if (!m_window)
         return;
-    if (m_window->handle() != nullptr) // at the program's end the kit has destroyed it already
+    if (m_window->handle() != nullptr) // at the program's end Qt has destroyed it already
         [viewOf(*m_window) removeFromSuperview];
     m_window.reset();
 }

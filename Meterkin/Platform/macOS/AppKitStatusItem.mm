@@ -73,7 +73,7 @@ bool AppKitStatusItem::hasButton() const
     return m_objects->item.button != nil;
 }
 
-// Each call has a pool of its own: the kit's is emptied at the next event, and hours may pass
+// Each call has a pool of its own: Qt's is emptied at the next event, and hours may pass
 // before anybody clicks.
 
 QColor AppKitStatusItem::systemColor(SystemColor color) const

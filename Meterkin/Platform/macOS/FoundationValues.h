@@ -6,7 +6,7 @@
 #ifdef __OBJC__
 #import <Foundation/Foundation.h>
 
-// Values between the kit and Foundation, for sources of Objective-C++ only. Any thread.
+// Values between Qt and Foundation, for sources of Objective-C++ only. Any thread.
 
 NSString *_Nonnull foundationText(const QString &text);
 /// Empty for nil.

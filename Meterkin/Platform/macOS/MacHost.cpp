@@ -2,7 +2,7 @@
 
 QByteArrayList ProgramHost::prepare()
 {
-    // The kit would bring us to the front at each start, where we only sit in the menu bar.
+    // Qt would bring us to the front at each start, where we only sit in the menu bar.
     qputenv("QT_MAC_DISABLE_FOREGROUND_APPLICATION_TRANSFORM", QByteArrayLiteral("1"));
     return {};
 }

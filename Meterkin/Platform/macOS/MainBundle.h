@@ -7,7 +7,7 @@
 
 // The bundle that the program runs from, as Foundation tells it. Any thread.
 
-/// Without what has no value of the kit; empty where there is none.
+/// Without what has no value of Qt; empty where there is none.
 QVariantMap informationDictionary();
 
 /// Absolute, without a slash at its end; the executable's folder when it lies in no bundle.

@@ -4,5 +4,5 @@
 #include <QVariant>
 
 /// What a property list in any of the system's formats holds; invalid when it is none, or holds
-/// nothing that the kit has a value for. Any thread.
+/// nothing that Qt has a value for. Any thread.
 QVariant propertyList(const QByteArray &data);

@@ -94,7 +94,7 @@ T.ComboBox {
         text: choice.modelData
         font.pixelSize: Theme.points(13)
         highlighted: picker.highlightedIndex === choice.index
-        // Out of sight it must be unknown: when it is destroyed, the kit would tell assistive
+        // Out of sight it must be unknown: when it is destroyed, Qt would tell assistive
         // techniques of a change and crash in asking the half of it that is gone.
         Accessible.ignored: !picker.popup.visible
         Accessible.name: choice.text

@@ -79,7 +79,7 @@ QImage SystemSymbol::systemsDrawing(const QPainter &painter) const
     const auto *engine = static_cast<ViewEngine *>(qmlEngine(this));
     if (engine == nullptr)
         return {};
-    // Where it paints, the kit scales the painter and not the device.
+    // Where it paints, Qt scales the painter and not the device.
     return engine->appearance()->symbol(m_name, m_pointSize, painter.deviceTransform().m11());
 }
 

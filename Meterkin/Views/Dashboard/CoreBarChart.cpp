@@ -72,7 +72,7 @@ void CoreBarChart::paint(QPainter *painter)
         painter->setBrush(tier == ThresholdTier::green        ? m_green
                               : tier == ThresholdTier::yellow ? m_yellow
                                                               : m_red);
-        // The kit bounds the radius to half of a thin bar's width by itself.
+        // Qt bounds the radius to half of a thin bar's width by itself.
         painter->drawRoundedRect(bars.at(i), CornerRadius, CornerRadius);
     }
 }

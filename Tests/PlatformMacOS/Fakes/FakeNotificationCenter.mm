@@ -39,7 +39,7 @@ template <typename Handler> Handler takeFirst(std::deque<Handler> &handlers)
 
 } // namespace
 
-// The runtime wants instance variables where a class is declared: in classes below the kit's.
+// The runtime wants instance variables where a class is declared: in classes below Qt's.
 
 @interface FakeSettings : UNNotificationSettings {
 @public
