@@ -10,7 +10,7 @@
 #include "Sampling/MetricCollector.h"
 #include "Services/AlertManager.h"
 #include "Services/HotkeyManager.h"
-#include "UpdaterController.h"
+#include "Updates/UpdaterController.h"
 
 #include <QObject>
 #include <QTimer>

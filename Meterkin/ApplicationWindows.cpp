@@ -4,7 +4,7 @@
 #include "Model/SettingsViewModel.h"
 #include "Platform/Platform.h"
 #include "Services/HotkeyRecorder.h"
-#include "UpdaterController.h"
+#include "Updates/UpdaterController.h"
 #include "Views/ApplicationIcon.h"
 #include "Views/ViewEngine.h"
 #include "Views/WindowContent.h"

@@ -1,10 +1,11 @@
 #pragma once
 
-#include <QQuickItem>
 #include <QRect>
 
 #include <functional>
 #include <memory>
+
+class QQuickItem;
 
 /// The frame of the dashboard that drops from the status item: transient, animated, as large as its
 /// content wants to be. Main thread only.

@@ -6,7 +6,7 @@
 #include "Model/ThresholdTier.h"
 #include "Platform/DesktopAppearance.h"
 #include "Services/HotkeyRecorder.h"
-#include "UpdaterController.h"
+#include "Updates/UpdaterController.h"
 
 #include <QtQml/qqml.h>
 

@@ -1,5 +1,5 @@
-#include "Platform/Linux/ProcMeminfo.h"
-#include "Platform/Linux/ProcStat.h"
+#include "Platform/Linux/Sensors/PageCounters.h"
+#include "Platform/Linux/Sensors/ProcessorTicks.h"
 #include "Sampling/CPUReader.h"
 #include "Sampling/MemoryReader.h"
 
@@ -60,10 +60,10 @@ QByteArray thousandCores()
 /// Median times of the readers on this machine and on a made-up one of 1,024 cores.
 int main()
 {
-    CPUReader processors(std::make_unique<ProcStat>());
+    CPUReader processors(std::make_unique<LinuxProcessorTicks>());
     compare("processors", "/proc/stat", [&] { processors.read(); });
 
-    MemoryReader memory(1, std::make_unique<ProcMeminfo>());
+    MemoryReader memory(1, std::make_unique<LinuxPageCounters>());
     compare("memory", "/proc/meminfo", [&] { memory.read(); });
 
     const QTemporaryDir folder;
@@ -72,6 +72,6 @@ int main()
         return 1;
     file.close();
     const std::string path = file.fileName().toStdString();
-    CPUReader many(std::make_unique<ProcStat>(path));
+    CPUReader many(std::make_unique<LinuxProcessorTicks>(path));
     compare("1,024 cores", path, [&] { many.read(); });
 }

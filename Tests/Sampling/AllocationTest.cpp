@@ -1,8 +1,8 @@
 // A sanitizer brings an allocator of its own.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 
-#include "Platform/Linux/ProcMeminfo.h"
-#include "Platform/Linux/ProcStat.h"
+#include "Platform/Linux/Sensors/PageCounters.h"
+#include "Platform/Linux/Sensors/ProcessorTicks.h"
 #include "Sampling/CPUReader.h"
 #include "Sampling/MemoryReader.h"
 #include "Support/TestMain.h"
@@ -30,8 +30,8 @@ class AllocationTest : public QObject {
 private slots:
     void samplesAllocateNothing()
     {
-        CPUReader processors(std::make_unique<ProcStat>());
-        MemoryReader memory(1, std::make_unique<ProcMeminfo>());
+        CPUReader processors(std::make_unique<LinuxProcessorTicks>());
+        MemoryReader memory(1, std::make_unique<LinuxPageCounters>());
         std::optional<CPUInfo> published; // kept from one sample to the next, as a listener does
         const auto sample = [&] {
             published = processors.read();
@@ -50,6 +50,6 @@ private slots:
 
 METERKIN_TEST(AllocationTest);
 
-#include "AllocationTest.moc"
 
 #endif
+#include "AllocationTest.moc"

@@ -1,6 +1,6 @@
 #include "Sampling/CPUReader.h"
 #include "Files.h"
-#include "Platform/Linux/ProcStat.h"
+#include "Platform/Linux/Sensors/ProcessorTicks.h"
 #include "Support/ScriptedSources.h"
 #include "Support/TestMain.h"
 
@@ -23,7 +23,7 @@ constexpr std::uint64_t Most = std::numeric_limits<std::uint64_t>::max();
 QByteArray parsed(const QByteArray &text)
 {
     std::vector<ProcessorCore> cores;
-    if (!ProcStat::parse(text.toStdString(), cores))
+    if (!LinuxProcessorTicks::parse(text.toStdString(), cores))
         return "failed";
     QByteArrayList list;
     for (const auto &[number, ticks] : cores)
@@ -118,7 +118,7 @@ private slots:
     {
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("stat"));
-        ProcStat source(path.toStdString());
+        LinuxProcessorTicks source(path.toStdString());
         std::vector<ProcessorCore> cores;
         QVERIFY(!source.read(cores));
         QVERIFY(QDir().mkdir(path)); // opens, but cannot be read
@@ -146,5 +146,4 @@ private slots:
 };
 
 METERKIN_TEST(CPUReaderTest);
-
 #include "CPUReaderTest.moc"

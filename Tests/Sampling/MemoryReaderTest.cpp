@@ -1,7 +1,7 @@
 #include "Sampling/MemoryReader.h"
 #include "Files.h"
-#include "Platform/Linux/MeminfoLines.h"
-#include "Platform/Linux/ProcMeminfo.h"
+#include "Platform/Linux/Sensors/MeminfoLines.h"
+#include "Platform/Linux/Sensors/PageCounters.h"
 #include "Support/ScriptedSources.h"
 #include "Support/TestMain.h"
 
@@ -128,7 +128,7 @@ private slots:
         addDevice("/zram0", "   9999   8888   10240   0   7 7 7 7 7\n");
         addDevice("/zram1", "   9999   damaged\n");
         addDevice("/sda", "   0   0   1024000   0\n");
-        ProcMeminfo source(meminfo.toStdString(), block.toStdString());
+        LinuxPageCounters source(meminfo.toStdString(), block.toStdString());
         QCOMPARE(source.read()->compressed, std::uint64_t(11));
 
         addDevice("/zram2", "   9999   8888   40960\n");
@@ -138,9 +138,9 @@ private slots:
 
     void agreesWithFree()
     {
-        const auto total = ProcMeminfo().physicalMemory();
+        const auto total = LinuxPageCounters().physicalMemory();
         QCOMPARE(static_cast<qint64>(total), freeSays().first);
-        MemoryReader reader(total, std::make_unique<ProcMeminfo>());
+        MemoryReader reader(total, std::make_unique<LinuxPageCounters>());
         constexpr qint64 slack = 16 << 20; // what the other program needs itself
         const auto agrees = [&reader] {
             const auto before = static_cast<qint64>(reader.read()->usedBytes());
@@ -151,12 +151,11 @@ private slots:
         };
         QVERIFY(agrees() || agrees() || agrees()); // the machine may be busy
 
-        ProcMeminfo missing("/nonexistent");
+        LinuxPageCounters missing("/nonexistent");
         QVERIFY(!missing.read());
         QVERIFY(missing.physicalMemory() >= total && missing.physicalMemory() < total / 4 * 5);
     }
 };
 
 METERKIN_TEST(MemoryReaderTest);
-
 #include "MemoryReaderTest.moc"

@@ -173,5 +173,4 @@ private:
 };
 
 METERKIN_TEST(MetricCollectorTest);
-
 #include "MetricCollectorTest.moc"

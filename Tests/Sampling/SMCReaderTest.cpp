@@ -120,5 +120,4 @@ private slots:
 };
 
 METERKIN_TEST(SMCReaderTest);
-
 #include "SMCReaderTest.moc"

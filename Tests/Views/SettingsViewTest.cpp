@@ -3,7 +3,7 @@
 #include "Support/ScriptedStore.h"
 #include "Support/ShownView.h"
 #include "Support/TestMain.h"
-#include "UpdaterController.h"
+#include "Updates/UpdaterController.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,6 @@
 #include "Platform/Linux/DisplaySelection.h"
 
-#include "Platform/Linux/Descriptor.h"
+#include "Platform/Linux/Storage/Descriptor.h"
 
 #include <QDir>
 #include <QFile>

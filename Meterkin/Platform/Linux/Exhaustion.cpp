@@ -1,6 +1,6 @@
 #include "Platform/Linux/Exhaustion.h"
 
-#include "Platform/Linux/Descriptor.h"
+#include "Platform/Linux/Storage/Descriptor.h"
 
 #include <algorithm>
 

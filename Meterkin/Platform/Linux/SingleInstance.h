@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Descriptor.h"
+#include "Platform/Linux/Storage/Descriptor.h"
 #include "Platform/ProgramHost.h"
 
 #include <QObject>

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Platform/Linux/Bus/Question.h"
+
+#include <QDBusServiceWatcher>
+
+/// Follows who owns a name on a bus, without having the bus start anybody. Main thread only.
+class BusName : public QObject {
+    Q_OBJECT
+
+public:
+    /// The bus outlives it.
+    BusName(BusConnection &bus, QString name, QObject *parent = nullptr);
+
+    /// The unique bus name of the owner, empty for nobody; absent while that is unknown.
+    const std::optional<QString> &owner() const { return m_owner; }
+
+signals:
+    /// Something is known, or another than before.
+    void changed();
+
+protected:
+    BusConnection &bus() { return m_bus; }
+    const QString &name() const { return m_name; }
+
+private:
+    void follow();
+    void setOwner(const std::optional<QString> &owner);
+
+    BusConnection &m_bus;
+    QString m_name;
+    std::unique_ptr<QDBusServiceWatcher> m_watcher; ///< of the present connection
+    BusQuestion m_question;
+    std::optional<QString> m_owner;
+};

@@ -1,0 +1,120 @@
+#include "Platform/Linux/Notifications/Server.h"
+
+#include "Platform/Linux/Notifications/Image.h"
+
+#include <utility>
+
+namespace {
+
+const QString path = QStringLiteral("/org/freedesktop/Notifications");
+const QString application = QStringLiteral("org.meterkin.Meterkin"); // its icon and desktop file
+const QString defaultAction = QStringLiteral("default"); // a click on the notification itself
+
+constexpr int ServerChoosesTime = -1;
+
+QVariantMap hints()
+{
+    constexpr uchar normalUrgency = 1;
+    return {{QStringLiteral("desktop-entry"), application},
+            // Themes know the icon's name only where the program is installed.
+            {QStringLiteral("image-data"), notificationIcon()},
+            {QStringLiteral("urgency"), QVariant::fromValue(normalUrgency)},
+            // No name stands for a server's default; of the standard ones this says it best.
+            {QStringLiteral("sound-name"), QStringLiteral("dialog-warning")}};
+}
+
+} // namespace
+
+const QString NotificationServer::Service = QStringLiteral("org.freedesktop.Notifications");
+
+NotificationServer::NotificationServer(BusConnection &bus, const QString &owner, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+    , m_owner(owner)
+{
+    QDBusConnection connection = *bus.connection();
+    // From any sender: to name the sender here would mean to wait for the bus.
+    connection.connect(QString(), path, Service, QStringLiteral("ActionInvoked"), this,
+                       SLOT(handleAction(QDBusMessage)));
+    connection.connect(QString(), path, Service, QStringLiteral("NotificationClosed"), this,
+                       SLOT(handleClosed(QDBusMessage)));
+}
+
+void NotificationServer::post(const NotificationRecord &record)
+{
+    m_listings[record.identifier].next = record;
+    if (m_capabilities)
+        postNext(record.identifier, *m_capabilities);
+    else if (!m_isAsking)
+        askForCapabilities();
+}
+
+void NotificationServer::askForCapabilities()
+{
+    m_isAsking = true;
+    m_bus.call(call(QStringLiteral("GetCapabilities")), this, [this](const QDBusMessage &reply) {
+        m_isAsking = false;
+        if (reply.type() == QDBusMessage::ReplyMessage) {
+            const QStringList names = reply.arguments().value(0).toStringList();
+            m_capabilities = {names.contains(u"actions"), names.contains(u"body-markup")};
+        }
+        // A server that does not tell them gets the plainest form, and is asked again next time.
+        for (const auto &[identifier, listing] : m_listings)
+            postNext(identifier, m_capabilities.value_or(Capabilities()));
+    });
+}
+
+void NotificationServer::postNext(const QString &identifier, const Capabilities &capabilities)
+{
+    Listing &listing = m_listings[identifier];
+    if (listing.isPosting || !listing.next)
+        return;
+    const NotificationRecord record = *std::exchange(listing.next, std::nullopt);
+    listing.isPosting = true;
+
+    const QStringList actions = capabilities.takesActions
+        ? QStringList{defaultAction, QStringLiteral("Open")}
+        : QStringList();
+    const QString body = capabilities.takesMarkup ? record.body.toHtmlEscaped() : record.body;
+    QDBusMessage notify = call(QStringLiteral("Notify"));
+    notify << QStringLiteral("Meterkin") << listing.number << application << record.title << body
+           << actions << hints() << ServerChoosesTime;
+    m_bus.call(notify, this, [this, identifier, capabilities](const QDBusMessage &reply) {
+        Listing &answered = m_listings[identifier];
+        answered.isPosting = false;
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            answered.number = reply.arguments().value(0).toUInt();
+        postNext(identifier, capabilities);
+    });
+}
+
+void NotificationServer::handleAction(const QDBusMessage &message)
+{
+    if (message.service() != m_owner || message.signature() != u"us")
+        return;
+    const uint number = message.arguments()[0].toUInt();
+    if (number == 0 || message.arguments()[1] != defaultAction)
+        return;
+    for (const auto &[identifier, listing] : m_listings) {
+        if (listing.number == number) {
+            emit clicked(QString(identifier)); // what it opens may change the map
+            return;
+        }
+    }
+}
+
+void NotificationServer::handleClosed(const QDBusMessage &message)
+{
+    if (message.service() != m_owner || message.signature() != u"uu")
+        return;
+    const uint number = message.arguments()[0].toUInt();
+    for (auto &[identifier, listing] : m_listings) {
+        if (listing.number == number)
+            listing.number = 0;
+    }
+}
+
+QDBusMessage NotificationServer::call(const QString &method) const
+{
+    return QDBusMessage::createMethodCall(m_owner, path, Service, method);
+}

@@ -1,0 +1,89 @@
+#include "Platform/Linux/Platform.h"
+
+#include "Platform/Linux/Sensors/HwmonFans.h"
+#include "Platform/Linux/Tray/StatusItem.h"
+#include "Platform/Linux/Hotkey/PortalRegistrar.h"
+#include "Platform/Linux/Sensors/PageCounters.h"
+#include "Platform/Linux/Sensors/ProcessorTicks.h"
+#include "Platform/Linux/Hotkey/X11Registrar.h"
+
+#include <QGuiApplication>
+
+#include <unistd.h>
+
+namespace {
+
+// On X11 the size of texts is part of the screen's scale, which Qt follows by itself.
+LinuxDesktopAppearance::TextScale textScaleSource()
+{
+    return QGuiApplication::platformName() == QStringLiteral("xcb")
+        ? LinuxDesktopAppearance::TextScale::FromWindowSystem
+        : LinuxDesktopAppearance::TextScale::FromPortal;
+}
+
+} // namespace
+
+LinuxPlatform::LinuxPlatform()
+    : m_notifications(m_bus)
+    , m_popover(m_x11)
+    , m_windowStyle(m_x11)
+    , m_keyboard(m_x11)
+    , m_keyDownFilter(
+          [this](std::uint32_t code) { return m_keyboard.keyNames().virtualKeyCode(code); })
+    , m_xsettings(m_x11)
+    , m_appearance(m_bus, textScaleSource())
+    , m_updates(
+          {m_systemBus, m_defaults, m_windowStyle, m_appearance, &m_notifications,
+           informationDictionary().value(QStringLiteral("CFBundleShortVersionString")).toString(),
+           QCoreApplication::applicationFilePath(), [this] {
+               m_isRestartWanted = true;
+               QCoreApplication::quit();
+           }})
+{
+    const auto passSettings = [this] {
+        m_appearance.setThemeName(m_xsettings.values().themeName);
+        m_appearance.setAnimated(m_xsettings.values().isAnimated);
+    };
+    QObject::connect(&m_xsettings, &XSettings::changed, &m_appearance, passSettings);
+    passSettings();
+}
+
+std::unique_ptr<FanControllerConnection> LinuxPlatform::makeFanController()
+{
+    return std::make_unique<HwmonFans>();
+}
+
+std::unique_ptr<PageCounters> LinuxPlatform::makePageCounters()
+{
+    return std::make_unique<LinuxPageCounters>();
+}
+
+std::unique_ptr<ProcessorTicks> LinuxPlatform::makeProcessorTicks()
+{
+    return std::make_unique<LinuxProcessorTicks>();
+}
+
+std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()
+{
+    return std::make_unique<LinuxStatusItem>(m_x11, m_bus, m_defaults);
+}
+
+std::shared_ptr<DiskImages> LinuxPlatform::diskImages()
+{
+    // What root could detach and move is everybody's.
+    return geteuid() == 0 ? nullptr : std::make_shared<LinuxDiskImages>();
+}
+
+HotkeyRegistrar *LinuxPlatform::hotkeyRegistrar()
+{
+    // Through Xwayland keys of other programs' windows never reach us: the session counts, not the
+    // window system of Qt.
+    if (!m_hotkeyRegistrar) {
+        if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+            m_hotkeyRegistrar = std::make_unique<X11Registrar>(m_x11, m_keyboard);
+        else
+            m_hotkeyRegistrar = std::make_unique<PortalRegistrar>(
+                [this](std::uint32_t keyCode) { return m_keyboard.keysym(keyCode); });
+    }
+    return m_hotkeyRegistrar.get();
+}

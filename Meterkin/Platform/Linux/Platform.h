@@ -1,0 +1,70 @@
+#pragma once
+
+#include "Platform/Linux/Storage/LoginItem.h"
+#include "Platform/Linux/Storage/DefaultsStore.h"
+#include "Platform/Linux/Windows/Dialogs/InformationAlert.h"
+#include "Platform/Linux/InformationDictionary.h"
+#include "Platform/Linux/Hotkey/KeyDownMonitor.h"
+#include "Platform/Linux/Windows/DesktopAppearance.h"
+#include "Platform/Linux/Notifications/NotificationCentre.h"
+#include "Platform/Linux/Windows/PopoverContainer.h"
+#include "Platform/Linux/Windows/WindowStyle.h"
+#include "Platform/Linux/DiskImages.h"
+#include "Platform/Linux/Bus/Connection.h"
+#include "Platform/Linux/Updates/UpdateFramework.h"
+#include "Platform/Linux/ProgramLocation.h"
+#include "Platform/Linux/X11/Connection.h"
+#include "Platform/Linux/X11/KeyboardLayout.h"
+#include "Platform/Linux/X11/XSettings.h"
+#include "Platform/Platform.h"
+
+#include <malloc.h>
+
+/// The back ends of a Linux desktop.
+class LinuxPlatform : public Platform {
+public:
+    LinuxPlatform();
+
+    std::unique_ptr<FanControllerConnection> makeFanController() override;
+    std::unique_ptr<PageCounters> makePageCounters() override;
+    std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
+    std::unique_ptr<StatusItem> makeStatusItem() override;
+    DefaultsStore &defaultsStore() override { return m_defaults; }
+    void giveMemoryBack() override { malloc_trim(0); }
+    QVariantMap informationDictionary() const override { return ::informationDictionary(); }
+    QString bundlePath() const override { return ::bundlePath(); }
+    QString computerWord() const override { return QStringLiteral("computer"); }
+    NotificationCentre *notificationCentre() override { return &m_notifications; }
+    PopoverContainer *popover() override { return &m_popover; }
+    WindowStyle *windowStyle() override { return &m_windowStyle; }
+    KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
+    KeyboardLayout *keyboardLayout() override { return &m_keyboard; }
+    LoginItem *loginItem() override { return &m_loginItem; }
+    HotkeyRegistrar *hotkeyRegistrar() override;
+    DesktopAppearance *desktopAppearance() override { return &m_appearance; }
+    InformationAlert *informationAlert() override { return &m_informationAlert; }
+    std::shared_ptr<DiskImages> diskImages() override;
+    UpdateFramework *updateFramework() override { return &m_updates; }
+
+    /// Whether the program is to be started anew once it has ended.
+    bool isRestartWanted() const { return m_isRestartWanted; }
+
+private:
+    LinuxDefaultsStore m_defaults;
+    X11Connection m_x11;
+    BusConnection m_bus;
+    LinuxNotificationCentre m_notifications;
+    // Where it is missing it hardly ever comes.
+    BusConnection m_systemBus{BusConnection::Kind::System, {.longestRetry = 60'000}};
+    LinuxPopoverContainer m_popover;
+    LinuxWindowStyle m_windowStyle;
+    X11KeyboardLayout m_keyboard;
+    LinuxKeyDownMonitor m_keyDownFilter;
+    XSettings m_xsettings;
+    LinuxDesktopAppearance m_appearance;
+    LinuxInformationAlert m_informationAlert{m_windowStyle, m_appearance};
+    LinuxLoginItem m_loginItem{programToStart()};
+    std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it has been asked for
+    bool m_isRestartWanted = false;
+    LinuxUpdateFramework m_updates;
+};

@@ -1,0 +1,207 @@
+#include "Platform/Linux/Tray/FloatingStrip.h"
+
+#include "Platform/Linux/Tray/PanelStyle.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRasterWindow>
+#include <QScreen>
+#include <QStyleHints>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int Height = 24; // logical pixels, as a slim panel
+constexpr int EdgeMargin = 6; // logical pixels to the screen's edge
+constexpr QRect believable(-100'000, -100'000, 200'000, 200'000); // what arithmetic can bear
+
+const QString positionKey = QStringLiteral("stripPosition");
+
+/// "x,y" in logical coordinates; nothing when the text is not that.
+std::optional<QPoint> parsePosition(const std::optional<QString> &text)
+{
+    const QStringList parts = text.value_or(QString()).split(u',');
+    if (parts.size() != 2)
+        return std::nullopt;
+    bool xGood = false;
+    bool yGood = false;
+    const QPoint point(parts[0].trimmed().toInt(&xGood), parts[1].trimmed().toInt(&yGood));
+    return xGood && yGood && believable.contains(point) ? std::optional(point) : std::nullopt;
+}
+
+const QScreen &screenNear(QPoint point)
+{
+    const QScreen *screen = QGuiApplication::screenAt(point);
+    return screen != nullptr ? *screen : *QGuiApplication::primaryScreen();
+}
+
+QPoint keptInside(const QRect &area, QPoint position, QSize size)
+{
+    return QPoint(std::clamp(position.x(), area.left(),
+                             std::max(area.left(), area.right() + 1 - size.width())),
+                  std::clamp(position.y(), area.top(),
+                             std::max(area.top(), area.bottom() + 1 - size.height())));
+}
+
+} // namespace
+
+class FloatingStrip::Window : public QRasterWindow {
+public:
+    explicit Window(FloatingStrip &strip)
+        : m_strip(strip)
+    {
+        setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
+                 | Qt::WindowDoesNotAcceptFocus);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QPainter painter(this);
+        painter.fillRect(QRect(QPoint(), size()), PanelStyle::border);
+        painter.fillRect(QRect(QPoint(), size()).adjusted(1, 1, -1, -1), PanelStyle::background);
+        QImage image = m_strip.m_painter.wide(m_strip.m_content.title,
+                                              static_cast<int>(height() * devicePixelRatio()),
+                                              devicePixelRatio());
+        image.setDevicePixelRatio(devicePixelRatio());
+        painter.drawImage(0, 0, image);
+    }
+
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        if (event->button() == Qt::LeftButton) {
+            m_grip = event->position().toPoint();
+            m_dragged = false;
+        } else if (event->button() == Qt::RightButton) {
+            emit m_strip.menuRequested(geometry().center());
+        }
+    }
+
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        if (!(event->buttons() & Qt::LeftButton))
+            return;
+        const QPoint distance = event->position().toPoint() - m_grip;
+        if (!m_dragged
+            && distance.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
+            return;
+        if (!std::exchange(m_dragged, true) && QGuiApplication::platformName() == u"wayland")
+            startSystemMove(); // windows do not know their place there
+        else
+            setPosition(event->globalPosition().toPoint() - m_grip);
+    }
+
+    void mouseReleaseEvent(QMouseEvent *event) override
+    {
+        if (event->button() != Qt::LeftButton)
+            return;
+        if (m_dragged)
+            m_strip.remember();
+        else
+            emit m_strip.clicked();
+    }
+
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
+            emit m_strip.hoverChanged(event->type() == QEvent::Enter);
+        return QRasterWindow::event(event);
+    }
+
+private:
+    FloatingStrip &m_strip;
+    QPoint m_grip;
+    bool m_dragged = false;
+};
+
+FloatingStrip::FloatingStrip(TitlePainter &painter, DefaultsStore &store, QObject *parent)
+    : TrayHost(parent)
+    , m_painter(painter)
+    , m_store(store)
+{
+}
+
+FloatingStrip::~FloatingStrip() = default;
+
+void FloatingStrip::attach()
+{
+    if (m_window || QGuiApplication::primaryScreen() == nullptr)
+        return;
+    m_window = std::make_unique<Window>(*this);
+    m_window->setTitle(m_content.accessibilityLabel);
+    place();
+    m_window->show();
+    // Screens that come, go or change must not take the strip out of sight.
+    for (QScreen *screen : QGuiApplication::screens())
+        connect(screen, &QScreen::availableGeometryChanged, m_window.get(), [this] { place(); });
+    connect(qGuiApp, &QGuiApplication::screenRemoved, m_window.get(), [this] { place(); });
+}
+
+void FloatingStrip::detach()
+{
+    m_window.reset();
+}
+
+void FloatingStrip::setContent(const TrayContent &content)
+{
+    const TrayContent previous = std::exchange(m_content, content);
+    if (!m_window)
+        return;
+    if (previous.accessibilityLabel != content.accessibilityLabel)
+        m_window->setTitle(content.accessibilityLabel);
+    if (previous.title == content.title)
+        return;
+    if (m_window->size() != wantedSize()) {
+        if (m_window->position() != m_placedAt) // by the window manager, for the user
+            m_anchor = anchorOf(m_window->geometry());
+        place();
+    }
+    m_window->update();
+}
+
+QRect FloatingStrip::geometry() const
+{
+    return m_window ? m_window->geometry() : QRect();
+}
+
+FloatingStrip::Anchor FloatingStrip::anchorOf(const QRect &strip)
+{
+    const QPoint screen = screenNear(strip.center()).geometry().center();
+    const bool isRight = strip.center().x() > screen.x();
+    return {isRight ? strip.topRight() + QPoint(1, 0) : strip.topLeft(), isRight};
+}
+
+QSize FloatingStrip::wantedSize() const
+{
+    return QSize(m_painter.wideWidth(m_content.title, Height, 1.0), Height);
+}
+
+void FloatingStrip::place()
+{
+    const QSize size = wantedSize();
+    if (!m_anchor) {
+        if (const std::optional<QPoint> stored = parsePosition(m_store.text(positionKey)))
+            m_anchor = anchorOf(QRect(*stored, size));
+    }
+    // The lower right corner: the upper ones hold the buttons of maximised windows.
+    const QRect primary = QGuiApplication::primaryScreen()->availableGeometry();
+    const Anchor anchor = m_anchor.value_or(
+        Anchor{primary.bottomRight() - QPoint(EdgeMargin, EdgeMargin + Height), true});
+    const QPoint position = anchor.corner - QPoint(anchor.isRight ? size.width() : 0, 0);
+    const QRect area =
+        m_anchor ? screenNear(QRect(position, size).center()).availableGeometry() : primary;
+    m_window->setMinimumSize(size);
+    m_window->setMaximumSize(size);
+    m_placedAt = keptInside(area, position, size);
+    m_window->setGeometry(QRect(m_placedAt, size));
+}
+
+void FloatingStrip::remember()
+{
+    m_anchor = anchorOf(m_window->geometry());
+    place();
+    m_store.setText(positionKey, QStringLiteral("%1,%2").arg(m_placedAt.x()).arg(m_placedAt.y()));
+}

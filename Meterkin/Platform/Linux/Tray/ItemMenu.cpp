@@ -1,0 +1,159 @@
+#include "Platform/Linux/Tray/ItemMenu.h"
+
+#include "Platform/Linux/Tray/PanelPopup.h"
+#include "Platform/Linux/Tray/PanelStyle.h"
+
+#include <QFontMetrics>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+// Logical pixels.
+constexpr int RowHeight = 26;
+constexpr int SidePadding = 14;
+constexpr int EdgePadding = 5;
+constexpr int GroupGap = 9;
+
+constexpr int rows = static_cast<int>(menuEntries.size());
+
+const MenuEntry &entry(int row)
+{
+    return menuEntries[static_cast<std::size_t>(row)];
+}
+
+int gapsBefore(int row)
+{
+    int gaps = 0;
+    for (int i = 0; i <= row; ++i)
+        gaps += entry(i).startsGroup ? 1 : 0;
+    return gaps;
+}
+
+} // namespace
+
+ItemMenu::ItemMenu(QPoint anchor)
+{
+    setFlags(Qt::Popup | Qt::FramelessWindowHint);
+    setTitle(QStringLiteral("meterkin"));
+    const QFontMetrics metrics(PanelPopup::font());
+    int widest = 0;
+    for (const MenuEntry &item : menuEntries)
+        widest = std::max(widest, metrics.horizontalAdvance(item.text));
+    const QSize size(widest + 2 * SidePadding,
+                     rows * RowHeight + gapsBefore(rows - 1) * GroupGap + 2 * EdgePadding);
+    setGeometry(PanelPopup::beside(anchor, size));
+    show();
+}
+
+void ItemMenu::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    PanelPopup::paintBackground(painter, size());
+    painter.setFont(PanelPopup::font());
+    for (int row = 0; row < rows; ++row) {
+        const QRect rect = rowRect(row);
+        if (entry(row).startsGroup)
+            painter.fillRect(rect.left() + SidePadding / 2, rect.top() - GroupGap / 2 - 1,
+                             rect.width() - SidePadding, 1, PanelStyle::border);
+        if (row == m_selected)
+            painter.fillRect(rect, PanelStyle::selection);
+        painter.setPen(PanelStyle::text);
+        painter.drawText(rect.adjusted(SidePadding - 1, 0, 0, 0), Qt::AlignVCenter,
+                         entry(row).text);
+    }
+}
+
+void ItemMenu::exposeEvent(QExposeEvent *event)
+{
+    QRasterWindow::exposeEvent(event);
+    // With the grabs a click elsewhere and the keyboard reach us whatever window is active.
+    if (isExposed()) {
+        setMouseGrabEnabled(true);
+        setKeyboardGrabEnabled(true);
+    }
+}
+
+void ItemMenu::mouseMoveEvent(QMouseEvent *event)
+{
+    select(rowAt(event->position().toPoint()));
+}
+
+void ItemMenu::mousePressEvent(QMouseEvent *event)
+{
+    m_pressed = true;
+    if (!QRect(QPoint(), size()).contains(event->position().toPoint()))
+        dismiss();
+}
+
+void ItemMenu::mouseReleaseEvent(QMouseEvent *event)
+{
+    // The release of the press that opened the menu is no choice, unless it was dragged to a row.
+    const int row = rowAt(event->position().toPoint());
+    if (row != NoRow && (m_pressed || event->button() == Qt::RightButton))
+        choose(row);
+}
+
+void ItemMenu::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        dismiss();
+        break;
+    case Qt::Key_Down:
+    case Qt::Key_Tab:
+        select(m_selected == NoRow ? 0 : (m_selected + 1) % rows);
+        break;
+    case Qt::Key_Up:
+    case Qt::Key_Backtab:
+        select(m_selected == NoRow ? rows - 1 : (m_selected + rows - 1) % rows);
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        if (m_selected != NoRow)
+            choose(m_selected);
+        break;
+    default:
+        break;
+    }
+}
+
+int ItemMenu::rowAt(QPoint position) const
+{
+    for (int row = 0; row < rows; ++row) {
+        if (rowRect(row).contains(position))
+            return row;
+    }
+    return NoRow;
+}
+
+QRect ItemMenu::rowRect(int row) const
+{
+    return QRect(1, EdgePadding + row * RowHeight + gapsBefore(row) * GroupGap, width() - 2,
+                 RowHeight);
+}
+
+void ItemMenu::select(int row)
+{
+    if (std::exchange(m_selected, row) != row)
+        update();
+}
+
+void ItemMenu::choose(int row)
+{
+    dismiss();
+    emit chosen(entry(row).action);
+}
+
+void ItemMenu::dismiss()
+{
+    setMouseGrabEnabled(false);
+    setKeyboardGrabEnabled(false);
+    close();
+    deleteLater();
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Platform/Linux/Tray/MenuEntries.h"
+
+#include <QRasterWindow>
+
+/// The item's menu where the panel does not show one by itself. Closes on a choice, on Escape and
+/// on a click elsewhere. Deletes itself when closed.
+class ItemMenu : public QRasterWindow {
+    Q_OBJECT
+
+public:
+    /// Opens next to `anchor`, a place in the panel, fully on that screen.
+    explicit ItemMenu(QPoint anchor);
+
+signals:
+    void chosen(MenuAction action);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void exposeEvent(QExposeEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    static constexpr int NoRow = -1;
+
+    int rowAt(QPoint position) const;
+    QRect rowRect(int row) const;
+    void select(int row);
+    void choose(int row);
+    void dismiss();
+
+    int m_selected = NoRow;
+    bool m_pressed = false;
+};

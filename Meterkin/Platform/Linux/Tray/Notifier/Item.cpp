@@ -1,0 +1,205 @@
+#include "Platform/Linux/Tray/Notifier/Item.h"
+
+#include "Platform/Linux/X11/ScreenCoordinates.h"
+
+#include <QCoreApplication>
+#include <QCursor>
+
+#include <utility>
+
+namespace {
+
+constexpr int MaximumFailures = 3;
+constexpr int RetryMilliseconds = 1000;
+// The panel may only have been slow. Each chance takes the item from where it stands meanwhile.
+constexpr std::chrono::seconds FirstChance{10};
+constexpr std::chrono::minutes LongestUntilChance{10};
+constexpr int RegistrationTimeoutMilliseconds = 3000;
+constexpr int ClickedSize = 2; // logical pixels around the click
+
+constexpr uint DoNotQueue = 4; // flag of RequestName
+constexpr uint PrimaryOwner = 1; // answer of RequestName
+
+const QString itemPath = QStringLiteral("/StatusNotifierItem");
+
+QString newItemName()
+{
+    static int count = 0;
+    return QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
+        .arg(QCoreApplication::applicationPid())
+        .arg(++count);
+}
+
+} // namespace
+
+NotifierItem::NotifierItem(BusConnection &bus, TitlePainter &painter, QObject *parent)
+    : TrayHost(parent)
+    , m_bus(bus)
+    , m_painter(painter)
+    , m_watcher(bus)
+    , m_nextChance(FirstChance, LongestUntilChance)
+{
+    connect(&m_watcher, &NotifierWatcher::hostChanged, this, &NotifierItem::handleWatcher);
+    connect(&bus, &BusConnection::disconnected, this, [this] {
+        withdraw();
+        m_refusedBy.clear(); // a new bus counts its clients from the start
+    });
+    m_retry.setSingleShot(true);
+    m_retry.setInterval(RetryMilliseconds);
+    connect(&m_retry, &QTimer::timeout, this, &NotifierItem::present);
+    connect(&m_nextChance, &QTimer::timeout, this, [this] {
+        m_refusedBy.clear();
+        updateAvailability();
+    });
+}
+
+NotifierItem::~NotifierItem()
+{
+    withdraw();
+}
+
+bool NotifierItem::isAvailable() const
+{
+    return m_watcher.hasHost() && m_watcher.owner() != m_refusedBy;
+}
+
+void NotifierItem::attach()
+{
+    if (!isAvailable())
+        return;
+    m_attached = true;
+    if (m_presentedTo != m_watcher.owner()) {
+        m_failures = 0;
+        present();
+    }
+}
+
+void NotifierItem::detach()
+{
+    m_attached = false;
+    m_clickedAt.reset();
+    withdraw();
+}
+
+void NotifierItem::setContent(const TrayContent &content)
+{
+    m_content = content;
+    if (m_interface)
+        m_interface->setContent(content);
+}
+
+QRect NotifierItem::geometry() const
+{
+    // The origin is what panels say that do not know.
+    const std::optional<QPoint> position =
+        m_clickedAt && !m_clickedAt->isNull() ? logicalPosition(*m_clickedAt) : std::nullopt;
+    if (!position)
+        return QRect();
+    return QRect(*position - QPoint(ClickedSize / 2, ClickedSize / 2),
+                 QSize(ClickedSize, ClickedSize));
+}
+
+void NotifierItem::handleWatcher()
+{
+    if (!m_watcher.hasHost())
+        m_retry.stop();
+    else if (m_attached)
+        attach();
+    updateAvailability();
+}
+
+void NotifierItem::updateAvailability()
+{
+    if (std::exchange(m_wasAvailable, isAvailable()) != isAvailable())
+        emit availabilityChanged();
+}
+
+void NotifierItem::present()
+{
+    withdraw();
+    if (!m_watcher.hasHost())
+        return;
+    QDBusConnection connection = *m_bus.connection();
+    m_name = newItemName();
+    m_presentedTo = m_watcher.owner();
+    m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.hostKind(), m_content);
+    m_menu = std::make_unique<NotifierMenu>();
+    // Queued: the caller gets its answer before a window is built, and the objects may go.
+    connect(
+        m_interface.get(), &NotifierInterface::activated, this,
+        [this](QPoint position) {
+            m_clickedAt = position;
+            emit clicked();
+        },
+        Qt::QueuedConnection);
+    connect(
+        m_interface.get(), &NotifierInterface::contextMenuRequested, this,
+        [this](QPoint position) {
+            emit menuRequested(logicalPosition(position).value_or(QCursor::pos()));
+        },
+        Qt::QueuedConnection);
+    connect(m_menu.get(), &NotifierMenu::chosen, this, &TrayHost::menuChosen, Qt::QueuedConnection);
+    connection.registerObject(itemPath, m_interface.get(),
+                              QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots
+                                  | QDBusConnection::ExportScriptableSignals);
+    connection.registerObject(NotifierInterface::MenuPath, m_menu.get(),
+                              QDBusConnection::ExportAllProperties
+                                  | QDBusConnection::ExportAllSlots);
+
+    QDBusMessage request = BusConnection::busCall(QStringLiteral("RequestName"));
+    request << m_name << DoNotQueue;
+    m_bus.call(request, m_interface.get(), [this](const QDBusMessage &reply) {
+        if (reply.arguments().value(0).toUInt() == PrimaryOwner)
+            registerWithPanel();
+        else
+            handleFailure();
+    });
+}
+
+void NotifierItem::registerWithPanel()
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        m_presentedTo, NotifierWatcher::Path, NotifierWatcher::Interface,
+        QStringLiteral("RegisterStatusNotifierItem"));
+    call << m_name;
+    m_bus.call(
+        call, m_interface.get(),
+        [this](const QDBusMessage &reply) {
+            if (reply.type() == QDBusMessage::ReplyMessage) {
+                m_failures = 0;
+                m_nextChance.reset();
+            } else {
+                handleFailure();
+            }
+        },
+        RegistrationTimeoutMilliseconds);
+}
+
+void NotifierItem::handleFailure()
+{
+    const QString panel = m_presentedTo;
+    withdraw();
+    if (++m_failures < MaximumFailures) {
+        m_retry.start();
+        return;
+    }
+    m_refusedBy = panel;
+    m_nextChance.retry();
+    updateAvailability();
+}
+
+void NotifierItem::withdraw()
+{
+    m_retry.stop();
+    if (m_name.isEmpty())
+        return;
+    if (m_bus.connection()) {
+        QDBusMessage release = BusConnection::busCall(QStringLiteral("ReleaseName"));
+        release << m_name;
+        m_bus.connection()->send(release);
+    }
+    m_name.clear();
+    m_presentedTo.clear();
+    m_interface.reset();
+    m_menu.reset();
+}

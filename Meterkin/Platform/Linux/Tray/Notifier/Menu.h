@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Platform/Linux/Tray/MenuEntries.h"
+#include "Platform/Linux/Tray/Notifier/Types.h"
+
+#include <QDBusContext>
+#include <QObject>
+
+/// The item's menu as panels show it by themselves: com.canonical.dbusmenu. It never changes.
+/// Properties and slots are what the bus sees. Main thread only.
+class NotifierMenu : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
+    Q_PROPERTY(uint Version READ version CONSTANT)
+    Q_PROPERTY(QString Status READ status CONSTANT)
+    Q_PROPERTY(QString TextDirection READ textDirection CONSTANT)
+    Q_PROPERTY(QStringList IconThemePath READ iconThemePath CONSTANT)
+
+public:
+    explicit NotifierMenu(QObject *parent = nullptr);
+
+    uint version() const { return 3; }
+    QString status() const { return QStringLiteral("normal"); }
+    QString textDirection() const;
+    QStringList iconThemePath() const { return {}; }
+
+public slots:
+    uint GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
+                   MenuLayout &layout);
+    QList<MenuProperties> GetGroupProperties(const QList<int> &ids,
+                                             const QStringList &propertyNames);
+    QDBusVariant GetProperty(int id, const QString &name);
+    void Event(int id, const QString &event, const QDBusVariant &data, uint timestamp);
+    QList<int> EventGroup(const QList<MenuEvent> &events);
+    bool AboutToShow(int id);
+    QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
+
+signals:
+    /// The user has chosen this entry.
+    void chosen(MenuAction action);
+
+private:
+    const MenuLayout *find(int id) const;
+    /// As find(); an unknown id is answered with an error.
+    const MenuLayout *require(int id);
+    void handle(int id, const QString &event);
+
+    MenuLayout m_root;
+};

@@ -1,0 +1,123 @@
+#include "Platform/Linux/Tray/Notifier/Types.h"
+
+#include <QDBusMetaType>
+#include <QImage>
+#include <QtEndian>
+
+NotifierPixmap NotifierPixmap::fromImage(const QImage &image)
+{
+    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
+    NotifierPixmap pixmap{argb.width(), argb.height(),
+                          QByteArray(argb.sizeInBytes(), Qt::Uninitialized)};
+    // Lines of 32-bit pixels have no padding.
+    qToBigEndian<quint32>(argb.constBits(), argb.sizeInBytes() / qsizetype(sizeof(quint32)),
+                          pixmap.data.data());
+    return pixmap;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const NotifierPixmap &pixmap)
+{
+    argument.beginStructure();
+    argument << pixmap.width << pixmap.height << pixmap.data;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, NotifierPixmap &pixmap)
+{
+    argument.beginStructure();
+    argument >> pixmap.width >> pixmap.height >> pixmap.data;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const NotifierToolTip &toolTip)
+{
+    argument.beginStructure();
+    argument << toolTip.iconName << toolTip.iconPixmap << toolTip.title << toolTip.text;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, NotifierToolTip &toolTip)
+{
+    argument.beginStructure();
+    argument >> toolTip.iconName >> toolTip.iconPixmap >> toolTip.title >> toolTip.text;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const MenuLayout &layout)
+{
+    argument.beginStructure();
+    argument << layout.id << layout.properties;
+    argument.beginArray(QMetaType::fromType<QDBusVariant>());
+    for (const MenuLayout &child : layout.children)
+        argument << QDBusVariant(QVariant::fromValue(child));
+    argument.endArray();
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, MenuLayout &layout)
+{
+    argument.beginStructure();
+    argument >> layout.id >> layout.properties;
+    layout.children.clear();
+    argument.beginArray();
+    while (!argument.atEnd()) {
+        QDBusVariant child;
+        argument >> child;
+        layout.children.append(qdbus_cast<MenuLayout>(child.variant()));
+    }
+    argument.endArray();
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const MenuProperties &properties)
+{
+    argument.beginStructure();
+    argument << properties.id << properties.properties;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, MenuProperties &properties)
+{
+    argument.beginStructure();
+    argument >> properties.id >> properties.properties;
+    argument.endStructure();
+    return argument;
+}
+
+QDBusArgument &operator<<(QDBusArgument &argument, const MenuEvent &event)
+{
+    argument.beginStructure();
+    argument << event.id << event.event << event.data << event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, MenuEvent &event)
+{
+    argument.beginStructure();
+    argument >> event.id >> event.event >> event.data >> event.timestamp;
+    argument.endStructure();
+    return argument;
+}
+
+void registerNotifierTypes()
+{
+    [[maybe_unused]] static const bool registered = [] {
+        qDBusRegisterMetaType<NotifierPixmap>();
+        qDBusRegisterMetaType<QList<NotifierPixmap>>();
+        qDBusRegisterMetaType<NotifierToolTip>();
+        qDBusRegisterMetaType<MenuLayout>();
+        qDBusRegisterMetaType<MenuProperties>();
+        qDBusRegisterMetaType<QList<MenuProperties>>();
+        qDBusRegisterMetaType<MenuEvent>();
+        qDBusRegisterMetaType<QList<MenuEvent>>();
+        return true;
+    }();
+}

@@ -1,0 +1,240 @@
+#include "Platform/Linux/Updates/PackageKitTransaction.h"
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QLocale>
+
+#include <utility>
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.PackageKit");
+const QString servicePath = QStringLiteral("/org/freedesktop/PackageKit");
+const QString interface = QStringLiteral("org.freedesktop.PackageKit.Transaction");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+enum Exit : uint {
+    Success = 1,
+    Cancelled = 3,
+    KeyRequired = 4,
+    EulaRequired = 5,
+    NeedUntrusted = 8,
+    CancelledPriority = 9,
+    RepairRequired = 11,
+};
+
+/// Endings that come without an error code.
+PackageKitError errorOf(uint exit)
+{
+    switch (exit) {
+    case KeyRequired:
+    case NeedUntrusted:
+        return PackageKitError::MissingSignature;
+    case EulaRequired:
+        return PackageKitError::NoLicenceAgreement;
+    case CancelledPriority:
+        return PackageKitError::CancelledPriority;
+    case RepairRequired:
+        return PackageKitError::UnfinishedTransaction;
+    default:
+        return PackageKitError::Unknown;
+    }
+}
+
+constexpr uint CancelledError = 17;
+
+QStringList hints(PackageKitTransaction::Manner manner)
+{
+    using Manner = PackageKitTransaction::Manner;
+    const auto truth = [](bool value) {
+        return value ? QStringLiteral("true") : QStringLiteral("false");
+    };
+    return {QStringLiteral("background=") + truth(manner == Manner::Background),
+            QStringLiteral("interactive=") + truth(manner == Manner::Authorizing),
+            QStringLiteral("locale=%1.UTF-8").arg(QLocale::system().name())};
+}
+
+} // namespace
+
+PackageKitTransaction::PackageKitTransaction(BusConnection &bus, std::chrono::milliseconds patience,
+                                             QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+    , m_patience(patience)
+{
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(patience);
+    connect(&m_silence, &QTimer::timeout, this, &PackageKitTransaction::ask);
+    connect(&bus, &BusConnection::disconnected, this, [this] {
+        finish({PackageKitResult::Ending::Failed, PackageKitError::ServiceEnded, QString()});
+    });
+}
+
+void PackageKitTransaction::start(Manner manner, const QString &method,
+                                  const QVariantList &arguments)
+{
+    QDBusMessage work = QDBusMessage::createMethodCall(service, servicePath, interface, method);
+    work.setArguments(arguments);
+    // This call starts the service where it does not run, which may take a while.
+    m_bus.call(
+        QDBusMessage::createMethodCall(service, servicePath, service,
+                                       QStringLiteral("CreateTransaction")),
+        this, [this, manner, work](const QDBusMessage &reply) { begin(reply, manner, work); },
+        static_cast<int>(2 * m_patience.count()));
+}
+
+void PackageKitTransaction::begin(const QDBusMessage &created, Manner manner,
+                                  const QDBusMessage &work)
+{
+    if (m_hasEnded)
+        return;
+    if (created.type() != QDBusMessage::ReplyMessage || created.signature() != u"o"
+        || !m_bus.connection()) {
+        fail(created);
+        return;
+    }
+    m_path = created.arguments().value(0).value<QDBusObjectPath>().path();
+    m_owner = created.service();
+
+    QDBusConnection connection = *m_bus.connection();
+    m_service = std::make_unique<QDBusServiceWatcher>(m_owner, connection,
+                                                      QDBusServiceWatcher::WatchForUnregistration);
+    connect(m_service.get(), &QDBusServiceWatcher::serviceUnregistered, this, [this] {
+        finish({PackageKitResult::Ending::Failed, PackageKitError::ServiceEnded, QString()});
+    });
+    // From any sender: to name the sender here would mean to wait for the bus.
+    connection.connect(QString(), m_path, interface, QString(), this,
+                       SLOT(handleSignal(QDBusMessage)));
+    connection.connect(QString(), m_path, propertiesInterface, QStringLiteral("PropertiesChanged"),
+                       this, SLOT(handleProperties(QDBusMessage)));
+
+    QDBusMessage hinting = methodCall(interface, QStringLiteral("SetHints"));
+    hinting << hints(manner);
+    m_bus.call(hinting, this, [](const QDBusMessage &) {}); // only hints
+
+    QDBusMessage working = methodCall(interface, work.member());
+    working.setArguments(work.arguments());
+    m_silence.start();
+    m_bus.call(
+        working, this,
+        [this](const QDBusMessage &reply) {
+            // Whether the service is alive is found out by asking, however late this reply is.
+            if (reply.type() == QDBusMessage::ErrorMessage
+                && QDBusError(reply).type() != QDBusError::NoReply)
+                fail(reply);
+        },
+        static_cast<int>(2 * m_patience.count()));
+}
+
+void PackageKitTransaction::cancel()
+{
+    if (!m_path.isEmpty() && !m_hasEnded)
+        m_bus.call(methodCall(interface, QStringLiteral("Cancel")), this,
+                   [](const QDBusMessage &) {}); // a refusal changes nothing
+}
+
+QDBusMessage PackageKitTransaction::methodCall(const QString &methodInterface,
+                                               const QString &method) const
+{
+    return QDBusMessage::createMethodCall(m_owner, m_path, methodInterface, method);
+}
+
+void PackageKitTransaction::handleSignal(const QDBusMessage &message)
+{
+    if (m_hasEnded || message.service() != m_owner)
+        return;
+    m_silence.start();
+    const QString name = message.member();
+    const QString signature = message.signature();
+    const QVariantList arguments = message.arguments();
+    if (name == u"Package" && signature == u"uss") {
+        if (const auto package = PackageIdentifier::parse(arguments[1].toString()))
+            // The upper half tells what the lower one was found among, in newer versions.
+            emit packageListed(static_cast<PackageInfo>(arguments[0].toUInt() & 0xFFFF), *package);
+    } else if (name == u"UpdateDetail" && signature == u"sasasasasasussuss") {
+        const QString text = arguments[7].toString();
+        const QString changes = arguments[8].toString();
+        // A single line only says that there is no list of changes.
+        emit notesListed(text.isEmpty() && changes.contains(u'\n') ? changes : text);
+    } else if (name == u"ErrorCode" && signature == u"us") {
+        const uint code = arguments[0].toUInt();
+        m_result = {code == CancelledError ? PackageKitResult::Ending::Cancelled
+                                           : PackageKitResult::Ending::Failed,
+                    static_cast<PackageKitError>(code), arguments[1].toString()};
+    } else if (name == u"Finished" && signature == u"uu") {
+        const uint exit = arguments[0].toUInt();
+        if (exit == Success)
+            m_result.ending = PackageKitResult::Ending::Success;
+        else if (exit == Cancelled)
+            m_result.ending = PackageKitResult::Ending::Cancelled;
+        else if (m_result.error == PackageKitError::Unknown)
+            m_result.error = errorOf(exit);
+        finish(m_result);
+    } else if (name == u"Destroy") {
+        finish(m_result);
+    }
+}
+
+void PackageKitTransaction::handleProperties(const QDBusMessage &message)
+{
+    if (m_hasEnded || message.service() != m_owner || message.signature() != u"sa{sv}as")
+        return;
+    m_silence.start();
+    takeProperties(qdbus_cast<QVariantMap>(message.arguments()[1]));
+}
+
+void PackageKitTransaction::ask()
+{
+    QDBusMessage asking = methodCall(propertiesInterface, QStringLiteral("GetAll"));
+    asking << interface;
+    m_bus.call(
+        asking, this,
+        [this](const QDBusMessage &reply) {
+            if (m_hasEnded)
+                return;
+            if (reply.type() != QDBusMessage::ReplyMessage) {
+                finish(
+                    {PackageKitResult::Ending::Failed, PackageKitError::ServiceSilent, QString()});
+                return;
+            }
+            m_silence.start();
+            if (reply.signature() == u"a{sv}")
+                takeProperties(qdbus_cast<QVariantMap>(reply.arguments()[0]));
+        },
+        static_cast<int>(m_patience.count()));
+}
+
+void PackageKitTransaction::takeProperties(const QVariantMap &properties)
+{
+    if (const QVariant percentage = properties.value(QStringLiteral("Percentage"));
+        percentage.isValid()) {
+        // 101 when it is not known; some say 100 long before they are done.
+        const uint percent = percentage.toUInt();
+        emit progressed(percent < 100 ? static_cast<int>(percent) : -1);
+    }
+    if (const QVariant allowed = properties.value(QStringLiteral("AllowCancel"));
+        allowed.isValid() && std::exchange(m_isCancellable, allowed.toBool()) != allowed.toBool())
+        emit cancellableChanged(m_isCancellable);
+}
+
+void PackageKitTransaction::fail(const QDBusMessage &error)
+{
+    const QDBusError told(error);
+    PackageKitError kind = PackageKitError::Unknown;
+    if (told.name().contains(u"NotAuthorized") || told.name().contains(u"RefusedByPolicy")
+        || told.type() == QDBusError::AccessDenied)
+        kind = PackageKitError::NotAuthorized;
+    else if (told.type() == QDBusError::NoReply || told.type() == QDBusError::ServiceUnknown
+             || told.type() == QDBusError::Disconnected)
+        kind = PackageKitError::ServiceSilent;
+    finish({PackageKitResult::Ending::Failed, kind, told.message()});
+}
+
+void PackageKitTransaction::finish(const PackageKitResult &result)
+{
+    if (std::exchange(m_hasEnded, true))
+        return;
+    m_silence.stop();
+    // By value: the receiver may drop all that it knows of us.
+    emit finished(PackageKitResult(result));
+}

@@ -1,0 +1,250 @@
+#include "Platform/Linux/Updates/PackageUpdater.h"
+
+#include <utility>
+
+namespace {
+
+// Bits of PackageKit's filters and of the flags of its transactions.
+constexpr quint64 FilterNone = 1 << 1;
+constexpr quint64 FilterInstalled = 1 << 2;
+constexpr quint64 OnlyTrusted = 1 << 1;
+constexpr quint64 Simulate = 1 << 2;
+constexpr quint64 OnlyDownload = 1 << 3;
+
+constexpr std::chrono::minutes BackgroundLimit{30};
+constexpr qsizetype LongestNotes = 4000;
+
+QString plainNotes(const QString &text)
+{
+    QString notes = text.left(LongestNotes);
+    notes.removeIf([](QChar character) { return !character.isPrint() && character != u'\n'; });
+    notes = notes.trimmed();
+    if (text.size() > LongestNotes)
+        notes += u'…';
+    return notes;
+}
+
+} // namespace
+
+PackageUpdater::PackageUpdater(BusConnection &bus, const QString &program,
+                               std::chrono::milliseconds patience, QObject *parent)
+    : QObject(parent)
+    , m_bus(bus)
+    , m_program(program)
+    , m_patience(patience)
+{
+    m_limit.setSingleShot(true);
+    m_limit.setTimerType(Qt::VeryCoarseTimer);
+    m_limit.setInterval(BackgroundLimit);
+    connect(&m_limit, &QTimer::timeout, this, &PackageUpdater::cancel);
+}
+
+bool PackageUpdater::isCancellable() const
+{
+    return m_work == Work::Install ? m_transaction && m_transaction->isCancellable()
+                                   : m_work != Work::None;
+}
+
+void PackageUpdater::check(Manner manner)
+{
+    m_manner = manner;
+    m_own.reset();
+    m_found.reset();
+    m_isOffline = false;
+    setWork(Work::Check);
+    const PackageKitTransaction *search = run(
+        manner, QStringLiteral("SearchFiles"),
+        {QVariant::fromValue(FilterInstalled), QStringList(m_program)}, &PackageUpdater::refresh);
+    connect(search, &PackageKitTransaction::packageListed, this,
+            [this](PackageKitTransaction::PackageInfo, const PackageIdentifier &package) {
+                if (!m_own)
+                    m_own = package;
+            });
+}
+
+void PackageUpdater::refresh()
+{
+    if (!m_own) {
+        fail(QStringLiteral("Meterkin was not installed as a package, so PackageKit cannot update "
+                            "it."));
+        return;
+    }
+    // Without it the answer is as fresh as the system's own last look.
+    const PackageKitTransaction *transaction =
+        run(m_manner, QStringLiteral("RefreshCache"), {false});
+    connect(transaction, &PackageKitTransaction::finished, this,
+            [this](const PackageKitResult &result) {
+                m_isOffline = result.ending == PackageKitResult::Ending::Failed
+                    && result.error == PackageKitError::NoNetwork;
+                listUpdates();
+            });
+}
+
+void PackageUpdater::listUpdates()
+{
+    const PackageKitTransaction *list =
+        run(m_manner, QStringLiteral("GetUpdates"), {QVariant::fromValue(FilterNone)},
+            &PackageUpdater::endCheck);
+    connect(list, &PackageKitTransaction::packageListed, this,
+            [this](PackageKitTransaction::PackageInfo info, const PackageIdentifier &package) {
+                if (package.isSamePackage(*m_own)
+                    && info != PackageKitTransaction::PackageInfo::Blocked)
+                    m_found = package;
+            });
+}
+
+void PackageUpdater::endCheck()
+{
+    m_offer = m_found;
+    // "Up to date" would be a guess: nobody has looked.
+    if (!m_offer && m_isOffline)
+        fail(updateProblem(PackageKitError::NoNetwork, QString()));
+    else
+        endWork(&PackageUpdater::checked);
+}
+
+void PackageUpdater::fetchNotes()
+{
+    if (m_work != Work::None || !m_offer)
+        return;
+    const PackageKitTransaction *details =
+        run(Manner::Attended, QStringLiteral("GetUpdateDetail"), {QStringList(m_offer->text)});
+    connect(details, &PackageKitTransaction::notesListed, this, [this](const QString &text) {
+        if (const QString notes = plainNotes(text); !notes.isEmpty())
+            emit notesFetched(notes);
+    });
+    connect(details, &PackageKitTransaction::finished, this, &PackageUpdater::drop);
+}
+
+PackageKitTransaction *PackageUpdater::update(Manner manner, quint64 flags, Step next)
+{
+    // Nothing but our own package is ever passed on.
+    return run(manner, QStringLiteral("UpdatePackages"),
+               {QVariant::fromValue(OnlyTrusted | flags), QStringList(m_offer->text)}, next);
+}
+
+void PackageUpdater::download(Manner manner)
+{
+    if (!m_offer)
+        return;
+    m_manner = manner;
+    m_sacrifice.clear();
+    setWork(Work::Download);
+    const PackageKitTransaction *rehearsal =
+        update(manner, Simulate, &PackageUpdater::reallyDownload);
+    connect(rehearsal, &PackageKitTransaction::packageListed, this,
+            [this](PackageKitTransaction::PackageInfo info, const PackageIdentifier &package) {
+                using Info = PackageKitTransaction::PackageInfo;
+                const bool loses =
+                    info == Info::Removing || info == Info::Obsoleting || info == Info::Downgrading;
+                if (loses && !package.isSamePackage(*m_offer))
+                    m_sacrifice = package.name.left(80);
+            });
+}
+
+void PackageUpdater::reallyDownload()
+{
+    // Too much for a button that says nothing of it; the system's own tools show what goes.
+    if (!m_sacrifice.isEmpty()) {
+        fail(QStringLiteral("The update would remove or replace other software (%1). "
+                            "Install it with the system's software manager.")
+                 .arg(m_sacrifice));
+        return;
+    }
+    const PackageKitTransaction *transaction =
+        update(m_manner, OnlyDownload, &PackageUpdater::endDownload);
+    connect(transaction, &PackageKitTransaction::progressed, this, &PackageUpdater::progressed);
+}
+
+void PackageUpdater::endDownload()
+{
+    endWork(&PackageUpdater::downloaded);
+}
+
+void PackageUpdater::install()
+{
+    if (!m_offer)
+        return;
+    m_manner = Manner::Authorizing;
+    setWork(Work::Install);
+    const PackageKitTransaction *transaction =
+        update(m_manner, 0, &PackageUpdater::endInstallation);
+    connect(transaction, &PackageKitTransaction::progressed, this, &PackageUpdater::progressed);
+    connect(transaction, &PackageKitTransaction::cancellableChanged, this,
+            &PackageUpdater::cancellableChanged);
+}
+
+void PackageUpdater::endInstallation()
+{
+    m_offer.reset();
+    endWork(&PackageUpdater::installed);
+}
+
+void PackageUpdater::cancel()
+{
+    if (m_work == Work::None)
+        return;
+    if (m_work != Work::Install)
+        endWork(&PackageUpdater::cancelled);
+    else if (m_transaction)
+        m_transaction->cancel();
+}
+
+PackageKitTransaction *PackageUpdater::run(Manner manner, const QString &method,
+                                           const QVariantList &arguments)
+{
+    drop();
+    m_transaction = new PackageKitTransaction(m_bus, m_patience, this);
+    m_transaction->start(manner, method, arguments);
+    return m_transaction;
+}
+
+PackageKitTransaction *PackageUpdater::run(Manner manner, const QString &method,
+                                           const QVariantList &arguments, Step next)
+{
+    PackageKitTransaction *transaction = run(manner, method, arguments);
+    connect(transaction, &PackageKitTransaction::finished, this,
+            [this, next](const PackageKitResult &result) {
+                if (result.ending == PackageKitResult::Ending::Success)
+                    (this->*next)();
+                else if (result.ending == PackageKitResult::Ending::Cancelled)
+                    endWork(&PackageUpdater::cancelled);
+                else
+                    fail(updateProblem(result.error, result.details));
+            });
+    return transaction;
+}
+
+void PackageUpdater::drop()
+{
+    if (!m_transaction)
+        return;
+    m_transaction->disconnect(this);
+    m_transaction->cancel();
+    m_transaction->deleteLater();
+    m_transaction.clear();
+}
+
+void PackageUpdater::setWork(Work work)
+{
+    if (work != Work::None && m_manner == Manner::Background)
+        m_limit.start();
+    else
+        m_limit.stop();
+    if (std::exchange(m_work, work) != work)
+        emit workChanged();
+}
+
+void PackageUpdater::endWork(void (PackageUpdater::*signal)())
+{
+    drop();
+    setWork(Work::None);
+    emit(this->*signal)();
+}
+
+void PackageUpdater::fail(const QString &problem)
+{
+    drop();
+    setWork(Work::None);
+    emit failed(problem);
+}

@@ -1,0 +1,302 @@
+#include "Platform/Linux/Updates/UpdateFramework.h"
+
+#include <QFileInfo>
+
+#include <malloc.h>
+#include <utility>
+
+namespace {
+
+const QString announcedKey = QStringLiteral("updateAnnounced"); // the version last told of
+const QString notificationIdentifier = QStringLiteral("org.meterkin.Meterkin.update");
+constexpr qsizetype LongestVersion = 60;
+
+QString shownVersion(const PackageIdentifier &package)
+{
+    return package.version.left(LongestVersion);
+}
+
+/// Whether another version has been installed over the running one, by whomever.
+bool isReplaced()
+{
+    return QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget().endsWith(u" (deleted)");
+}
+
+} // namespace
+
+LinuxUpdateFramework::LinuxUpdateFramework(Surroundings surroundings, Times times, QObject *parent)
+    : UpdateFramework(parent)
+    , m_surroundings(std::move(surroundings))
+    , m_times(times)
+    , m_updater(m_surroundings.systemBus, m_surroundings.program, times.patience)
+    , m_schedule(m_surroundings.store)
+{
+    connectUpdater();
+    connect(&m_schedule, &UpdateSchedule::due, this, &LinuxUpdateFramework::checkInBackground);
+    if (m_surroundings.notifications != nullptr)
+        connect(m_surroundings.notifications, &NotificationCentre::clicked, this,
+                &LinuxUpdateFramework::handleClick);
+    updateAvailability();
+}
+
+LinuxUpdateFramework::~LinuxUpdateFramework() = default;
+
+void LinuxUpdateFramework::connectUpdater()
+{
+    connect(&m_updater, &PackageUpdater::workChanged, this,
+            &LinuxUpdateFramework::updateAvailability);
+    connect(&m_updater, &PackageUpdater::checked, this, &LinuxUpdateFramework::handleChecked);
+    connect(&m_updater, &PackageUpdater::downloaded, this, &LinuxUpdateFramework::handleDownloaded);
+    connect(&m_updater, &PackageUpdater::installed, this, &LinuxUpdateFramework::handleInstalled);
+    connect(&m_updater, &PackageUpdater::failed, this, &LinuxUpdateFramework::handleFailed);
+    connect(&m_updater, &PackageUpdater::cancelled, this, [this] {
+        if (m_isBackground)
+            m_schedule.noteCheck();
+        else if (m_session)
+            showOffer();
+    });
+    connect(&m_updater, &PackageUpdater::notesFetched, this, [this](const QString &notes) {
+        if (m_session)
+            m_session->bindableNotes().setValue(notes);
+    });
+    connect(&m_updater, &PackageUpdater::progressed, this, [this](int percent) {
+        if (m_session && !m_isBackground)
+            m_session->bindablePercent().setValue(percent);
+    });
+    connect(&m_updater, &PackageUpdater::cancellableChanged, this, [this] {
+        if (m_session && !m_isBackground)
+            m_session->bindableIsCancellable().setValue(m_updater.isCancellable());
+    });
+}
+
+void LinuxUpdateFramework::start()
+{
+    m_service = std::make_unique<BusService>(m_surroundings.systemBus,
+                                             QStringLiteral("org.freedesktop.PackageKit"));
+    connect(m_service.get(), &BusService::availableChanged, this, [this] {
+        updateAvailability();
+        if (m_service->isAvailable())
+            m_schedule.start(m_times.firstCheck);
+        else
+            m_schedule.stop();
+    });
+}
+
+void LinuxUpdateFramework::setAutomaticallyDownloadsUpdates(bool automatically)
+{
+    m_downloadsAutomatically = automatically;
+}
+
+void LinuxUpdateFramework::updateAvailability()
+{
+    const bool isAvailable = m_service && m_service->isAvailable();
+    const QString reason = isAvailable
+        ? QString()
+        : QStringLiteral("Updates need PackageKit, which is not installed on this computer.");
+    if (std::exchange(m_reason, reason) != reason)
+        emit unavailableReasonChanged();
+    const bool canCheck = isAvailable && m_updater.work() == PackageUpdater::Work::None;
+    if (std::exchange(m_canCheck, canCheck) != canCheck)
+        emit canCheckForUpdatesChanged(canCheck);
+}
+
+// --- What the user does ----------------------------------------------------------------------
+
+void LinuxUpdateFramework::checkForUpdates()
+{
+    // The user has been told that it can be done, and comes before what nobody waits for.
+    const bool isBusy = m_updater.work() != PackageUpdater::Work::None && !m_isBackground;
+    if (!m_service || !m_service->isAvailable() || isBusy)
+        return;
+    openWindow();
+    beginCheck();
+}
+
+void LinuxUpdateFramework::handleClick(const QString &identifier)
+{
+    if (identifier != notificationIdentifier)
+        return;
+    if (m_session) {
+        openWindow();
+    } else if (m_updater.offer()) {
+        openWindow();
+        showOffer();
+    } else {
+        checkForUpdates(); // told of by an earlier run of the program
+    }
+}
+
+void LinuxUpdateFramework::openWindow()
+{
+    if (!m_session) {
+        m_session = std::make_unique<UpdateSession>();
+        m_session->bindableCurrentVersion().setValue(m_surroundings.version);
+        connect(m_session.get(), &UpdateSession::installRequested, this,
+                &LinuxUpdateFramework::beginInstallation);
+        connect(m_session.get(), &UpdateSession::cancelRequested, this,
+                &LinuxUpdateFramework::cancel);
+        connect(m_session.get(), &UpdateSession::retryRequested, this,
+                &LinuxUpdateFramework::beginCheck);
+        connect(m_session.get(), &UpdateSession::restartRequested, this, [this] {
+            if (m_session->phase() == Phase::Installed)
+                m_surroundings.restart();
+        });
+    }
+    if (!m_window) {
+        m_window = std::make_unique<DialogWindow>(
+            QStringLiteral("UpdateView"),
+            QVariantMap{{QStringLiteral("session"), QVariant::fromValue(m_session.get())}},
+            QStringLiteral("meterkin Update"), m_surroundings.style, m_surroundings.appearance);
+        connect(m_window.get(), &DialogWindow::closed, this, &LinuxUpdateFramework::handleClosed);
+    }
+    m_window->present();
+}
+
+void LinuxUpdateFramework::handleClosed()
+{
+    m_window->disconnect(this);
+    m_window.release()->deleteLater();
+    // An installation goes on, and what becomes of it is shown later.
+    if (!m_isBackground && m_updater.work() == PackageUpdater::Work::Install)
+        return;
+    m_session->disconnect(this);
+    m_session.release()->deleteLater(); // after the window
+    QMetaObject::invokeMethod(
+        this, [] { malloc_trim(0); }, Qt::QueuedConnection);
+    if (!m_isBackground)
+        m_updater.cancel();
+}
+
+void LinuxUpdateFramework::beginCheck()
+{
+    m_isBackground = false;
+    m_session->bindableOfferedVersion().setValue(QString());
+    m_session->bindableNotes().setValue(QString());
+    m_session->bindableIsDownloaded().setValue(false);
+    m_updater.check(PackageUpdater::Manner::Attended);
+    enter(Phase::Checking);
+}
+
+void LinuxUpdateFramework::beginInstallation()
+{
+    if (m_session->phase() != Phase::Offered)
+        return;
+    if (!m_updater.offer()) { // a check in the background has taken it back
+        beginCheck();
+        return;
+    }
+    m_isBackground = false;
+    m_updater.download(PackageUpdater::Manner::Attended);
+    enter(Phase::Downloading);
+}
+
+void LinuxUpdateFramework::cancel()
+{
+    if (m_session->phase() == Phase::Checking)
+        m_window->window().close();
+    else
+        m_updater.cancel();
+}
+
+void LinuxUpdateFramework::showOffer()
+{
+    if (!m_updater.offer()) {
+        m_session->bindableProblem().setValue(
+            QStringLiteral("The package manager has cancelled the check."));
+        enter(Phase::Failed);
+        return;
+    }
+    m_session->bindableOfferedVersion().setValue(shownVersion(*m_updater.offer()));
+    m_session->bindableIsDownloaded().setValue(m_updater.offer()->text == m_downloaded);
+    enter(Phase::Offered);
+    if (m_session->notes().isEmpty())
+        m_updater.fetchNotes();
+}
+
+void LinuxUpdateFramework::enter(Phase phase)
+{
+    m_session->bindablePercent().setValue(-1);
+    m_session->bindableIsCancellable().setValue(!m_isBackground && m_updater.isCancellable());
+    if (phase != Phase::Failed)
+        m_session->bindableProblem().setValue(QString());
+    m_session->bindablePhase().setValue(phase);
+}
+
+// --- What becomes of it ----------------------------------------------------------------------
+
+void LinuxUpdateFramework::checkInBackground()
+{
+    if (!m_canCheck || m_window)
+        return; // the schedule asks again
+    m_isBackground = true;
+    m_updater.check(PackageUpdater::Manner::Background);
+}
+
+void LinuxUpdateFramework::handleChecked()
+{
+    m_schedule.noteCheck();
+    if (m_isBackground && m_updater.offer()) {
+        if (m_downloadsAutomatically)
+            m_updater.download(PackageUpdater::Manner::Background);
+        else
+            announce();
+    } else if (!m_isBackground && m_session) {
+        if (m_updater.offer())
+            showOffer();
+        else
+            enter(isReplaced() ? Phase::Installed : Phase::UpToDate);
+    }
+}
+
+void LinuxUpdateFramework::handleDownloaded()
+{
+    m_downloaded = m_updater.offer()->text;
+    if (m_isBackground) {
+        announce();
+    } else if (m_session) {
+        m_session->bindableIsDownloaded().setValue(true);
+        m_updater.install();
+        enter(Phase::Installing);
+    }
+}
+
+void LinuxUpdateFramework::handleInstalled()
+{
+    if (!m_session)
+        return;
+    enter(Phase::Installed);
+    if (!m_window)
+        notify(QStringLiteral("Meterkin %1 is installed").arg(m_session->offeredVersion()),
+               QStringLiteral("It takes effect when Meterkin is started anew."));
+}
+
+void LinuxUpdateFramework::handleFailed(const QString &problem)
+{
+    if (m_isBackground) {
+        m_schedule.noteCheck();
+        // What could not be fetched ahead can still be told of.
+        if (m_updater.offer())
+            announce();
+    } else if (m_session) {
+        m_session->bindableProblem().setValue(problem);
+        enter(Phase::Failed);
+        if (!m_window)
+            notify(QStringLiteral("Meterkin could not be updated"), problem);
+    }
+}
+
+void LinuxUpdateFramework::announce()
+{
+    const QString version = shownVersion(*m_updater.offer());
+    if (m_surroundings.store.text(announcedKey) == version)
+        return;
+    m_surroundings.store.setText(announcedKey, version);
+    notify(QStringLiteral("Meterkin %1 is available").arg(version),
+           QStringLiteral("Choose this notification to install it."));
+}
+
+void LinuxUpdateFramework::notify(const QString &title, const QString &body)
+{
+    if (m_surroundings.notifications != nullptr)
+        m_surroundings.notifications->post({notificationIdentifier, title, body});
+}

@@ -1,0 +1,148 @@
+#include "Platform/Linux/Windows/DesktopAppearance.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
+const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
+const QString schemeKey = QStringLiteral("color-scheme");
+const QString motionKey = QStringLiteral("reduced-motion");
+const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
+const QString animationKey = QStringLiteral("enable-animations");
+const QString textKey = QStringLiteral("text-scaling-factor");
+
+constexpr uint ReducedMotion = 1; // the portal's number; any other means no preference
+constexpr double LeastTextScale = 0.5; // what desktops offer, and a bound for what they may send
+constexpr double MostTextScale = 3.0;
+
+QDBusMessage readCall(const QString &group, const QString &key)
+{
+    return QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"))
+        << group << key;
+}
+
+/// Read() wraps its answer in one variant more than the signal does.
+QVariant unwrapped(QVariant value)
+{
+    while (value.metaType() == QMetaType::fromType<QDBusVariant>())
+        value = value.value<QDBusVariant>().variant();
+    return value;
+}
+
+/// Whether one word part ends and another begins between two characters.
+bool isBreak(QChar left, QChar right)
+{
+    return !left.isLetter() || !right.isLetter() || (left.isLower() && right.isUpper());
+}
+
+} // namespace
+
+bool isDarkThemeName(QStringView name)
+{
+    const QStringView word = u"dark";
+    qsizetype begin = name.indexOf(word, 0, Qt::CaseInsensitive);
+    for (; begin >= 0; begin = name.indexOf(word, begin + 1, Qt::CaseInsensitive)) {
+        const qsizetype end = begin + word.size();
+        const QChar before = begin > 0 ? name[begin - 1] : QChar();
+        const QChar after = end < name.size() ? name[end] : QChar();
+        // Nothing longer: a "Darker" variant is mostly a light theme with dark title bars.
+        if (isBreak(before, name[begin]) && isBreak(name[end - 1], after))
+            return true;
+    }
+    return false;
+}
+
+LinuxDesktopAppearance::LinuxDesktopAppearance(BusConnection &bus, TextScale source, QObject *parent)
+    : DesktopAppearance(parent)
+    , m_bus(bus)
+    , m_source(source)
+{
+    // Connecting the slot to the bus fails as long as nobody has used this type.
+    qRegisterMetaType<QDBusVariant>();
+    connect(&bus, &BusConnection::connected, this, &LinuxDesktopAppearance::follow);
+    connect(&bus, &BusConnection::disconnected, this, [this] { m_portal.reset(); });
+    if (bus.connection())
+        follow();
+}
+
+bool LinuxDesktopAppearance::isDark() const
+{
+    return m_scheme == Scheme::Dark || (m_scheme != Scheme::Light && m_isThemeDark);
+}
+
+bool LinuxDesktopAppearance::reducesMotion() const
+{
+    return m_isMotionReduced || !m_isAnimated || !m_isThemeAnimated;
+}
+
+template <typename Change> void LinuxDesktopAppearance::apply(Change change)
+{
+    const auto before = look();
+    change();
+    if (look() != before)
+        emit changed();
+}
+
+void LinuxDesktopAppearance::setThemeName(QStringView name)
+{
+    apply([&] { m_isThemeDark = isDarkThemeName(name); });
+}
+
+void LinuxDesktopAppearance::setAnimated(bool isAnimated)
+{
+    apply([&] { m_isThemeAnimated = isAnimated; });
+}
+
+void LinuxDesktopAppearance::follow()
+{
+    QDBusConnection connection = *m_bus.connection();
+    m_portal = std::make_unique<QDBusServiceWatcher>(service, connection,
+                                                     QDBusServiceWatcher::WatchForRegistration);
+    connect(m_portal.get(), &QDBusServiceWatcher::serviceRegistered, this, [this] { ask(); });
+    // From any sender: to name the sender here would mean to wait for the bus.
+    connection.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
+                       SLOT(take(QString, QString, QDBusVariant)));
+    ask();
+}
+
+void LinuxDesktopAppearance::ask()
+{
+    ask(appearanceGroup, schemeKey);
+    ask(appearanceGroup, motionKey);
+    ask(interfaceGroup, animationKey);
+    if (m_source == TextScale::FromPortal)
+        ask(interfaceGroup, textKey);
+}
+
+void LinuxDesktopAppearance::ask(const QString &group, const QString &key)
+{
+    const auto handler = [this, group, key](const QDBusMessage &reply) {
+        if (reply.type() == QDBusMessage::ReplyMessage)
+            take(group, key, QDBusVariant(reply.arguments().value(0)));
+        return !BusConnection::isTimeout(reply);
+    };
+    m_questions.try_emplace({group, key}, m_bus, handler).first->second.ask(readCall(group, key));
+}
+
+void LinuxDesktopAppearance::take(const QString &group, const QString &key, const QDBusVariant &value)
+{
+    const QVariant content = unwrapped(value.variant());
+    apply([&] {
+        if (group == appearanceGroup && key == schemeKey) {
+            m_scheme = static_cast<Scheme>(content.toUInt());
+        } else if (group == appearanceGroup && key == motionKey) {
+            m_isMotionReduced = content.toUInt() == ReducedMotion;
+        } else if (group == interfaceGroup && key == animationKey) {
+            m_isAnimated = content.toBool();
+        } else if (group == interfaceGroup && key == textKey && m_source == TextScale::FromPortal) {
+            const double told = content.toDouble();
+            m_textScale = std::isfinite(told) && told > 0.0
+                ? std::clamp(told, LeastTextScale, MostTextScale)
+                : 1.0;
+        }
+    });
+}

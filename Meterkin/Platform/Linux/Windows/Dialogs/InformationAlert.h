@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Platform/InformationAlert.h"
+#include "Platform/Linux/Windows/Dialogs/DialogWindow.h"
+
+#include <QQueue>
+
+/// Alerts in a window each, one after the other: nobody has to wonder why OK does not close it.
+class LinuxInformationAlert : public QObject, public InformationAlert {
+    Q_OBJECT
+
+public:
+    /// Both outlive it.
+    LinuxInformationAlert(WindowStyle &style, const DesktopAppearance &appearance,
+                           QObject *parent = nullptr);
+
+    void run(const QString &messageText, const QString &informativeText) override;
+
+private:
+    struct Message {
+        QString text;
+        QString informativeText;
+    };
+
+    void showNext();
+
+    WindowStyle &m_style;
+    const DesktopAppearance &m_appearance;
+    QQueue<Message> m_waiting;
+    std::unique_ptr<DialogWindow> m_shown; ///< null while there is nothing to say
+};

@@ -1,0 +1,235 @@
+#include "Platform/Linux/Windows/PopoverContainer.h"
+
+#include "Platform/Linux/X11/Compositing.h"
+#include "Platform/Linux/X11/ScreenCoordinates.h"
+#include "Platform/Linux/X11/Panel.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+
+#include <xcb/shape.h>
+
+#include <utility>
+
+namespace {
+
+constexpr int ForgetMilliseconds = 30000;
+
+QRect scaled(const QRect &logical, qreal factor)
+{
+    return QRectF(QPointF(logical.topLeft()) * factor, QSizeF(logical.size()) * factor).toRect();
+}
+
+} // namespace
+
+LinuxPopoverContainer::LinuxPopoverContainer(X11Connection &connection, QObject *parent)
+    : QObject(parent)
+    , m_connection(connection)
+    , m_presses(connection)
+    , m_focus(connection, m_presses)
+{
+    m_clock.start();
+    m_placeSoon.setSingleShot(true);
+    connect(&m_placeSoon, &QTimer::timeout, this, &LinuxPopoverContainer::place);
+    m_forgetLater.setSingleShot(true);
+    m_forgetLater.setTimerType(Qt::VeryCoarseTimer);
+    m_forgetLater.setInterval(ForgetMilliseconds);
+    connect(&m_forgetLater, &QTimer::timeout, this, [this] { m_window.reset(); });
+    connect(&m_presses, &X11Presses::pressed, this, &LinuxPopoverContainer::handlePress);
+    connect(&m_presses, &X11Presses::released, this,
+            [this] { m_guard.released(m_clock.elapsed()); });
+    connect(&m_focus, &X11Focus::lost, this, &LinuxPopoverContainer::handleFocusLoss);
+    connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LinuxPopoverContainer::close);
+    connect(&connection, &X11Connection::closed, this, [this] {
+        startClosing();
+        m_window.reset(); // one of the kind that only works with the connection
+    });
+}
+
+LinuxPopoverContainer::~LinuxPopoverContainer() = default;
+
+void LinuxPopoverContainer::setContent(MakeContent make)
+{
+    close();
+    m_window.reset();
+    m_make = std::move(make);
+}
+
+bool LinuxPopoverContainer::swallowsClick(const QRect &item)
+{
+    return m_guard.swallows(item, m_clock.elapsed());
+}
+
+void LinuxPopoverContainer::show(const QRect &item)
+{
+    if (m_shown || !m_make || QGuiApplication::primaryScreen() == nullptr)
+        return;
+    const FrameStyle style = isComposited(m_connection) ? FrameStyle::Rounded : FrameStyle::Square;
+    if (!m_window || m_window->style() != style)
+        makeWindow(style);
+    m_forgetLater.stop();
+    m_shown = true;
+    m_wantsFocus = true;
+    lookAround(item);
+    place();
+    const bool onScreen = m_window->isExposed(); // still on its way out
+    m_window->show();
+    m_window->raise();
+    m_window->animateIn();
+    if (takesFocusItself())
+        m_presses.start();
+    else
+        m_window->requestActivate();
+    if (onScreen)
+        handleExposure();
+}
+
+void LinuxPopoverContainer::close()
+{
+    if (!m_shown)
+        return;
+    m_focus.giveBack();
+    startClosing();
+}
+
+bool LinuxPopoverContainer::onX11() const
+{
+    return m_connection.isOpen() && QGuiApplication::platformName() == u"xcb";
+}
+
+bool LinuxPopoverContainer::takesFocusItself() const
+{
+    // Xwayland sees no press on other surfaces, and its window manager is the compositor: there it
+    // has to be one of the compositor's own windows to get the keyboard and to lose it again.
+    return onX11() && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
+void LinuxPopoverContainer::makeWindow(FrameStyle style)
+{
+    m_focus.giveBack();
+    m_window.reset();
+    // An ordinary type of window: some compositors refuse the keyboard to menus and tools.
+    const Qt::WindowFlags flags = takesFocusItself()
+        ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
+        : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
+    m_window = std::make_unique<PopoverWindow>(m_make(), style, flags);
+    connect(m_window.get(), &PopoverWindow::exposed, this, &LinuxPopoverContainer::handleExposure);
+    connect(m_window.get(), &PopoverWindow::dismissed, this, &LinuxPopoverContainer::close);
+    connect(m_window.get(), &PopoverWindow::hidden, this, &LinuxPopoverContainer::handleHidden);
+    connect(m_window.get(), &PopoverWindow::wantedSizeChanged, this,
+            [this] { m_placeSoon.start(0); });
+    if (!takesFocusItself()) {
+        connect(m_window.get(), &QWindow::activeChanged, this, [this] {
+            if (!m_window->isActive())
+                closeByPress(std::nullopt);
+        });
+    }
+}
+
+void LinuxPopoverContainer::lookAround(const QRect &item)
+{
+    const QPoint cursor = QCursor::pos();
+    m_screen = item.isEmpty() ? nullptr : QGuiApplication::screenAt(item.center());
+    QRect place = item;
+    if (m_screen == nullptr) {
+        m_screen = QGuiApplication::screenAt(cursor);
+        const QRect panel = x11PanelAt(m_connection, cursor);
+        if (m_screen == nullptr
+            || (panel.isEmpty() && m_screen->availableGeometry().contains(cursor)))
+            m_screen = QGuiApplication::primaryScreen();
+        place = likelyItem(m_screen->geometry(), x11FreeGeometry(m_connection, *m_screen), cursor,
+                           panel);
+    }
+    disconnect(m_screenChange);
+    m_screenChange = connect(m_screen, &QScreen::geometryChanged, this, &LinuxPopoverContainer::close);
+    m_surroundings = {place, x11PanelAt(m_connection, place.center()), m_screen->geometry(),
+                      x11FreeGeometry(m_connection, *m_screen)};
+}
+
+void LinuxPopoverContainer::place()
+{
+    if (!m_window || !m_screen)
+        return;
+    m_window->place(placePopover(m_surroundings, m_window->wantedSize()), *m_screen);
+    if (!takesFocusItself()) {
+        // A window of one possible size floats, also under a tiling compositor.
+        m_window->setMinimumSize(m_window->size());
+        m_window->setMaximumSize(m_window->size());
+    }
+    leaveShadowToOthers();
+}
+
+void LinuxPopoverContainer::handleExposure()
+{
+    if (takesFocusItself() && m_shown && std::exchange(m_wantsFocus, false))
+        m_focus.take(static_cast<xcb_window_t>(m_window->winId()));
+}
+
+void LinuxPopoverContainer::leaveShadowToOthers()
+{
+    const QRect frame = m_window->frameRect();
+    if (!onX11()) {
+        // There a mask is the region that takes input, and nothing more.
+        if (QGuiApplication::platformName() == u"wayland")
+            m_window->setMask(frame);
+        return;
+    }
+    const QRect native = scaled(frame, m_window->devicePixelRatio());
+    const xcb_rectangle_t rectangle{
+        static_cast<qint16>(native.x()), static_cast<qint16>(native.y()),
+        static_cast<quint16>(native.width()), static_cast<quint16>(native.height())};
+    // On Qt's connection: the window is new there, and must not be seen without its shape.
+    auto *kit = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    if (const auto *shape = xcb_get_extension_data(kit, &xcb_shape_id);
+        shape == nullptr || !shape->present)
+        return;
+    xcb_shape_rectangles(kit, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
+                         static_cast<xcb_window_t>(m_window->winId()), 0, 0, 1, &rectangle);
+}
+
+void LinuxPopoverContainer::handlePress()
+{
+    if (!m_shown || !takesFocusItself())
+        return;
+    const X11Presses::Pointer pointer =
+        m_presses.pointer(static_cast<xcb_window_t>(m_window->winId()));
+    if (scaled(m_window->frameRect(), m_window->devicePixelRatio()).contains(pointer.inWindow))
+        return;
+    closeByPress(logicalPosition(pointer.onRoot));
+}
+
+void LinuxPopoverContainer::handleFocusLoss()
+{
+    // Without sight of the presses, one that moves the focus shows by the button that is down.
+    const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
+    if (!m_presses.isAvailable() && pointer.buttonDown)
+        closeByPress(logicalPosition(pointer.onRoot));
+    else
+        startClosing();
+}
+
+void LinuxPopoverContainer::closeByPress(std::optional<QPoint> place)
+{
+    if (!m_shown)
+        return;
+    m_guard.closedByPress(place, m_clock.elapsed());
+    // What is pressed may take the focus; if it does not, it is given back in the end.
+    m_focus.stopWatching();
+    startClosing();
+}
+
+void LinuxPopoverContainer::startClosing()
+{
+    if (!std::exchange(m_shown, false))
+        return;
+    m_wantsFocus = false;
+    m_presses.stop();
+    m_window->animateOut();
+}
+
+void LinuxPopoverContainer::handleHidden()
+{
+    m_focus.giveBack();
+    m_window->hide();
+    m_forgetLater.start();
+}

@@ -1,0 +1,114 @@
+#include "Platform/Linux/Windows/WindowStyle.h"
+
+#include "Platform/Linux/X11/Compositing.h"
+
+#include <QEvent>
+#include <QGuiApplication>
+#include <QQuickWindow>
+
+namespace {
+
+constexpr quint32 EveryDesktop = 0xffffffff;
+
+} // namespace
+
+LinuxWindowStyle::LinuxWindowStyle(X11Connection &connection, QObject *parent)
+    : QObject(parent)
+    , m_connection(connection)
+{
+}
+
+void LinuxWindowStyle::makeTitled(QQuickWindow &window)
+{
+    // Window managers neither tile nor minimise a dialog.
+    window.setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
+                    | Qt::WindowCloseButtonHint);
+}
+
+WindowStyle::TitleBar LinuxWindowStyle::makeOnboarding(QQuickWindow &window)
+{
+    window.setFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    if (isComposited(m_connection))
+        window.setColor(Qt::transparent);
+    return TitleBar::None;
+}
+
+void LinuxWindowStyle::present(QQuickWindow &window)
+{
+    const bool isThere = window.isVisible() && isHere(window);
+    if (!isThere) {
+        // From another workspace it comes as a new window would, which every desktop puts here.
+        window.hide();
+        window.setPosition(window.position()); // else it is placed anew
+        window.showNormal();
+    }
+    window.raise();
+    window.requestActivate();
+    // A window manager that does not know the window yet would not listen.
+    if (isThere)
+        demandFocus(window);
+    else
+        window.installEventFilter(this);
+}
+
+void LinuxWindowStyle::presentUnasked(QQuickWindow &window)
+{
+    // Qt's xcb plugin then sets the user time to 0, which asks window managers for no focus.
+    window.setProperty("_q_showWithoutActivating", true);
+    window.show();
+}
+
+/// Whether the user could see it but for what may cover it.
+bool LinuxWindowStyle::isHere(const QQuickWindow &window) const
+{
+    if (!window.isExposed())
+        return false;
+    if (isOnX11()) {
+        const auto desktop = [this](xcb_window_t of, const char *property) {
+            return m_connection.words(of, m_connection.atom(property), XCB_ATOM_CARDINAL);
+        };
+        const QList<quint32> own =
+            desktop(static_cast<xcb_window_t>(window.winId()), "_NET_WM_DESKTOP");
+        const QList<quint32> current = desktop(m_connection.screen().root, "_NET_CURRENT_DESKTOP");
+        if (!own.isEmpty() && !current.isEmpty())
+            return own.first() == current.first() || own.first() == EveryDesktop;
+    }
+    return window.isActive(); // nobody tells of workspaces
+}
+
+bool LinuxWindowStyle::isOnX11() const
+{
+    return m_connection.isOpen() && QGuiApplication::platformName() == u"xcb";
+}
+
+bool LinuxWindowStyle::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Expose) {
+        const auto *window = static_cast<QQuickWindow *>(watched);
+        if (window->isExposed()) {
+            watched->removeEventFilter(this);
+            demandFocus(*window);
+        }
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+void LinuxWindowStyle::demandFocus(const QQuickWindow &window)
+{
+    if (!isOnX11())
+        return;
+    // As a pager asks, since the user has just asked for it: the click went to a panel, which
+    // window managers take for another program's.
+    constexpr quint32 fromPager = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = static_cast<xcb_window_t>(window.winId());
+    message.type = m_connection.atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = fromPager;
+    message.data.data32[1] = XCB_CURRENT_TIME;
+    xcb_send_event(m_connection.xcb(), 0, m_connection.screen().root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&message));
+    xcb_flush(m_connection.xcb());
+}

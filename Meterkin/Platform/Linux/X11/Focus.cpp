@@ -1,0 +1,90 @@
+#include "Platform/Linux/X11/Focus.h"
+
+#include <utility>
+
+X11Focus::X11Focus(X11Connection &connection, X11Presses &presses, QObject *parent)
+    : QObject(parent)
+    , m_connection(connection)
+    , m_presses(presses)
+{
+    connect(&m_connection, &X11Connection::eventReceived, this, &X11Focus::handleEvent);
+}
+
+void X11Focus::take(xcb_window_t window)
+{
+    if (!m_connection.isOpen())
+        return;
+    // On our own connection, since Qt does not tell grabs from real changes of focus.
+    constexpr quint32 events = XCB_EVENT_MASK_FOCUS_CHANGE;
+    xcb_change_window_attributes(m_connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
+    if (const xcb_window_t previous = focused(); previous != window)
+        m_previous = previous;
+    m_window = window;
+    m_watching = true;
+    m_pointer = m_presses.pointer(m_connection.screen().root).onRoot;
+    setFocus(window);
+}
+
+void X11Focus::giveBack()
+{
+    m_watching = false;
+    const xcb_window_t window = std::exchange(m_window, xcb_window_t{XCB_WINDOW_NONE});
+    if (window == XCB_WINDOW_NONE || !m_connection.isOpen() || focused() != window)
+        return;
+    setFocus(m_previous); // it may be gone; the error hurts nobody
+}
+
+void X11Focus::handleEvent(const xcb_generic_event_t *event)
+{
+    if ((event->response_type & 0x7f) != XCB_FOCUS_OUT)
+        return;
+    const auto &change = xcbEvent<xcb_focus_out_event_t>(event);
+    // A grab, such as that of a hot key, takes the keys only for a moment.
+    if (change.event != m_window || !m_watching || change.mode == XCB_NOTIFY_MODE_GRAB
+        || change.mode == XCB_NOTIFY_MODE_UNGRAB || change.detail == XCB_NOTIFY_DETAIL_POINTER)
+        return;
+    const xcb_window_t next = focused();
+    // What came late is of an earlier showing: meanwhile it was given back and taken again.
+    if (next == m_window)
+        return;
+    if (change.mode == XCB_NOTIFY_MODE_NORMAL && followsPointer(next)) {
+        m_previous = next;
+        setFocus(m_window);
+        return;
+    }
+    m_watching = false;
+    emit lost();
+}
+
+bool X11Focus::followsPointer(xcb_window_t focus)
+{
+    // Where the focus follows the mouse, the way from the panel to the popover crosses windows.
+    const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
+    if (!m_presses.isAvailable() || pointer.buttonDown
+        || pointer.onRoot == std::exchange(m_pointer, pointer.onRoot))
+        return false;
+    xcb_window_t window = focus;
+    while (window > XCB_INPUT_FOCUS_POINTER_ROOT && window != pointer.topLevel) {
+        const auto cookie = xcb_query_tree(m_connection.xcb(), window);
+        const XcbReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(m_connection.xcb(), cookie, nullptr));
+        m_connection.dispatchSoon();
+        window = tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
+    }
+    return window != XCB_WINDOW_NONE && window == pointer.topLevel;
+}
+
+void X11Focus::setFocus(xcb_window_t window)
+{
+    xcb_set_input_focus(m_connection.xcb(), XCB_INPUT_FOCUS_POINTER_ROOT, window, XCB_CURRENT_TIME);
+    xcb_flush(m_connection.xcb());
+}
+
+xcb_window_t X11Focus::focused()
+{
+    const auto cookie = xcb_get_input_focus(m_connection.xcb());
+    const XcbReply<xcb_get_input_focus_reply_t> reply(
+        xcb_get_input_focus_reply(m_connection.xcb(), cookie, nullptr));
+    m_connection.dispatchSoon();
+    return reply ? reply->focus : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+}
