@@ -1,5 +1,5 @@
 #include "Platform/Linux/Sensors/HwmonFans.h"
-#include "Files.h"
+#include "Sampling/Files.h"
 #include "Sampling/SMCReader.h"
 #include "Support/TestMain.h"
 
