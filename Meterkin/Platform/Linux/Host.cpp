@@ -1,7 +1,6 @@
 #include "Platform/Linux/Host.h"
 
 #include "Platform/Linux/BatchScheduling.h"
-#include "Platform/Linux/Bus/Selection.h"
 #include "Platform/Linux/DisplaySelection.h"
 #include "Platform/Linux/Exhaustion.h"
 #include "Platform/Linux/QtMessages.h"
@@ -35,7 +34,7 @@ QByteArrayList ProgramHost::prepare()
     if (platforms == nullptr)
         refuse("no display: start it inside a desktop session");
     useBatchScheduling();
-    selectBus();
+    BusConnection::keepQtFromSilentBus();
     qInstallMessageHandler(handleQtMessage);
     // Not through the environment, which the programs that we start would inherit. A desktop's
     // theme plugins would pull whole toolkits into the process.

@@ -55,7 +55,7 @@ private:
     BusConnection m_bus;
     LinuxNotificationCentre m_notifications;
     // Where it is missing it hardly ever comes.
-    BusConnection m_systemBus{BusConnection::Kind::System, {.longestRetry = 60'000}};
+    BusConnection m_systemBus{BusConnection::Kind::System, {.longestRetry = std::chrono::minutes(1)}};
     LinuxPopoverContainer m_popover;
     LinuxWindowStyle m_windowStyle;
     X11KeyboardLayout m_keyboard;

@@ -1,25 +1,23 @@
 #pragma once
 
+#include "Platform/Linux/Bus/Handshake.h"
+#include "Platform/Linux/Bus/Reply.h"
 #include "Platform/Linux/Bus/RetryTimer.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
-#include <QObject>
 
 #include <functional>
 #include <optional>
 
-/// How long to wait, in milliseconds.
-struct BusPatience {
-    int answer = 10'000; ///< for that to a call
-    int greeting = 5'000; ///< for that to the first call
-    int firstRetry = 1'000; ///< until connecting is tried again, doubled at each failure
-    int longestRetry = 5'000;
+struct BusTimeouts {
+    std::chrono::milliseconds reply{10'000}; ///< to a call
+    std::chrono::milliseconds handshake{5'000};
+    std::chrono::milliseconds firstRetry{1'000}; ///< of connecting, doubled at each failure
+    std::chrono::milliseconds longestRetry{5'000};
 };
 
-/// One of the two buses, shared by everything that speaks D-Bus on it. It is opened in the
-/// background, may be absent, and may go away and come back at any time; a bus is never started by
-/// us. Main thread only.
+/// The session bus or the system bus, shared by everything that speaks D-Bus on it. It is opened in
+/// the background, may be missing, vanish and return; it is never started by us. Main thread only.
 class BusConnection : public QObject {
     Q_OBJECT
 
@@ -28,28 +26,45 @@ public:
         Session,
         System,
     };
+    template <typename Value> using Handler = std::function<void(const BusReply<Value> &reply)>;
 
     /// Where the bus listens; empty when there is none.
     static QString address(Kind kind);
+    /// Keeps Qt's own connection from a session bus that accepts clients and never answers them: Qt
+    /// would wait for it for ever, before anything is shown. What in Qt needs a bus, such as the
+    /// link to screen readers, does without one then. Call it before Qt starts; waits for the
+    /// handshake.
+    static void keepQtFromSilentBus();
     /// A call of that method of the bus itself.
     static QDBusMessage busCall(const QString &method);
-    /// Whether nobody has answered in time; an answer may still be had later.
-    static bool isTimeout(const QDBusMessage &reply);
 
     /// Begins to connect; connected() follows once the event loop runs.
-    explicit BusConnection(Kind kind = Kind::Session, BusPatience patience = {},
-                        QObject *parent = nullptr);
+    explicit BusConnection(Kind kind = Kind::Session, BusTimeouts timeouts = {},
+                           QObject *parent = nullptr);
     ~BusConnection() override;
 
     /// Absent while there is no bus. Keep no copy beyond disconnected().
     const std::optional<QDBusConnection> &connection() const { return m_connection; }
 
-    /// Sends `call`; `handler` gets the reply or the error message, later and exactly once, unless
-    /// `receiver` is gone by then. Without a bus the answer is an error, too. The usual patience
-    /// can be replaced by one in milliseconds.
-    void call(const QDBusMessage &call, QObject *receiver,
-              std::function<void(const QDBusMessage &reply)> handler,
-              std::optional<int> patience = std::nullopt);
+    /// Calls `handler` with the reply or the error, which is logged, later and exactly once, unless
+    /// `receiver` is gone by then. Without a bus that is an error. `timeout` replaces the usual
+    /// one.
+    template <typename Value>
+    void call(const QDBusMessage &call, QObject *receiver, Handler<Value> handler,
+              std::optional<std::chrono::milliseconds> timeout = std::nullopt)
+    {
+        sendCall(
+            call, receiver,
+            [call, handler = std::move(handler)](const QDBusMessage &message) {
+                const BusReply<Value> reply(message);
+                if (!reply.isValid())
+                    logError(call, reply.error());
+                handler(reply);
+            },
+            timeout);
+    }
+    /// For a call whose failure changes nothing; it is logged.
+    void call(const QDBusMessage &call);
 
 signals:
     void connected(const QDBusConnection &connection);
@@ -60,11 +75,18 @@ private slots:
     void handleLoss();
 
 private:
+    static void logError(const QDBusMessage &call, const QDBusError &error);
+
+    void sendCall(const QDBusMessage &call, QObject *receiver,
+                  std::function<void(const QDBusMessage &message)> handler,
+                  std::optional<std::chrono::milliseconds> timeout);
     void open();
-    void adopt(const QString &name);
+    void adopt(const QString &connectionName, BusState state);
+    void logState(BusState state);
 
     Kind m_kind;
-    BusPatience m_patience;
+    BusTimeouts m_timeouts;
     std::optional<QDBusConnection> m_connection;
     RetryTimer m_retry;
+    std::optional<BusState> m_loggedState;
 };

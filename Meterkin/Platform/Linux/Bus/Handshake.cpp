@@ -23,7 +23,7 @@ struct Unreference {
 using Message = std::unique_ptr<DBusMessage, Unreference>;
 using PendingCall = std::unique_ptr<DBusPendingCall, Unreference>;
 
-PendingCall greet(DBusConnection *connection)
+PendingCall sayHello(DBusConnection *connection)
 {
     const Message hello(dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS,
                                                      DBUS_INTERFACE_DBUS, "Hello"));
@@ -35,22 +35,22 @@ PendingCall greet(DBusConnection *connection)
 
 } // namespace
 
-BusState greetBus(const QString &address, int milliseconds)
+BusState performHandshake(const QString &address, std::chrono::milliseconds timeout)
 {
     const std::unique_ptr<DBusConnection, Close> connection(
         dbus_connection_open_private(address.toUtf8().constData(), nullptr));
-    const PendingCall call = connection ? greet(connection.get()) : nullptr;
+    const PendingCall call = connection ? sayHello(connection.get()) : nullptr;
     if (!call)
         return BusState::Absent;
-    // Not with the library's calls that wait: until the bus has let the client in they know no
-    // time limit.
-    const QDeadlineTimer deadline(milliseconds);
+    // Not with the library's blocking calls: they have no timeout until the bus has authenticated
+    // the client.
+    const QDeadlineTimer deadline(timeout);
     const auto isAnswered = [&call] { return dbus_pending_call_get_completed(call.get()) != 0; };
     for (bool isOpen = true; isOpen && !isAnswered();) {
         if (deadline.hasExpired())
             return BusState::Silent;
-        const auto patience = static_cast<int>(deadline.remainingTime());
-        isOpen = dbus_connection_read_write_dispatch(connection.get(), patience) != 0;
+        const auto milliseconds = static_cast<int>(deadline.remainingTime());
+        isOpen = dbus_connection_read_write_dispatch(connection.get(), milliseconds) != 0;
     }
     if (!isAnswered())
         return BusState::Absent;

@@ -2,12 +2,14 @@
 
 #include <QString>
 
+#include <chrono>
+
 enum class BusState {
-    Absent, ///< nobody listens, or sends clients away
-    Silent, ///< takes clients, and does not answer them in time
+    Absent, ///< nobody listens, or turns clients away
+    Silent, ///< accepts clients, and does not answer them in time
     Answering,
 };
 
-/// Greets the bus at that address as a client of its own, and leaves. Waits for the answer; on any
-/// thread.
-BusState greetBus(const QString &address, int milliseconds);
+/// Connects to the bus at that address as a client of its own, says hello, and disconnects. Blocks
+/// for the answer; on any thread.
+BusState performHandshake(const QString &address, std::chrono::milliseconds timeout);

@@ -1,19 +1,14 @@
 #include "Platform/Linux/Bus/Name.h"
 
+#include "Platform/Log.h"
+
 #include <utility>
 
 BusName::BusName(BusConnection &bus, QString name, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_name(std::move(name))
-    , m_question(bus, [this](const QDBusMessage &reply) {
-        // A bus that hangs for a while would not tell by itself later, either.
-        if (BusConnection::isTimeout(reply))
-            return false;
-        const bool isReply = reply.type() == QDBusMessage::ReplyMessage;
-        setOwner(isReply ? reply.arguments().value(0).toString() : QString());
-        return true;
-    })
+    , m_query(bus)
 {
     connect(&bus, &BusConnection::connected, this, &BusName::follow);
     connect(&bus, &BusConnection::disconnected, this, [this] {
@@ -30,15 +25,20 @@ void BusName::follow()
                                                       QDBusServiceWatcher::WatchForOwnerChange);
     connect(m_watcher.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
             [this](const QString &, const QString &, const QString &owner) {
-                m_question.cancel();
+                m_query.cancel();
                 setOwner(owner);
             });
-    // Unlike calling the name, this does not make the bus start a service.
-    m_question.ask(BusConnection::busCall(QStringLiteral("GetNameOwner")) << m_name);
+    // Unlike a call to the name itself, this does not make the bus start a service. An error says
+    // that nobody owns it, and leaves an empty value.
+    m_query.send<QString>(BusConnection::busCall(QStringLiteral("GetNameOwner")) << m_name,
+                          [this](const BusReply<QString> &reply) { setOwner(reply.value()); });
 }
 
 void BusName::setOwner(const std::optional<QString> &owner)
 {
-    m_owner = owner;
-    emit changed();
+    if (owner)
+        qCDebug(logBus, "%s: %s", qUtf8Printable(m_name),
+                owner->isEmpty() ? "not running" : qUtf8Printable(*owner));
+    const std::optional<QString> previous = std::exchange(m_owner, owner);
+    emit changed(previous);
 }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "Platform/Linux/Bus/Question.h"
+#include "Platform/Linux/Bus/RepeatedCall.h"
 
 #include <QDBusServiceWatcher>
 
-/// Follows who owns a name on a bus, without having the bus start anybody. Main thread only.
+/// Follows who owns a name on a bus, without starting a service. Main thread only.
 class BusName : public QObject {
     Q_OBJECT
 
@@ -12,12 +12,13 @@ public:
     /// The bus outlives it.
     BusName(BusConnection &bus, QString name, QObject *parent = nullptr);
 
-    /// The unique bus name of the owner, empty for nobody; absent while that is unknown.
+    /// The unique bus name of the owner, empty for nobody; absent while it is unknown, as without a
+    /// bus.
     const std::optional<QString> &owner() const { return m_owner; }
 
 signals:
-    /// Something is known, or another than before.
-    void changed();
+    /// `previous` is what owner() was.
+    void changed(const std::optional<QString> &previous);
 
 protected:
     BusConnection &bus() { return m_bus; }
@@ -30,6 +31,6 @@ private:
     BusConnection &m_bus;
     QString m_name;
     std::unique_ptr<QDBusServiceWatcher> m_watcher; ///< of the present connection
-    BusQuestion m_question;
+    RepeatedCall m_query;
     std::optional<QString> m_owner;
 };

@@ -4,12 +4,12 @@
 
 #include <chrono>
 
-/// Runs out once, for another attempt at what has failed: each time twice as late as the time
-/// before, up to a longest delay.
+/// A single-shot timer for retries: each delay is twice the one before, up to a longest one.
 class RetryTimer : public QTimer {
 public:
     RetryTimer(std::chrono::milliseconds first, std::chrono::milliseconds longest);
 
+    /// Starts it after a failure.
     void retry();
     /// After a success: the next delay is the first one again.
     void reset() { m_next = m_first; }

@@ -4,23 +4,16 @@
 
 namespace {
 
-// What is started at login may have to wait for a desktop that is still busy.
-constexpr int StartMilliseconds = 60'000;
+// At login it may have to wait for a desktop that is still busy.
+constexpr std::chrono::minutes StartTimeout{1};
 
 } // namespace
 
 BusService::BusService(BusConnection &bus, const QString &name, QObject *parent)
     : BusName(bus, name, parent)
-    , m_question(bus, [this](const QDBusMessage &reply) {
-        if (BusConnection::isTimeout(reply))
-            return false;
-        // An error has a text where the list would be, which is none of its names.
-        m_isActivatable = reply.arguments().value(0).toStringList().contains(this->name());
-        emit changed();
-        return true;
-    })
+    , m_query(bus)
 {
-    connect(this, &BusName::changed, this, &BusService::tellAvailable);
+    connect(this, &BusName::changed, this, &BusService::updateAvailable);
     connect(&bus, &BusConnection::connected, this, &BusService::follow);
     connect(&bus, &BusConnection::disconnected, this, [this] { m_isActivatable.reset(); });
     if (bus.connection())
@@ -35,33 +28,38 @@ bool BusService::isAvailable() const
 void BusService::start(std::function<void()> failed)
 {
     constexpr quint32 noFlags = 0;
-    bus().call(
+    bus().call<quint32>(
         BusConnection::busCall(QStringLiteral("StartServiceByName")) << name() << noFlags, this,
-        [failed = std::move(failed)](const QDBusMessage &reply) {
-            if (reply.type() == QDBusMessage::ErrorMessage)
+        [failed = std::move(failed)](const BusReply<quint32> &reply) {
+            if (!reply.isValid())
                 failed();
         },
-        StartMilliseconds);
+        StartTimeout);
 }
 
 void BusService::follow()
 {
     QDBusConnection connection = *bus().connection();
-    // Sent when what the bus can start was installed or removed. From any sender: to name the
-    // sender here would mean to wait for the bus.
+    // Sent when a service was installed or removed. From any sender: to name it here would mean to
+    // wait for the bus.
     connection.connect(
         QString(), QStringLiteral("/org/freedesktop/DBus"), QStringLiteral("org.freedesktop.DBus"),
-        QStringLiteral("ActivatableServicesChanged"), this, SLOT(askForActivatable()));
-    askForActivatable();
+        QStringLiteral("ActivatableServicesChanged"), this, SLOT(queryActivatable()));
+    queryActivatable();
 }
 
-void BusService::askForActivatable()
+void BusService::queryActivatable()
 {
-    if (bus().connection()) // else a signal of the lost bus, still in the queue
-        m_question.ask(BusConnection::busCall(QStringLiteral("ListActivatableNames")));
+    if (!bus().connection()) // a signal of the lost bus, still in the queue
+        return;
+    m_query.send<QStringList>(BusConnection::busCall(QStringLiteral("ListActivatableNames")),
+                              [this](const BusReply<QStringList> &reply) {
+                                  m_isActivatable = reply.value().contains(name());
+                                  emit changed(owner());
+                              });
 }
 
-void BusService::tellAvailable()
+void BusService::updateAvailable()
 {
     const bool available = isAvailable();
     if (std::exchange(m_wasAvailable, available) != available)

@@ -2,8 +2,8 @@
 
 #include "Platform/Linux/Bus/Name.h"
 
-/// Follows whether a service can be used on a bus, without starting it: many run only while they
-/// have work. Main thread only.
+/// Follows whether a service can be used, without starting it: many run only while they have work.
+/// Main thread only.
 class BusService : public BusName {
     Q_OBJECT
 
@@ -11,25 +11,25 @@ public:
     /// The bus outlives it.
     BusService(BusConnection &bus, const QString &name, QObject *parent = nullptr);
 
-    /// Whether somebody provides it, or the bus could start it; false while that is unknown.
+    /// Whether it runs, or the bus could start it; false while that is unknown.
     bool isAvailable() const;
-    /// Whether the bus has told all that there is to know.
+    /// Whether isAvailable() is more than a guess.
     bool isKnown() const { return owner() && m_isActivatable; }
 
-    /// Has the bus start it: the owner changes, or `failed` is called later.
+    /// Makes the bus start it: the owner changes, or `failed` is called later.
     void start(std::function<void()> failed);
 
 signals:
     void availableChanged();
 
 private slots:
-    void askForActivatable();
+    void queryActivatable();
 
 private:
     void follow();
-    void tellAvailable();
+    void updateAvailable();
 
-    BusQuestion m_question; ///< for what can be started
+    RepeatedCall m_query; ///< for the services that the bus can start
     std::optional<bool> m_isActivatable;
     bool m_wasAvailable = false;
 };

@@ -1,7 +1,7 @@
 #include "Platform/Linux/DiskImages/StorageService.h"
 
-#include "Platform/Linux/Bus/Handshake.h"
 #include "Platform/Linux/Bus/Connection.h"
+#include "Platform/Linux/Bus/Handshake.h"
 
 #include <dbus/dbus.h>
 
@@ -54,7 +54,8 @@ StorageService::StorageService()
 {
     // Until the bus has let the client in, the library's calls know no time limit.
     const QString address = BusConnection::address(BusConnection::Kind::System);
-    if (greetBus(address, TimeoutMilliseconds) != BusState::Answering)
+    if (performHandshake(address, std::chrono::milliseconds(TimeoutMilliseconds))
+        != BusState::Answering)
         return;
     m_connection = dbus_connection_open_private(address.toUtf8().constData(), nullptr);
     // Not the library's own greeting: it holds a lock that other connections need to close.

@@ -25,7 +25,7 @@ const QString createToken = QStringLiteral("meterkin_session");
 const QString bindToken = QStringLiteral("meterkin_bind");
 
 /// A portal that our call starts first waits for services of its desktop; nobody waits for us.
-constexpr int CallMilliseconds = 60'000;
+constexpr std::chrono::minutes CallTimeout{1};
 
 /// Until the user is told that there is no portal.
 constexpr int NoPortalMilliseconds = 3'000;
@@ -82,7 +82,7 @@ PortalRegistrar::PortalRegistrar(FindKeysym findKeysym, QObject *parent)
 }
 
 void PortalRegistrar::bind(const HotkeyCombination &combination, const HotkeyIdentifier &,
-                        std::function<void()> pressed)
+                           std::function<void()> pressed)
 {
     unbind();
     m_combination = combination;
@@ -105,12 +105,9 @@ void PortalRegistrar::openBus()
     closeBus();
     // A connection of its own, since the introduction must be the first that a portal hears on it.
     m_bus = std::make_unique<BusConnection>();
-    connect(m_bus.get(), &BusConnection::connected, this, &PortalRegistrar::follow);
-    connect(m_bus.get(), &BusConnection::disconnected, this, [this] {
-        m_service.reset();
-        forgetPortal();
-        m_noPortal.start();
-    });
+    connect(m_bus.get(), &BusConnection::connected, this, &PortalRegistrar::connectSignals);
+    m_service = std::make_unique<BusName>(*m_bus, service);
+    connect(m_service.get(), &BusName::changed, this, &PortalRegistrar::handleOwner);
     m_noPortal.start();
 }
 
@@ -131,14 +128,9 @@ void PortalRegistrar::forgetPortal()
     m_portal.clear();
 }
 
-void PortalRegistrar::follow()
+void PortalRegistrar::connectSignals()
 {
     QDBusConnection connection = *m_bus->connection();
-    m_service = std::make_unique<QDBusServiceWatcher>(service, connection,
-                                                      QDBusServiceWatcher::WatchForOwnerChange);
-    connect(m_service.get(), &QDBusServiceWatcher::serviceOwnerChanged, this,
-            &PortalRegistrar::handleOwner);
-
     // From any sender: to name the sender here would mean to wait for the bus.
     const QString response = QStringLiteral("Response");
     connection.connect(QString(), handle(createToken), requestInterface, response, this,
@@ -149,16 +141,25 @@ void PortalRegistrar::follow()
                        SLOT(handleActivation(QDBusMessage)));
     connection.connect(QString(), handle(sessionToken), sessionInterface, QStringLiteral("Closed"),
                        this, SLOT(handleClosedSession(QDBusMessage)));
-    introduce();
 }
 
-void PortalRegistrar::handleOwner(const QString &, const QString &, const QString &newOwner)
+void PortalRegistrar::handleOwner(const std::optional<QString> &previous)
 {
-    if (newOwner == m_portal)
+    const std::optional<QString> &owner = m_service->owner();
+    if (!owner) { // the bus is lost
+        forgetPortal();
+        m_noPortal.start();
+        return;
+    }
+    if (!previous) { // the bus is there; our call starts a portal that does not run
+        introduce();
+        return;
+    }
+    if (*owner == m_portal)
         return; // it was our call that started it
     m_talk.reset();
     m_step = Step::Idle;
-    if (newOwner.isEmpty()) {
+    if (owner->isEmpty()) {
         m_noPortal.start();
         return;
     }
@@ -175,18 +176,15 @@ void PortalRegistrar::introduce()
     m_talk = std::make_unique<QObject>();
     QDBusMessage call = portalCall(registryInterface, QStringLiteral("Register"));
     call << applicationIdentifier << QVariantMap();
-    const auto proceed = [this](const QDBusMessage &reply) {
-        if (BusConnection::isTimeout(reply))
+    const auto proceed = [this](const BusReply<void> &reply) {
+        if (reply.isTimeout())
             return introduce();
-        // No portal answers from a unique name: the bus does in its place, or the clock.
-        if (!reply.service().startsWith(u':')) {
-            giveUp(HotkeyObstacle::NoService);
-            return;
-        }
-        m_portal = reply.service();
+        if (!reply.sender().startsWith(u':')) // the bus has answered in place of a portal
+            return giveUp(HotkeyObstacle::NoService);
+        m_portal = reply.sender();
         createSession();
     };
-    m_bus->call(call, m_talk.get(), proceed, CallMilliseconds);
+    m_bus->call<void>(call, m_talk.get(), proceed, CallTimeout);
 }
 
 void PortalRegistrar::createSession()
@@ -236,11 +234,11 @@ void PortalRegistrar::giveUp(HotkeyObstacle obstacle)
 /// The true answer is the response that follows; only an error comes at once.
 void PortalRegistrar::call(const QDBusMessage &call, HotkeyObstacle onError)
 {
-    const auto takeReply = [this, onError](const QDBusMessage &reply) {
-        if (reply.type() != QDBusMessage::ReplyMessage)
+    const auto takeReply = [this, onError](const BusReply<void> &reply) {
+        if (!reply.isValid())
             giveUp(onError);
     };
-    m_bus->call(call, m_talk.get(), takeReply, CallMilliseconds);
+    m_bus->call<void>(call, m_talk.get(), takeReply, CallTimeout);
 }
 
 bool PortalRegistrar::isAnswer(const QDBusMessage &response, Step step) const

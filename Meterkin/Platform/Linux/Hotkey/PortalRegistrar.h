@@ -1,13 +1,8 @@
 #pragma once
 
 #include "Platform/HotkeyRegistrar.h"
+#include "Platform/Linux/Bus/Name.h"
 #include "Platform/Linux/Hotkey/KeyPositions.h"
-#include "Platform/Linux/Bus/Connection.h"
-
-#include <QDBusServiceWatcher>
-#include <QTimer>
-
-#include <memory>
 
 /// The hot key of a Wayland session, through the desktop's GlobalShortcuts portal. The desktop may
 /// ask the user, who may choose another combination or none. Where there is no portal, or it
@@ -27,7 +22,6 @@ public:
     void unbind() override;
 
 private slots:
-    void handleOwner(const QString &service, const QString &oldOwner, const QString &newOwner);
     void takeSessionResponse(const QDBusMessage &response);
     void takeBindResponse(const QDBusMessage &response);
     void handleActivation(const QDBusMessage &activation);
@@ -44,7 +38,8 @@ private:
 
     void openBus();
     void closeBus();
-    void follow();
+    void connectSignals();
+    void handleOwner(const std::optional<QString> &previous);
     void forgetPortal();
     void introduce();
     void createSession();
@@ -61,7 +56,7 @@ private:
     QTimer m_start;
     QTimer m_noPortal; ///< until a portal that has not answered counts as missing
     std::unique_ptr<BusConnection> m_bus; ///< while a hot key is registered
-    std::unique_ptr<QDBusServiceWatcher> m_service;
+    std::unique_ptr<BusName> m_service; ///< on that bus
     std::unique_ptr<QObject> m_talk; ///< with one portal; replies of an earlier one find nobody
     QString m_portal; ///< the unique bus name of the last one that answered
     Step m_step = Step::Idle;

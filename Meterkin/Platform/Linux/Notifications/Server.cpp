@@ -52,16 +52,16 @@ void NotificationServer::post(const NotificationRecord &record)
 void NotificationServer::askForCapabilities()
 {
     m_isAsking = true;
-    m_bus.call(call(QStringLiteral("GetCapabilities")), this, [this](const QDBusMessage &reply) {
+    const auto proceed = [this](const BusReply<QStringList> &reply) {
         m_isAsking = false;
-        if (reply.type() == QDBusMessage::ReplyMessage) {
-            const QStringList names = reply.arguments().value(0).toStringList();
+        const QStringList names = reply.value();
+        if (reply.isValid())
             m_capabilities = {names.contains(u"actions"), names.contains(u"body-markup")};
-        }
         // A server that does not tell them gets the plainest form, and is asked again next time.
         for (const auto &[identifier, listing] : m_listings)
             postNext(identifier, m_capabilities.value_or(Capabilities()));
-    });
+    };
+    m_bus.call<QStringList>(methodCall(QStringLiteral("GetCapabilities")), this, proceed);
 }
 
 void NotificationServer::postNext(const QString &identifier, const Capabilities &capabilities)
@@ -76,14 +76,14 @@ void NotificationServer::postNext(const QString &identifier, const Capabilities 
         ? QStringList{defaultAction, QStringLiteral("Open")}
         : QStringList();
     const QString body = capabilities.takesMarkup ? record.body.toHtmlEscaped() : record.body;
-    QDBusMessage notify = call(QStringLiteral("Notify"));
+    QDBusMessage notify = methodCall(QStringLiteral("Notify"));
     notify << QStringLiteral("Meterkin") << listing.number << application << record.title << body
            << actions << hints() << ServerChoosesTime;
-    m_bus.call(notify, this, [this, identifier, capabilities](const QDBusMessage &reply) {
+    m_bus.call<uint>(notify, this, [this, identifier, capabilities](const BusReply<uint> &reply) {
         Listing &answered = m_listings[identifier];
         answered.isPosting = false;
-        if (reply.type() == QDBusMessage::ReplyMessage)
-            answered.number = reply.arguments().value(0).toUInt();
+        if (reply.isValid())
+            answered.number = reply.value();
         postNext(identifier, capabilities);
     });
 }
@@ -114,7 +114,7 @@ void NotificationServer::handleClosed(const QDBusMessage &message)
     }
 }
 
-QDBusMessage NotificationServer::call(const QString &method) const
+QDBusMessage NotificationServer::methodCall(const QString &method) const
 {
     return QDBusMessage::createMethodCall(m_owner, path, Service, method);
 }

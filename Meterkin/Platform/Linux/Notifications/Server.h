@@ -43,7 +43,7 @@ private:
 
     void askForCapabilities();
     void postNext(const QString &identifier, const Capabilities &capabilities);
-    QDBusMessage call(const QString &method) const;
+    QDBusMessage methodCall(const QString &method) const;
 
     BusConnection &m_bus;
     QString m_owner;

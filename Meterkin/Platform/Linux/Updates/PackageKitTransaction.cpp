@@ -1,7 +1,6 @@
 #include "Platform/Linux/Updates/PackageKitTransaction.h"
 
 #include <QDBusArgument>
-#include <QDBusObjectPath>
 #include <QLocale>
 
 #include <utility>
@@ -61,12 +60,16 @@ PackageKitTransaction::PackageKitTransaction(BusConnection &bus, std::chrono::mi
     : QObject(parent)
     , m_bus(bus)
     , m_patience(patience)
+    , m_service(bus, service)
 {
     m_silence.setSingleShot(true);
     m_silence.setInterval(patience);
     connect(&m_silence, &QTimer::timeout, this, &PackageKitTransaction::ask);
-    connect(&bus, &BusConnection::disconnected, this, [this] {
-        finish({PackageKitResult::Ending::Failed, PackageKitError::ServiceEnded, QString()});
+    connect(&m_service, &BusName::changed, this, [this] {
+        const std::optional<QString> &owner = m_service.owner();
+        const bool isBusLost = !owner;
+        if (isBusLost || (!m_owner.isEmpty() && *owner != m_owner))
+            finish({PackageKitResult::Ending::Failed, PackageKitError::ServiceEnded, QString()});
     });
 }
 
@@ -76,32 +79,29 @@ void PackageKitTransaction::start(Manner manner, const QString &method,
     QDBusMessage work = QDBusMessage::createMethodCall(service, servicePath, interface, method);
     work.setArguments(arguments);
     // This call starts the service where it does not run, which may take a while.
-    m_bus.call(
+    m_bus.call<QDBusObjectPath>(
         QDBusMessage::createMethodCall(service, servicePath, service,
                                        QStringLiteral("CreateTransaction")),
-        this, [this, manner, work](const QDBusMessage &reply) { begin(reply, manner, work); },
-        static_cast<int>(2 * m_patience.count()));
+        this,
+        [this, manner, work](const BusReply<QDBusObjectPath> &reply) {
+            begin(reply, manner, work);
+        },
+        2 * m_patience);
 }
 
-void PackageKitTransaction::begin(const QDBusMessage &created, Manner manner,
+void PackageKitTransaction::begin(const BusReply<QDBusObjectPath> &created, Manner manner,
                                   const QDBusMessage &work)
 {
     if (m_hasEnded)
         return;
-    if (created.type() != QDBusMessage::ReplyMessage || created.signature() != u"o"
-        || !m_bus.connection()) {
-        fail(created);
+    if (!created.isValid() || !m_bus.connection()) {
+        fail(created.error());
         return;
     }
-    m_path = created.arguments().value(0).value<QDBusObjectPath>().path();
-    m_owner = created.service();
+    m_path = created.value().path();
+    m_owner = created.sender();
 
     QDBusConnection connection = *m_bus.connection();
-    m_service = std::make_unique<QDBusServiceWatcher>(m_owner, connection,
-                                                      QDBusServiceWatcher::WatchForUnregistration);
-    connect(m_service.get(), &QDBusServiceWatcher::serviceUnregistered, this, [this] {
-        finish({PackageKitResult::Ending::Failed, PackageKitError::ServiceEnded, QString()});
-    });
     // From any sender: to name the sender here would mean to wait for the bus.
     connection.connect(QString(), m_path, interface, QString(), this,
                        SLOT(handleSignal(QDBusMessage)));
@@ -110,27 +110,25 @@ void PackageKitTransaction::begin(const QDBusMessage &created, Manner manner,
 
     QDBusMessage hinting = methodCall(interface, QStringLiteral("SetHints"));
     hinting << hints(manner);
-    m_bus.call(hinting, this, [](const QDBusMessage &) {}); // only hints
+    m_bus.call(hinting); // only hints
 
     QDBusMessage working = methodCall(interface, work.member());
     working.setArguments(work.arguments());
     m_silence.start();
-    m_bus.call(
+    m_bus.call<void>(
         working, this,
-        [this](const QDBusMessage &reply) {
+        [this](const BusReply<void> &reply) {
             // Whether the service is alive is found out by asking, however late this reply is.
-            if (reply.type() == QDBusMessage::ErrorMessage
-                && QDBusError(reply).type() != QDBusError::NoReply)
-                fail(reply);
+            if (!reply.isValid() && !reply.isTimeout())
+                fail(reply.error());
         },
-        static_cast<int>(2 * m_patience.count()));
+        2 * m_patience);
 }
 
 void PackageKitTransaction::cancel()
 {
     if (!m_path.isEmpty() && !m_hasEnded)
-        m_bus.call(methodCall(interface, QStringLiteral("Cancel")), this,
-                   [](const QDBusMessage &) {}); // a refusal changes nothing
+        m_bus.call(methodCall(interface, QStringLiteral("Cancel"))); // a refusal changes nothing
 }
 
 QDBusMessage PackageKitTransaction::methodCall(const QString &methodInterface,
@@ -187,21 +185,20 @@ void PackageKitTransaction::ask()
 {
     QDBusMessage asking = methodCall(propertiesInterface, QStringLiteral("GetAll"));
     asking << interface;
-    m_bus.call(
+    m_bus.call<QVariantMap>(
         asking, this,
-        [this](const QDBusMessage &reply) {
+        [this](const BusReply<QVariantMap> &reply) {
             if (m_hasEnded)
                 return;
-            if (reply.type() != QDBusMessage::ReplyMessage) {
+            if (!reply.isValid()) {
                 finish(
                     {PackageKitResult::Ending::Failed, PackageKitError::ServiceSilent, QString()});
                 return;
             }
             m_silence.start();
-            if (reply.signature() == u"a{sv}")
-                takeProperties(qdbus_cast<QVariantMap>(reply.arguments()[0]));
+            takeProperties(reply.value());
         },
-        static_cast<int>(m_patience.count()));
+        m_patience);
 }
 
 void PackageKitTransaction::takeProperties(const QVariantMap &properties)
@@ -217,17 +214,16 @@ void PackageKitTransaction::takeProperties(const QVariantMap &properties)
         emit cancellableChanged(m_isCancellable);
 }
 
-void PackageKitTransaction::fail(const QDBusMessage &error)
+void PackageKitTransaction::fail(const QDBusError &error)
 {
-    const QDBusError told(error);
     PackageKitError kind = PackageKitError::Unknown;
-    if (told.name().contains(u"NotAuthorized") || told.name().contains(u"RefusedByPolicy")
-        || told.type() == QDBusError::AccessDenied)
+    if (error.name().contains(u"NotAuthorized") || error.name().contains(u"RefusedByPolicy")
+        || error.type() == QDBusError::AccessDenied)
         kind = PackageKitError::NotAuthorized;
-    else if (told.type() == QDBusError::NoReply || told.type() == QDBusError::ServiceUnknown
-             || told.type() == QDBusError::Disconnected)
+    else if (error.type() == QDBusError::NoReply || error.type() == QDBusError::ServiceUnknown
+             || error.type() == QDBusError::Disconnected)
         kind = PackageKitError::ServiceSilent;
-    finish({PackageKitResult::Ending::Failed, kind, told.message()});
+    finish({PackageKitResult::Ending::Failed, kind, error.message()});
 }
 
 void PackageKitTransaction::finish(const PackageKitResult &result)

@@ -1,14 +1,10 @@
 #pragma once
 
-#include "Platform/Linux/Bus/Connection.h"
+#include "Platform/Linux/Bus/Name.h"
 #include "Platform/Linux/Updates/PackageIdentifier.h"
 #include "Platform/Linux/Updates/PackageKitError.h"
 
-#include <QDBusServiceWatcher>
-#include <QTimer>
-
-#include <chrono>
-#include <memory>
+#include <QDBusObjectPath>
 
 /// How a transaction ended.
 struct PackageKitResult {
@@ -37,7 +33,8 @@ public:
     /// at work without a word for longer, but then it answers when it is asked.
     static constexpr std::chrono::milliseconds Patience{30'000};
 
-    explicit PackageKitTransaction(BusConnection &bus, std::chrono::milliseconds patience = Patience,
+    explicit PackageKitTransaction(BusConnection &bus,
+                                   std::chrono::milliseconds patience = Patience,
                                    QObject *parent = nullptr);
 
     /// Has the service do `method`, a method of its transactions; finished() follows later. Once.
@@ -63,18 +60,18 @@ private slots:
     void handleProperties(const QDBusMessage &message);
 
 private:
-    void begin(const QDBusMessage &created, Manner manner, const QDBusMessage &work);
+    void begin(const BusReply<QDBusObjectPath> &created, Manner manner, const QDBusMessage &work);
     QDBusMessage methodCall(const QString &interface, const QString &method) const;
     void ask();
     void takeProperties(const QVariantMap &properties);
-    void fail(const QDBusMessage &error);
+    void fail(const QDBusError &error);
     void finish(const PackageKitResult &result);
 
     BusConnection &m_bus;
     std::chrono::milliseconds m_patience;
     QString m_path; ///< empty until the service has made it
     QString m_owner; ///< the service's unique name
-    std::unique_ptr<QDBusServiceWatcher> m_service;
+    BusName m_service;
     QTimer m_silence;
     PackageKitResult m_result; ///< what went wrong so far
     bool m_isCancellable = false;

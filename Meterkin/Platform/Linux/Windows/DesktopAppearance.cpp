@@ -56,15 +56,21 @@ bool isDarkThemeName(QStringView name)
     return false;
 }
 
-LinuxDesktopAppearance::LinuxDesktopAppearance(BusConnection &bus, TextScale source, QObject *parent)
+LinuxDesktopAppearance::LinuxDesktopAppearance(BusConnection &bus, TextScale source,
+                                               QObject *parent)
     : DesktopAppearance(parent)
     , m_bus(bus)
     , m_source(source)
+    , m_portal(bus, service)
 {
     // Connecting the slot to the bus fails as long as nobody has used this type.
     qRegisterMetaType<QDBusVariant>();
     connect(&bus, &BusConnection::connected, this, &LinuxDesktopAppearance::follow);
-    connect(&bus, &BusConnection::disconnected, this, [this] { m_portal.reset(); });
+    connect(&m_portal, &BusName::changed, this, [this](const std::optional<QString> &previous) {
+        // The first read starts a portal that does not run; one that ends is left alone.
+        if (m_portal.owner() && (!previous || !m_portal.owner()->isEmpty()))
+            read();
+    });
     if (bus.connection())
         follow();
 }
@@ -100,35 +106,31 @@ void LinuxDesktopAppearance::setAnimated(bool isAnimated)
 void LinuxDesktopAppearance::follow()
 {
     QDBusConnection connection = *m_bus.connection();
-    m_portal = std::make_unique<QDBusServiceWatcher>(service, connection,
-                                                     QDBusServiceWatcher::WatchForRegistration);
-    connect(m_portal.get(), &QDBusServiceWatcher::serviceRegistered, this, [this] { ask(); });
     // From any sender: to name the sender here would mean to wait for the bus.
     connection.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
                        SLOT(take(QString, QString, QDBusVariant)));
-    ask();
 }
 
-void LinuxDesktopAppearance::ask()
+void LinuxDesktopAppearance::read()
 {
-    ask(appearanceGroup, schemeKey);
-    ask(appearanceGroup, motionKey);
-    ask(interfaceGroup, animationKey);
+    read(appearanceGroup, schemeKey);
+    read(appearanceGroup, motionKey);
+    read(interfaceGroup, animationKey);
     if (m_source == TextScale::FromPortal)
-        ask(interfaceGroup, textKey);
+        read(interfaceGroup, textKey);
 }
 
-void LinuxDesktopAppearance::ask(const QString &group, const QString &key)
+void LinuxDesktopAppearance::read(const QString &group, const QString &key)
 {
-    const auto handler = [this, group, key](const QDBusMessage &reply) {
-        if (reply.type() == QDBusMessage::ReplyMessage)
-            take(group, key, QDBusVariant(reply.arguments().value(0)));
-        return !BusConnection::isTimeout(reply);
-    };
-    m_questions.try_emplace({group, key}, m_bus, handler).first->second.ask(readCall(group, key));
+    RepeatedCall &call = m_reads.try_emplace({group, key}, m_bus).first->second;
+    call.send<QVariant>(readCall(group, key), [this, group, key](const BusReply<QVariant> &reply) {
+        if (reply.isValid())
+            take(group, key, QDBusVariant(reply.value()));
+    });
 }
 
-void LinuxDesktopAppearance::take(const QString &group, const QString &key, const QDBusVariant &value)
+void LinuxDesktopAppearance::take(const QString &group, const QString &key,
+                                  const QDBusVariant &value)
 {
     const QVariant content = unwrapped(value.variant());
     apply([&] {

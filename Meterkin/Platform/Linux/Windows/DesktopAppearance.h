@@ -1,14 +1,12 @@
 #pragma once
 
 #include "Platform/DesktopAppearance.h"
-#include "Platform/Linux/Bus/Question.h"
+#include "Platform/Linux/Bus/Name.h"
 
-#include <QDBusServiceWatcher>
 #include <QDBusVariant>
 #include <QStringView>
 
 #include <map>
-#include <memory>
 #include <tuple>
 #include <utility>
 
@@ -51,13 +49,13 @@ private:
     /// Does that, and says so when it changes the look.
     template <typename Change> void apply(Change change);
     void follow();
-    void ask();
-    void ask(const QString &group, const QString &key);
+    void read();
+    void read(const QString &group, const QString &key);
 
     BusConnection &m_bus;
     TextScale m_source;
-    std::unique_ptr<QDBusServiceWatcher> m_portal;
-    std::map<std::pair<QString, QString>, BusQuestion> m_questions; ///< by group and key
+    BusName m_portal;
+    std::map<std::pair<QString, QString>, RepeatedCall> m_reads; ///< by group and key
     Scheme m_scheme = Scheme::NoPreference;
     bool m_isThemeDark = false;
     bool m_isMotionReduced = false; ///< by the portal's own setting

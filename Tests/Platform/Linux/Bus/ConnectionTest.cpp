@@ -9,7 +9,9 @@
 
 namespace {
 
-constexpr BusPatience Short{.greeting = 500, .firstRetry = 10, .longestRetry = 100};
+using namespace std::chrono_literals;
+
+constexpr BusTimeouts Short{.handshake = 500ms, .firstRetry = 10ms, .longestRetry = 100ms};
 
 } // namespace
 
@@ -40,8 +42,8 @@ private slots:
         for (const char *address : {"", "autolaunch:", "unix:path=/nonexistent/bus", "]:;=,%zz"}) {
             qputenv("DBUS_SESSION_BUS_ADDRESS", address);
             buses.emplace_back(BusConnection::Kind::Session, Short)
-                .call(m_call, this, [&errors](const QDBusMessage &reply) {
-                    errors += reply.type() == QDBusMessage::ErrorMessage ? 1 : 0;
+                .call<void>(m_call, this, [&errors](const BusReply<void> &reply) {
+                    errors += reply.isValid() ? 0 : 1;
                 });
         }
         QTRY_COMPARE(errors, 4);
@@ -58,7 +60,7 @@ private slots:
         silent.suspend();
         qputenv("DBUS_SYSTEM_BUS_ADDRESS", silent.address().toUtf8());
         BusConnection system(BusConnection::Kind::System, Short);
-        QTest::qWait(Short.greeting / 2);
+        QTest::qWait((Short.handshake / 2).count());
 
         PrivateBus daemon;
         const BusConnection session;
@@ -78,14 +80,14 @@ private slots:
         QTRY_VERIFY(bus.connection());
 
         int answers = 0;
-        const auto count = [&answers](const QDBusMessage &) { ++answers; };
+        const auto count = [&answers](const BusReply<void> &) { ++answers; };
         auto gone = std::make_unique<QObject>();
-        bus.call(m_call, gone.get(), count);
+        bus.call<void>(m_call, gone.get(), count);
         gone.reset();
-        bus.call(m_call, this, count);
+        bus.call<void>(m_call, this, count);
         QTRY_COMPARE(answers, 1);
 
-        bus.call(m_call, this, count);
+        bus.call<void>(m_call, this, count);
         daemon.stop();
         QTRY_COMPARE(lost.size(), 1);
         QVERIFY(!bus.connection());

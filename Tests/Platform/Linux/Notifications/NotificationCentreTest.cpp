@@ -9,6 +9,8 @@
 
 namespace {
 
+using namespace std::chrono_literals;
+
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString serverPath = QStringLiteral("/org/freedesktop/Notifications");
 
@@ -75,8 +77,8 @@ void click(const QDBusConnection &connection, uint number, const char *action = 
 }
 
 struct Bench {
-    explicit Bench(int answerMilliseconds = BusPatience().answer)
-        : bus(BusConnection::Kind::Session, {.answer = answerMilliseconds, .firstRetry = 100})
+    explicit Bench(std::chrono::milliseconds replyTimeout = BusTimeouts().reply)
+        : bus(BusConnection::Kind::Session, {.reply = replyTimeout, .firstRetry = 100ms})
     {
         QObject::connect(&centre, &NotificationCentre::clicked,
                          [this](const QString &identifier) { clicked << identifier; });
@@ -166,7 +168,7 @@ private slots:
         QFETCH(const QStringList, capabilities);
         QFETCH(const Answer, answer);
         QFETCH(const QString, body);
-        Bench bench(answer == Answer::None ? 300 : BusPatience().answer);
+        Bench bench(answer == Answer::None ? 300ms : BusTimeouts().reply);
         const auto server = bench.startServer(capabilities);
         QVERIFY(server);
         server->toCapabilities = answer;

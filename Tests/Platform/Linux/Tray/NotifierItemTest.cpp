@@ -12,6 +12,8 @@
 
 namespace {
 
+using namespace std::chrono_literals;
+
 using Answer = ScriptedWatcher::Answer;
 
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
@@ -28,7 +30,7 @@ TrayContent content(const QString &text, const QColor &color = usual,
 
 /// A program with its item; it stays attached wherever there is a panel.
 struct Program {
-    BusConnection bus{BusConnection::Kind::Session, {.answer = 1'000, .firstRetry = 100}};
+    BusConnection bus{BusConnection::Kind::Session, {.reply = 1s, .firstRetry = 100ms}};
     TitlePainter painter;
     NotifierItem item{bus, painter};
 

@@ -14,7 +14,7 @@ constexpr int RetryMilliseconds = 1000;
 // The panel may only have been slow. Each chance takes the item from where it stands meanwhile.
 constexpr std::chrono::seconds FirstChance{10};
 constexpr std::chrono::minutes LongestUntilChance{10};
-constexpr int RegistrationTimeoutMilliseconds = 3000;
+constexpr std::chrono::seconds RegistrationTimeout{3};
 constexpr int ClickedSize = 2; // logical pixels around the click
 
 constexpr uint DoNotQueue = 4; // flag of RequestName
@@ -148,8 +148,8 @@ void NotifierItem::present()
 
     QDBusMessage request = BusConnection::busCall(QStringLiteral("RequestName"));
     request << m_name << DoNotQueue;
-    m_bus.call(request, m_interface.get(), [this](const QDBusMessage &reply) {
-        if (reply.arguments().value(0).toUInt() == PrimaryOwner)
+    m_bus.call<uint>(request, m_interface.get(), [this](const BusReply<uint> &reply) {
+        if (reply.value() == PrimaryOwner)
             registerWithPanel();
         else
             handleFailure();
@@ -162,17 +162,17 @@ void NotifierItem::registerWithPanel()
         m_presentedTo, NotifierWatcher::Path, NotifierWatcher::Interface,
         QStringLiteral("RegisterStatusNotifierItem"));
     call << m_name;
-    m_bus.call(
+    m_bus.call<void>(
         call, m_interface.get(),
-        [this](const QDBusMessage &reply) {
-            if (reply.type() == QDBusMessage::ReplyMessage) {
+        [this](const BusReply<void> &reply) {
+            if (reply.isValid()) {
                 m_failures = 0;
                 m_nextChance.reset();
             } else {
                 handleFailure();
             }
         },
-        RegistrationTimeoutMilliseconds);
+        RegistrationTimeout);
 }
 
 void NotifierItem::handleFailure()
@@ -193,11 +193,8 @@ void NotifierItem::withdraw()
     m_retry.stop();
     if (m_name.isEmpty())
         return;
-    if (m_bus.connection()) {
-        QDBusMessage release = BusConnection::busCall(QStringLiteral("ReleaseName"));
-        release << m_name;
-        m_bus.connection()->send(release);
-    }
+    if (m_bus.connection())
+        m_bus.call(BusConnection::busCall(QStringLiteral("ReleaseName")) << m_name);
     m_name.clear();
     m_presentedTo.clear();
     m_interface.reset();

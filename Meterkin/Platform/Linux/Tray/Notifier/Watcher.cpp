@@ -42,7 +42,7 @@ NotifierWatcher::NotifierWatcher(BusConnection &bus, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_name(bus, service)
-    , m_question(bus, [this](const QDBusMessage &reply) { return take(reply); })
+    , m_query(bus)
 {
     connect(&m_name, &BusName::changed, this,
             [this] { setOwner(m_name.owner().value_or(QString())); });
@@ -67,9 +67,9 @@ void NotifierWatcher::followSignals()
     // does is to make us ask.
     for (const QString &signal : {QStringLiteral("StatusNotifierHostRegistered"),
                                   QStringLiteral("StatusNotifierHostUnregistered")})
-        connection.connect(QString(), Path, Interface, signal, this, SLOT(ask()));
+        connection.connect(QString(), Path, Interface, signal, this, SLOT(query()));
     connection.connect(QString(), Path, propertiesInterface, QStringLiteral("PropertiesChanged"),
-                       this, SLOT(ask()));
+                       this, SLOT(query()));
 }
 
 void NotifierWatcher::setOwner(const QString &owner)
@@ -77,43 +77,36 @@ void NotifierWatcher::setOwner(const QString &owner)
     if (owner == m_owner)
         return;
     m_owner = owner;
-    m_question.cancel();
+    m_query.cancel();
     m_hostKind.reset();
     m_hostRegistered = false;
     update();
-    ask();
+    query();
 }
 
-void NotifierWatcher::ask()
+void NotifierWatcher::query()
 {
     if (m_owner.isEmpty())
         return;
-    if (m_hostKind)
-        m_question.ask(QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface,
-                                                      QStringLiteral("Get"))
-                       << Interface << QStringLiteral("IsStatusNotifierHostRegistered"));
-    else
-        m_question.ask(BusConnection::busCall(QStringLiteral("GetConnectionUnixProcessID"))
-                       << m_owner);
-}
-
-bool NotifierWatcher::take(const QDBusMessage &reply)
-{
-    const QVariant answer = reply.arguments().value(0);
     if (!m_hostKind) {
-        if (BusConnection::isTimeout(reply))
-            return false;
-        // An error leaves process 0, which has no name: a square.
-        m_hostKind = kindOfProcess(processName(answer.toUInt()));
-        ask();
-        return true;
+        m_query.send<uint>(BusConnection::busCall(QStringLiteral("GetConnectionUnixProcessID"))
+                               << m_owner,
+                           [this](const BusReply<uint> &reply) {
+                               // An error leaves process 0, which has no name: a square.
+                               m_hostKind = kindOfProcess(processName(reply.value()));
+                               query();
+                           });
+        return;
     }
-    // Nothing else would tell when a watcher that is not ready yet, or hangs, has come round.
-    if (reply.type() != QDBusMessage::ReplyMessage)
-        return false;
-    m_hostRegistered = answer.value<QDBusVariant>().variant().toBool();
-    update();
-    return true;
+    // After any error: nothing else tells when a watcher that is not ready yet, or hangs, is ready.
+    m_query.send<QVariant>(
+        QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface, QStringLiteral("Get"))
+            << Interface << QStringLiteral("IsStatusNotifierHostRegistered"),
+        [this](const BusReply<QVariant> &reply) {
+            m_hostRegistered = reply.value().toBool();
+            update();
+        },
+        RepeatedCall::RepeatAfter::AnyError);
 }
 
 void NotifierWatcher::update()

@@ -38,17 +38,16 @@ signals:
     void hostChanged();
 
 private slots:
-    void ask();
+    void query();
 
 private:
     void followSignals();
     void setOwner(const QString &owner);
-    bool take(const QDBusMessage &reply);
     void update();
 
     BusConnection &m_bus;
     BusName m_name;
-    BusQuestion m_question; ///< for the kind, and then for the host
+    RepeatedCall m_query; ///< for the kind, and then for the host
     QString m_owner;
     std::optional<NotifierHostKind> m_hostKind;
     bool m_hostRegistered = false;
