@@ -45,8 +45,8 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     , m_diskImageCleanup(platform.diskImages(), platform.bundlePath())
 {
     connectWindows();
-    if (const NotificationCentre *centre = platform.notificationCentre())
-        connect(centre, &NotificationCentre::clicked, this, &AppDelegate::handleNotificationClick);
+    connect(&platform.notificationCentre(), &NotificationCentre::clicked, this,
+            &AppDelegate::handleNotificationClick);
     m_animationTimer.setTimerType(Qt::PreciseTimer);
     m_animationTimer.setInterval(AnimationPeriod);
     connect(&m_animationTimer, &QTimer::timeout, this, &AppDelegate::animationStep);
@@ -54,8 +54,7 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
 
 AppDelegate::~AppDelegate()
 {
-    if (PopoverContainer *popover = m_platform.popover())
-        popover->setContent({});
+    m_platform.popover().setContent({});
 }
 
 void AppDelegate::connectWindows()
@@ -87,8 +86,7 @@ void AppDelegate::applicationDidFinishLaunching()
     if (m_statusItem->hasButton())
         m_statusItem->setTitle({QStringLiteral("-"), tierColor(ThresholdTier::green),
                                 widestText(m_settingsVM.menuBarMetric())});
-    if (PopoverContainer *popover = m_platform.popover())
-        popover->setContent([this] { return m_windows.makeDashboard(dashboard()); });
+    m_platform.popover().setContent([this] { return m_windows.makeDashboard(dashboard()); });
 
     synchronizeLaunchAtLogin(m_settingsVM, m_platform.loginItem());
 
@@ -223,24 +221,23 @@ void AppDelegate::registerHotkey()
 
 void AppDelegate::togglePopover()
 {
-    // A platform without a popover is one of a test, or one that is still being built.
-    PopoverContainer *popover = m_platform.popover();
-    if (popover == nullptr || !statusItem().hasButton())
+    if (!statusItem().hasButton())
         return;
-    if (popover->isShown()) {
-        popover->close();
+    PopoverContainer &popover = m_platform.popover();
+    if (popover.isShown()) {
+        popover.close();
         return;
     }
     const QRect item = statusItem().geometry();
-    if (!popover->swallowsClick(item))
-        popover->show(item);
+    if (!popover.swallowsClick(item))
+        popover.show(item);
 }
 
 void AppDelegate::showDashboard()
 {
-    if (PopoverContainer *popover = m_platform.popover();
-        popover != nullptr && statusItem().hasButton() && !popover->isShown())
-        popover->show(statusItem().geometry());
+    PopoverContainer &popover = m_platform.popover();
+    if (statusItem().hasButton() && !popover.isShown())
+        popover.show(statusItem().geometry());
 }
 
 void AppDelegate::handleNotificationClick(const QString &identifier)
@@ -251,8 +248,7 @@ void AppDelegate::handleNotificationClick(const QString &identifier)
 
 void AppDelegate::openSettings()
 {
-    if (PopoverContainer *popover = m_platform.popover())
-        popover->close();
+    m_platform.popover().close();
     m_windows.openSettings(dashboard());
 }
 

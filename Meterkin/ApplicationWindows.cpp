@@ -56,14 +56,10 @@ void ApplicationWindows::openSettings(const DashboardViewModel &model)
         m_settingsWindow = makeSettingsWindow(model);
     else if (!m_settingsWindow->isVisible()) {
         // Its system window has gone with the closing; the next one knows nothing of this.
-        if (WindowStyle *style = m_platform.windowStyle())
-            style->makeTitled(*m_settingsWindow);
+        m_platform.windowStyle().makeTitled(*m_settingsWindow);
         m_settingsWindow->setPosition(m_settingsWindow->position()); // else it is placed anew
     }
-    if (WindowStyle *style = m_platform.windowStyle())
-        style->present(*m_settingsWindow);
-    else
-        m_settingsWindow->show();
+    m_platform.windowStyle().present(*m_settingsWindow);
 }
 
 std::unique_ptr<QQuickWindow>
@@ -92,8 +88,7 @@ ApplicationWindows::makeSettingsWindow(const DashboardViewModel &model)
     window->setTitle(QStringLiteral("meterkin Settings"));
     window->setIcon(applicationIcon());
     window->setColor(view->property("color").value<QColor>());
-    if (WindowStyle *style = m_platform.windowStyle())
-        style->makeTitled(*window);
+    m_platform.windowStyle().makeTitled(*window);
     connect(window.get(), &QQuickWindow::visibleChanged, this, [this, made = window.get()] {
         if (made->isVisible() || made != m_settingsWindow.get())
             return;
@@ -111,10 +106,7 @@ void ApplicationWindows::showOnboarding()
 {
     closeOnboarding();
     m_onboardingWindow = makeOnboardingWindow();
-    if (WindowStyle *style = m_platform.windowStyle())
-        style->presentUnasked(*m_onboardingWindow);
-    else
-        m_onboardingWindow->show();
+    m_platform.windowStyle().presentUnasked(*m_onboardingWindow);
 }
 
 std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
@@ -123,9 +115,8 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
     window->setTitle(QStringLiteral("meterkin"));
     window->setIcon(applicationIcon());
     window->setColor(QColor(OnboardingBackground));
-    WindowStyle *style = m_platform.windowStyle();
     const bool hasTitleBar =
-        style == nullptr || style->makeOnboarding(*window) == WindowStyle::TitleBar::System;
+        m_platform.windowStyle().makeOnboarding(*window) == WindowStyle::TitleBar::System;
     std::unique_ptr<QQuickItem> view =
         engine().create(QStringLiteral("Views/Onboarding/OnboardingView"),
                         {{QStringLiteral("computerWord"), m_platform.computerWord()},

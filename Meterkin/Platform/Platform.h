@@ -41,19 +41,21 @@ public:
     /// its end.
     virtual QString bundlePath() const = 0;
 
-    /// Returns to the system what memory the program does not use; called when much has been freed.
-    virtual void giveMemoryBack() { }
+    virtual NotificationCentre &notificationCentre() = 0;
+    virtual HotkeyRegistrar &hotkeyRegistrar() = 0;
+    virtual LoginItem &loginItem() = 0;
+    virtual UpdateFramework &updateFramework() = 0;
+    virtual PopoverContainer &popover() = 0;
+    virtual WindowStyle &windowStyle() = 0;
+    virtual KeyDownMonitor &keyDownMonitor() = 0;
+    virtual DesktopAppearance &desktopAppearance() = 0;
+    virtual InformationAlert &informationAlert() = 0;
 
-    // Services that a system, or a build, may lack: null then, and the program does without.
-    virtual NotificationCentre *notificationCentre() { return nullptr; }
-    virtual HotkeyRegistrar *hotkeyRegistrar() { return nullptr; }
-    virtual LoginItem *loginItem() { return nullptr; }
-    virtual UpdateFramework *updateFramework() { return nullptr; }
-    virtual PopoverContainer *popover() { return nullptr; }
-    virtual WindowStyle *windowStyle() { return nullptr; }
-    virtual KeyDownMonitor *keyDownMonitor() { return nullptr; }
+    /// Null where hot keys are written with the symbols of the Mac's keyboards.
     virtual KeyboardLayout *keyboardLayout() { return nullptr; }
-    virtual DesktopAppearance *desktopAppearance() { return nullptr; }
-    virtual std::shared_ptr<DiskImages> diskImages() { return nullptr; }
-    virtual InformationAlert *informationAlert() { return nullptr; }
+    /// Null where the program must not touch disk images, as for root.
+    virtual std::shared_ptr<DiskImages> diskImages() = 0;
+
+    /// Returns freed memory to the system, soon. Called when a window's views are gone.
+    virtual void giveMemoryBack() = 0;
 };

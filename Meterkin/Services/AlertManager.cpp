@@ -46,14 +46,12 @@ QString alertBody(SystemMetric metric, double value)
 
 const QString AlertManager::identifierPrefix = QStringLiteral("org.meterkin.Meterkin.alert.");
 
-AlertManager::AlertManager(NotificationCentre *centre, WallClock clock, QObject *parent)
+AlertManager::AlertManager(NotificationCentre &centre, WallClock clock, QObject *parent)
     : QObject(parent)
     , m_centre(centre)
     , m_clock(std::move(clock))
 {
-    if (m_centre == nullptr)
-        return;
-    m_centre->queryAuthorization([self = QPointer(this)](NotificationAuthorization authorization) {
+    m_centre.queryAuthorization([self = QPointer(this)](NotificationAuthorization authorization) {
         if (self)
             self->m_hasPermission = authorization == NotificationAuthorization::Authorized;
     });
@@ -61,9 +59,7 @@ AlertManager::AlertManager(NotificationCentre *centre, WallClock clock, QObject 
 
 void AlertManager::requestPermission()
 {
-    if (m_centre == nullptr)
-        return;
-    m_centre->requestAuthorization([self = QPointer(this)](AuthorizationAnswer answer) {
+    m_centre.requestAuthorization([self = QPointer(this)](AuthorizationAnswer answer) {
         if (self)
             self->m_hasPermission = answer == AuthorizationAnswer::Granted;
     });
@@ -106,8 +102,6 @@ void AlertManager::evaluate(SystemMetric metric, double value, double limit)
 
 void AlertManager::postAlert(SystemMetric metric, double value)
 {
-    if (m_centre == nullptr)
-        return;
-    m_centre->post({identifierPrefix + titleOf(metric), QStringLiteral("Meterkin Alert"),
-                    alertBody(metric, value)});
+    m_centre.post({identifierPrefix + titleOf(metric), QStringLiteral("Meterkin Alert"),
+                   alertBody(metric, value)});
 }

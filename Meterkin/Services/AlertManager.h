@@ -22,9 +22,8 @@ public:
     /// What the identifiers of all alerts begin with.
     static const QString identifierPrefix;
 
-    /// Asks `centre` for the present permission. Without a centre no alert is ever posted; one
-    /// that is given outlives the manager.
-    AlertManager(NotificationCentre *centre, WallClock clock, QObject *parent = nullptr);
+    /// Asks `centre`, which outlives the manager, for the present permission.
+    AlertManager(NotificationCentre &centre, WallClock clock, QObject *parent = nullptr);
 
     /// True only while the user is known to allow notifications.
     bool hasPermission() const { return m_hasPermission; }
@@ -41,7 +40,7 @@ public:
 private:
     void evaluate(SystemMetric metric, double value, double limit);
 
-    NotificationCentre *m_centre;
+    NotificationCentre &m_centre;
     WallClock m_clock;
     std::map<SystemMetric, std::chrono::system_clock::time_point> m_lastAlertTime;
     std::map<SystemMetric, bool> m_wasAboveThreshold; ///< at the last evaluation

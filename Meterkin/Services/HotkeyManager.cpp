@@ -11,7 +11,7 @@ constexpr HotkeyIdentifier OurHotkey{fourCharacterCode("MKHT"), 1};
 
 } // namespace
 
-HotkeyManager::HotkeyManager(HotkeyRegistrar *registrar)
+HotkeyManager::HotkeyManager(HotkeyRegistrar &registrar)
     : m_registrar(registrar)
 {
 }
@@ -24,12 +24,10 @@ HotkeyManager::~HotkeyManager()
 void HotkeyManager::registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                    std::function<void()> callback)
 {
-    if (m_registrar != nullptr)
-        m_registrar->bind({keyCode, modifiers}, OurHotkey, std::move(callback));
+    m_registrar.bind({keyCode, modifiers}, OurHotkey, std::move(callback));
 }
 
 void HotkeyManager::unregister()
 {
-    if (m_registrar != nullptr)
-        m_registrar->unbind();
+    m_registrar.unbind();
 }

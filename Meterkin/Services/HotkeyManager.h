@@ -8,8 +8,8 @@ class HotkeyRegistrar;
 /// The program's one global hot key. Main thread only.
 class HotkeyManager {
 public:
-    /// Without a registrar nothing is ever bound; one that is given outlives the manager.
-    explicit HotkeyManager(HotkeyRegistrar *registrar);
+    /// The registrar outlives the manager.
+    explicit HotkeyManager(HotkeyRegistrar &registrar);
     ~HotkeyManager();
     HotkeyManager(const HotkeyManager &) = delete;
     HotkeyManager &operator=(const HotkeyManager &) = delete;
@@ -24,5 +24,5 @@ public:
     void unregister();
 
 private:
-    HotkeyRegistrar *m_registrar;
+    HotkeyRegistrar &m_registrar;
 };

@@ -43,9 +43,7 @@ HotkeyRecorder::HotkeyRecorder(SettingsViewModel &settings, const Dependencies &
         [this] { return m_isSet ? textOf(m_combination) : QStringLiteral("Not set"); });
     m_warning.setBinding([this] { return warning(); });
     m_remark.setBinding([this] {
-        QStringList lines{m_warning};
-        if (m_dependencies.registrar != nullptr)
-            lines.prepend(obstacleText(m_dependencies.registrar->obstacle()));
+        QStringList lines{obstacleText(m_dependencies.registrar.obstacle()), m_warning};
         lines.removeAll(QString());
         return lines.join(u'\n');
     });
@@ -62,16 +60,14 @@ void HotkeyRecorder::record()
     if (m_isRecording)
         return;
     m_isRecording = true;
-    if (m_dependencies.monitor != nullptr)
-        m_dependencies.monitor->install([this](const KeyDown &key) { return capture(key); });
+    m_dependencies.monitor.install([this](const KeyDown &key) { return capture(key); });
 }
 
 void HotkeyRecorder::cancel()
 {
     if (!m_isRecording)
         return;
-    if (m_dependencies.monitor != nullptr)
-        m_dependencies.monitor->remove();
+    m_dependencies.monitor.remove();
     m_isRecording = false;
 }
 

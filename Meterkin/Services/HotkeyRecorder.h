@@ -28,12 +28,10 @@ class HotkeyRecorder : public QObject {
     Q_PROPERTY(bool canClear READ canClear NOTIFY canClearChanged BINDABLE bindableCanClear FINAL)
 
 public:
-    /// What it is built on, each of which may be missing: keys to record, the obstacle to name,
-    /// this system's way of writing combinations.
     struct Dependencies {
-        KeyDownMonitor *monitor = nullptr;
-        HotkeyRegistrar *registrar = nullptr;
-        KeyboardLayout *layout = nullptr;
+        KeyDownMonitor &monitor;
+        HotkeyRegistrar &registrar; ///< names the obstacle
+        KeyboardLayout *layout = nullptr; ///< null: combinations are written in symbols
     };
 
     /// The settings and the dependencies outlive the recorder.

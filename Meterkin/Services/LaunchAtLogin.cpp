@@ -12,20 +12,17 @@ bool apply(LoginItem &item, bool wish, LoginItemWish origin)
 
 } // namespace
 
-void synchronizeLaunchAtLogin(SettingsViewModel &settings, LoginItem *item)
+void synchronizeLaunchAtLogin(SettingsViewModel &settings, LoginItem &item)
 {
-    if (item == nullptr)
-        return;
     const bool wish = settings.launchAtLogin();
-    const bool wasEnabled = item->isEnabled();
+    const bool wasEnabled = item.isEnabled();
     // Through the model, which stores it: the settings window must not show another wish.
-    if (wish != wasEnabled && !apply(*item, wish, LoginItemWish::Standing))
+    if (wish != wasEnabled && !apply(item, wish, LoginItemWish::Standing))
         settings.setLaunchAtLogin(wasEnabled);
 }
 
-void setLaunchAtLogin(SettingsViewModel &settings, bool wish, LoginItem *item)
+void setLaunchAtLogin(SettingsViewModel &settings, bool wish, LoginItem &item)
 {
     settings.setLaunchAtLogin(wish);
-    if (item != nullptr)
-        apply(*item, wish, LoginItemWish::Expressed);
+    apply(item, wish, LoginItemWish::Expressed);
 }

@@ -10,8 +10,8 @@ const QString automaticKey = QStringLiteral("SUAutomaticallyUpdate");
 
 } // namespace
 
-UpdaterController::UpdaterController(UpdateFramework *framework, DefaultsStore &store,
-                                     QVariantMap dictionary, InformationAlert *alert,
+UpdaterController::UpdaterController(UpdateFramework &framework, DefaultsStore &store,
+                                     QVariantMap dictionary, InformationAlert &alert,
                                      std::chrono::milliseconds feedTimeLimit, QObject *parent)
     : QObject(parent)
     , m_framework(framework)
@@ -21,33 +21,29 @@ UpdaterController::UpdaterController(UpdateFramework *framework, DefaultsStore &
     , m_feedTimeLimit(feedTimeLimit)
 {
     m_store.registerDefaults({{automaticKey, true}});
-    if (m_framework != nullptr)
-        m_framework->start();
+    m_framework.start();
     setAutomaticallyDownloadsUpdates(m_store.boolean(automaticKey));
-    if (m_framework == nullptr)
-        return;
     connect(
-        m_framework, &UpdateFramework::canCheckForUpdatesChanged, this,
+        &m_framework, &UpdateFramework::canCheckForUpdatesChanged, this,
         [this](bool canCheck) { m_canCheckForUpdates = canCheck; }, Qt::QueuedConnection);
-    m_framework->observe();
-    connect(m_framework, &UpdateFramework::unavailableReasonChanged, this,
-            [this] { m_unavailableReason = m_framework->unavailableReason(); });
-    m_unavailableReason = m_framework->unavailableReason();
+    m_framework.observe();
+    connect(&m_framework, &UpdateFramework::unavailableReasonChanged, this,
+            [this] { m_unavailableReason = m_framework.unavailableReason(); });
+    m_unavailableReason = m_framework.unavailableReason();
 }
 
 void UpdaterController::setAutomaticallyDownloadsUpdates(bool automatically)
 {
     m_automaticallyDownloadsUpdates = automatically;
-    if (m_framework != nullptr)
-        m_framework->setAutomaticallyDownloadsUpdates(automatically);
+    m_framework.setAutomaticallyDownloadsUpdates(automatically);
     m_store.setBoolean(automaticKey, automatically);
 }
 
 void UpdaterController::checkForUpdates()
 {
     const QString address = textOf(QStringLiteral("SUFeedURL"));
-    if (address.isEmpty() && m_framework != nullptr && !m_framework->needsFeed()) {
-        m_framework->checkForUpdates();
+    if (address.isEmpty() && !m_framework.needsFeed()) {
+        m_framework.checkForUpdates();
         return;
     }
     const QUrl feed(address, QUrl::StrictMode);
@@ -60,20 +56,18 @@ void UpdaterController::checkForUpdates()
         probe->deleteLater();
         if (!listsItems)
             showUpToDateAlert();
-        else if (m_framework != nullptr)
-            m_framework->checkForUpdates();
+        else
+            m_framework.checkForUpdates();
     });
 }
 
 void UpdaterController::showUpToDateAlert()
 {
-    if (m_alert == nullptr)
-        return;
     const QString name = textOf(QStringLiteral("CFBundleName"), QStringLiteral("This app"));
     const QString version =
         textOf(QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.0"));
-    m_alert->run(QStringLiteral("You're up to date!"),
-                 name + u' ' + version + QStringLiteral(" is the latest version."));
+    m_alert.run(QStringLiteral("You're up to date!"),
+                name + u' ' + version + QStringLiteral(" is the latest version."));
 }
 
 QString UpdaterController::textOf(const QString &key, const QString &fallback) const

@@ -25,11 +25,10 @@ class UpdaterController : public QObject {
                        BINDABLE bindableAutomaticallyDownloadsUpdates FINAL)
 
 public:
-    /// Starts the framework at once. Without one nothing can be checked and only the preference is
-    /// kept; without an alert nothing is said. The dictionary is the platform's. What is given
-    /// outlives the controller.
-    UpdaterController(UpdateFramework *framework, DefaultsStore &store, QVariantMap dictionary = {},
-                      InformationAlert *alert = nullptr,
+    /// Starts the framework at once. The dictionary is the platform's. The rest outlives the
+    /// controller.
+    UpdaterController(UpdateFramework &framework, DefaultsStore &store, QVariantMap dictionary,
+                      InformationAlert &alert,
                       std::chrono::milliseconds feedTimeLimit = UpdateFeedProbe::TimeLimit,
                       QObject *parent = nullptr);
 
@@ -64,17 +63,15 @@ private:
     void showUpToDateAlert();
     QString textOf(const QString &key, const QString &fallback = {}) const;
 
-    UpdateFramework *m_framework;
+    UpdateFramework &m_framework;
     DefaultsStore &m_store;
     QVariantMap m_dictionary;
-    InformationAlert *m_alert;
+    InformationAlert &m_alert;
     std::chrono::milliseconds m_feedTimeLimit;
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(UpdaterController, bool, m_canCheckForUpdates, false,
                                          &UpdaterController::canCheckForUpdatesChanged)
-    Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(
-        UpdaterController, QString, m_unavailableReason,
-        QStringLiteral("Updates are not available on this computer."),
-        &UpdaterController::unavailableReasonChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(UpdaterController, QString, m_unavailableReason,
+                               &UpdaterController::unavailableReasonChanged)
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(UpdaterController, bool, m_automaticallyDownloadsUpdates,
                                          true,
                                          &UpdaterController::automaticallyDownloadsUpdatesChanged)

@@ -9,12 +9,10 @@ Appearance *Appearance::create(QQmlEngine *engine, QJSEngine *)
     return appearance;
 }
 
-void Appearance::follow(const DesktopAppearance *desktop)
+void Appearance::follow(const DesktopAppearance &desktop)
 {
-    m_desktop = desktop;
-    if (desktop == nullptr)
-        return;
-    connect(desktop, &DesktopAppearance::changed, this, &Appearance::take);
+    m_desktop = &desktop;
+    connect(&desktop, &DesktopAppearance::changed, this, &Appearance::take);
     take();
 }
 

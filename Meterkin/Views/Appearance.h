@@ -33,8 +33,8 @@ public:
     /// How QML finds it: the one of the engine.
     static Appearance *create(QQmlEngine *engine, QJSEngine *);
 
-    /// Takes everything from there, now and whenever it changes. Null leaves the look as it is.
-    void follow(const DesktopAppearance *desktop);
+    /// Takes everything from there, now and whenever it changes.
+    void follow(const DesktopAppearance &desktop);
 
     bool isDark() const { return m_dark; }
     void setDark(bool dark) { m_dark = dark; }

@@ -54,7 +54,7 @@ private slots:
         CarbonHotkey registrar;
         int presses = 0;
         {
-            HotkeyManager manager(&registrar);
+            HotkeyManager manager(registrar);
             manager.registerHotkey(46, 0x1800, [&] { presses += 10; });
             QCOMPARE(CallLog::take(), QStringList({Install, Register}));
             system.installStatus = installStatus;
@@ -89,7 +89,7 @@ private slots:
     {
         QFETCH(const bool, replaces);
         CarbonHotkey registrar;
-        HotkeyManager manager(&registrar);
+        HotkeyManager manager(registrar);
         int presses = 0;
         // What the handler captured is used after it was replaced.
         manager.registerHotkey(46, 0x1800, [&, count = std::make_shared<int>(5)] {

@@ -122,10 +122,10 @@ private slots:
         FakeStatusBarButton *button = FakeStatusBar::lastButton;
         placeInWindow(button, QStringLiteral("menu bar"));
         [button press];
-        QTRY_VERIFY(m_host->platform().popover()->isShown());
+        QTRY_VERIFY(m_host->platform().popover().isShown());
         QVERIFY(hasCall(QStringLiteral("show ")));
         FakeHotkeys::manager().press();
-        QTRY_VERIFY(!m_host->platform().popover()->isShown());
+        QTRY_VERIFY(!m_host->platform().popover().isShown());
     }
 
     void greets()

@@ -4,6 +4,7 @@
 #import "Fakes/FakeEvents.h"
 #include "Model/SettingsViewModel.h"
 #include "Services/HotkeyRecorder.h"
+#include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
@@ -32,7 +33,8 @@ private slots:
         LocalKeyMonitor monitor;
         CallLog::take();
         {
-            HotkeyRecorder recorder(settings, {.monitor = &monitor});
+            ScriptedHotkeyRegistrar registrar;
+            HotkeyRecorder recorder(settings, {monitor, registrar});
             QVERIFY(!FakeEvents::swallows(keyCode, flags)); // not recording yet
             recorder.record();
             QCOMPARE(FakeEvents::swallows(keyCode, flags), !stored.isEmpty());

@@ -42,7 +42,7 @@ private slots:
         FakeMainAppService::works = works;
         CallLog::take();
         MainAppService service;
-        synchronizeLaunchAtLogin(settings, &service);
+        synchronizeLaunchAtLogin(settings, service);
         QTEST(CallLog::take().join(u'|'), "calls");
         QTEST(store.boolean(QStringLiteral("launchAtLogin")), "stored");
     }

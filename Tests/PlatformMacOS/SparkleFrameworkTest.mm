@@ -2,9 +2,10 @@
 
 #include "Fakes/CallLog.h"
 #include "Platform/macOS/SparkleFramework.h"
+#include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
-#include "UpdaterController.h"
+#include "Updates/UpdaterController.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -34,7 +35,8 @@ private slots:
         const QString end = QStringLiteral("unobserve canCheckForUpdates");
         {
             SparkleFramework framework;
-            UpdaterController controller(&framework, store);
+            ScriptedInformationAlert alert;
+            UpdaterController controller(framework, store, {}, alert);
             QCOMPARE(calls(), begin);
             QCoreApplication::processEvents();
             QVERIFY(!controller.canCheckForUpdates());

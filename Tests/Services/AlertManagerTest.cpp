@@ -45,7 +45,7 @@ struct Bench {
     ScriptedNotificationCentre centre;
     std::chrono::system_clock::time_point now;
     std::unique_ptr<AlertManager> manager =
-        std::make_unique<AlertManager>(&centre, [this] { return now; });
+        std::make_unique<AlertManager>(centre, [this] { return now; });
     QMap<QString, QList<int>> times; ///< of the posts, in seconds, by metric
 };
 
@@ -172,14 +172,15 @@ private slots:
 
     void lateAnswersFindNoManager()
     {
+        ScriptedNotificationCentre silent;
         Bench bench;
         bench.manager->requestPermission();
         bench.centre.answerRequests(Answer::Failed);
         QVERIFY(!bench.manager->hasPermission()); // which it had before
 
         bench.manager->requestPermission();
-        bench.manager = std::make_unique<AlertManager>(nullptr, WallClock()); // posts nothing
-        AlertManager(&bench.centre, WallClock()).requestPermission();
+        bench.manager = std::make_unique<AlertManager>(silent, WallClock());
+        AlertManager(bench.centre, WallClock()).requestPermission();
         bench.centre.answerQueries(Known::Authorized);
         bench.centre.answerRequests(Answer::Granted);
         bench.tick(0, {.memory = 90.0});

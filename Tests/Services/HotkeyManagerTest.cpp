@@ -13,7 +13,7 @@ private slots:
         ScriptedHotkeyRegistrar registrar;
         int presses = 0;
         {
-            HotkeyManager manager(&registrar);
+            HotkeyManager manager(registrar);
             manager.registerHotkey(46, 0x1800, [&] { ++presses; });
             QCOMPARE(registrar.calls, QStringList{QStringLiteral("bind 46+0x1800 as MKHT 1")});
             registrar.press();

@@ -1,7 +1,6 @@
 #include "Services/HotkeyRecorder.h"
 
 #include "Model/SettingsViewModel.h"
-#include "Platform/KeyDownMonitor.h"
 #include "Platform/KeyboardLayout.h"
 #include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
@@ -10,13 +9,6 @@
 #include <QtTest>
 
 namespace {
-
-struct ScriptedMonitor : KeyDownMonitor {
-    std::function<bool(const KeyDown &)> handler;
-
-    void install(std::function<bool(const KeyDown &)> added) override { handler = added; }
-    void remove() override { handler = nullptr; }
-};
 
 struct ScriptedLayout : KeyboardLayout {
     QString key; ///< every combination's text
@@ -54,8 +46,9 @@ private slots:
         QFETCH(const QString, stored);
         ScriptedStore store;
         SettingsViewModel settings(store);
-        ScriptedMonitor monitor;
-        HotkeyRecorder recorder(settings, {.monitor = &monitor});
+        ScriptedKeyDownMonitor monitor;
+        ScriptedHotkeyRegistrar registrar;
+        HotkeyRecorder recorder(settings, {monitor, registrar});
         recorder.record();
         QCOMPARE(monitor.handler({keyCode, flags}), !stored.isEmpty());
         QCOMPARE(recorder.isRecording(), stored.isEmpty());
@@ -98,8 +91,9 @@ private slots:
         SettingsViewModel settings(store);
         settings.setHotkeyKeyCode(46);
         ScriptedHotkeyRegistrar registrar;
+        ScriptedKeyDownMonitor monitor;
         ScriptedLayout layout;
-        const HotkeyRecorder recorder(settings, {.registrar = &registrar, .layout = &layout});
+        const HotkeyRecorder recorder(settings, {monitor, registrar, &layout});
         settings.setHotkeyModifiers(modifiers);
         layout.key = key;
         layout.handleChange();

@@ -44,9 +44,9 @@ private slots:
         item.enabled = before[1] == u'1';
         item.works = works;
         if (toggle.isEmpty())
-            synchronizeLaunchAtLogin(settings, &item);
+            synchronizeLaunchAtLogin(settings, item);
         else
-            setLaunchAtLogin(settings, toggle == u"1", &item);
+            setLaunchAtLogin(settings, toggle == u"1", item);
         const bool stored = store.boolean(QStringLiteral("launchAtLogin"));
         QCOMPARE(settings.launchAtLogin(), stored);
         QTEST(QStringLiteral("%1%2 %3").arg(stored).arg(item.enabled).arg(item.calls.join(u'|')),

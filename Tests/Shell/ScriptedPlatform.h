@@ -47,13 +47,16 @@ public:
     }
     DefaultsStore &defaultsStore() override { return store; }
     QString computerWord() const override { return QStringLiteral("abacus"); }
-    NotificationCentre *notificationCentre() override { return noted("alerts", &centre); }
-    HotkeyRegistrar *hotkeyRegistrar() override { return noted("hot key", &registrar); }
-    LoginItem *loginItem() override { return noted("login item", &login); }
-    UpdateFramework *updateFramework() override { return noted("updates", &m_updates); }
-    PopoverContainer *popover() override { return noted("popover", &shownPopover); }
-    WindowStyle *windowStyle() override { return &style; }
-    DesktopAppearance *desktopAppearance() override { return &appearance; }
+    NotificationCentre &notificationCentre() override { return noted("alerts", centre); }
+    HotkeyRegistrar &hotkeyRegistrar() override { return noted("hot key", registrar); }
+    LoginItem &loginItem() override { return noted("login item", login); }
+    UpdateFramework &updateFramework() override { return noted("updates", m_updates); }
+    PopoverContainer &popover() override { return noted("popover", shownPopover); }
+    WindowStyle &windowStyle() override { return style; }
+    KeyDownMonitor &keyDownMonitor() override { return m_monitor; }
+    DesktopAppearance &desktopAppearance() override { return appearance; }
+    InformationAlert &informationAlert() override { return m_alert; }
+    void giveMemoryBack() override { }
     std::shared_ptr<DiskImages> diskImages() override
     {
         calls << QStringLiteral("disk images");
@@ -107,16 +110,13 @@ public:
     } appearance;
 
 private:
-    template <typename Service> Service *noted(const char *name, Service *service)
+    template <typename Service> Service &noted(const char *name, Service &service)
     {
         calls << QString::fromLatin1(name);
         return service;
     }
 
-    struct Updates : UpdateFramework {
-        void start() override { }
-        void setAutomaticallyDownloadsUpdates(bool) override { }
-        void observe() override { }
-        void checkForUpdates() override { }
-    } m_updates;
+    ScriptedUpdateFramework m_updates;
+    ScriptedKeyDownMonitor m_monitor;
+    ScriptedInformationAlert m_alert;
 };

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "Platform/HotkeyRegistrar.h"
+#include "Platform/InformationAlert.h"
+#include "Platform/KeyDownMonitor.h"
 #include "Platform/LoginItem.h"
 #include "Platform/NotificationCentre.h"
+#include "Platform/UpdateFramework.h"
 
 #include <QStringList>
 
@@ -91,4 +94,37 @@ public:
 
 private:
     std::function<void()> m_pressed;
+};
+
+class ScriptedKeyDownMonitor : public KeyDownMonitor {
+public:
+    std::function<bool(const KeyDown &)> handler;
+
+    void install(std::function<bool(const KeyDown &)> added) override { handler = added; }
+    void remove() override { handler = nullptr; }
+};
+
+class ScriptedUpdateFramework : public UpdateFramework {
+public:
+    QStringList calls;
+    bool isItsOwnFeed = false;
+
+    void start() override { calls << QStringLiteral("start"); }
+    void setAutomaticallyDownloadsUpdates(bool automatically) override
+    {
+        calls << (automatically ? QStringLiteral("automatic") : QStringLiteral("manual"));
+    }
+    void observe() override { calls << QStringLiteral("observe"); }
+    bool needsFeed() const override { return !isItsOwnFeed; }
+    void checkForUpdates() override { calls << QStringLiteral("check"); }
+};
+
+class ScriptedInformationAlert : public InformationAlert {
+public:
+    QStringList texts;
+
+    void run(const QString &messageText, const QString &informativeText) override
+    {
+        texts << messageText + u'|' + informativeText;
+    }
 };

@@ -1,5 +1,6 @@
 #include "Updates/UpdaterController.h"
 #include "Support/ScriptedHttpServer.h"
+#include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
@@ -14,28 +15,6 @@ using namespace std::chrono_literals;
 using Then = ScriptedHttpServer::Then;
 
 namespace {
-
-struct ScriptedFramework : UpdateFramework {
-    QStringList calls;
-
-    void start() override { calls << u"start"_s; }
-    void setAutomaticallyDownloadsUpdates(bool automatically) override
-    {
-        calls << (automatically ? u"automatic"_s : u"manual"_s);
-    }
-    void observe() override { calls << u"observe"_s; }
-    bool needsFeed() const override { return !isItsOwnFeed; }
-    void checkForUpdates() override { calls << u"check"_s; }
-    bool isItsOwnFeed = false;
-};
-
-struct ScriptedAlert : InformationAlert {
-    QStringList texts;
-    void run(const QString &messageText, const QString &informativeText) override
-    {
-        texts << messageText + u'|' + informativeText;
-    }
-};
 
 QByteArray reply(const QByteArray &body, const QByteArray &status = "200 OK")
 {
@@ -118,8 +97,8 @@ private slots:
         QFETCH(const Then, then);
         m_server.answers["/feed"] = {bytes, then};
         const bool endsByTime = then == Then::Drip || then == Then::Wait;
-        UpdaterController controller(&m_framework, m_store,
-                                     {{u"SUFeedURL"_s, m_server.address(u"/feed"_s)}}, &m_alert,
+        UpdaterController controller(m_framework, m_store,
+                                     {{u"SUFeedURL"_s, m_server.address(u"/feed"_s)}}, m_alert,
                                      endsByTime ? 200ms : UpdateFeedProbe::TimeLimit);
         m_framework.calls.clear();
         controller.checkForUpdates();
@@ -143,7 +122,7 @@ private slots:
     void tellsWithoutTheNetwork()
     {
         QFETCH(const QVariant, feed);
-        UpdaterController controller(&m_framework, m_store, {{u"SUFeedURL"_s, feed}}, &m_alert);
+        UpdaterController controller(m_framework, m_store, {{u"SUFeedURL"_s, feed}}, m_alert);
         m_framework.calls.clear();
         controller.checkForUpdates();
         QCOMPARE(m_alert.texts.size(), 1);
@@ -163,11 +142,10 @@ private slots:
             {{{name, u"Meterkin"_s}, {version, 1.2}}, u"Meterkin 1.0"_s},
             {{{name, QVariant()}, {version, u"1.2"_s}}, u"This app 1.2"_s}};
         for (const auto &[dictionary, text] : expected) {
-            UpdaterController(nullptr, m_store, dictionary, &m_alert).checkForUpdates();
+            UpdaterController(m_framework, m_store, dictionary, m_alert).checkForUpdates();
             QCOMPARE(m_alert.texts.takeLast(),
                      u"You're up to date!|"_s + text + u" is the latest version."_s);
         }
-        UpdaterController(nullptr, m_store, {}, nullptr).checkForUpdates();
     }
 
     void endsEachCheckByItself()
@@ -175,13 +153,12 @@ private slots:
         // Cut off, or what comes before the end would count.
         m_server.answers["/feed"] = {reply(QByteArray(9, ' ')).chopped(1), Then::Wait};
         const QVariantMap dictionary{{u"SUFeedURL"_s, m_server.address(u"/feed"_s)}};
-        auto gone =
-            std::make_unique<UpdaterController>(&m_framework, m_store, dictionary, &m_alert);
+        auto gone = std::make_unique<UpdaterController>(m_framework, m_store, dictionary, m_alert);
         gone->checkForUpdates();
         QTRY_COMPARE(m_server.requests.size(), 1);
         gone.reset();
 
-        UpdaterController controller(&m_framework, m_store, dictionary, &m_alert);
+        UpdaterController controller(m_framework, m_store, dictionary, m_alert);
         m_framework.calls.clear();
         controller.checkForUpdates();
         controller.checkForUpdates();
@@ -206,7 +183,7 @@ private slots:
         const QVariantMap dictionary{{u"SUFeedURL"_s, u"http://example.invalid/"_s}};
         for (const std::chrono::milliseconds limit : {50ms, 15'000ms}) {
             {
-                UpdaterController controller(&m_framework, m_store, dictionary, &m_alert, limit);
+                UpdaterController controller(m_framework, m_store, dictionary, m_alert, limit);
                 controller.checkForUpdates();
                 QVERIFY(HangingProxies::asked.tryAcquire(1, 5000));
                 QTRY_VERIFY(limit > 1s || m_alert.texts.size() == 1);
@@ -223,14 +200,14 @@ private slots:
     {
         const QString key = u"SUAutomaticallyUpdate"_s;
         ScriptedStore store;
-        UpdaterController controller(&m_framework, store);
+        UpdaterController controller(m_framework, store, {}, m_alert);
         QCOMPARE(m_framework.calls, (QStringList{u"start"_s, u"automatic"_s, u"observe"_s}));
         QSignalSpy changes(&controller, &UpdaterController::automaticallyDownloadsUpdatesChanged);
         controller.setAutomaticallyDownloadsUpdates(false);
         QCOMPARE(m_framework.calls.last(), u"manual"_s);
         QCOMPARE(store.writes, (QList<ScriptedStore::Write>{{key, true}, {key, false}}));
         QCOMPARE(changes.size(), 1);
-        UpdaterController next(&m_framework, store);
+        UpdaterController next(m_framework, store, {}, m_alert);
         QVERIFY(!next.automaticallyDownloadsUpdates());
 
         QVERIFY(!controller.canCheckForUpdates());
@@ -246,8 +223,8 @@ private:
 
     ScriptedHttpServer m_server;
     ScriptedStore m_store;
-    ScriptedFramework m_framework;
-    ScriptedAlert m_alert;
+    ScriptedUpdateFramework m_framework;
+    ScriptedInformationAlert m_alert;
 };
 
 METERKIN_TEST(UpdaterControllerTest);

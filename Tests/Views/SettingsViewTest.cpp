@@ -1,5 +1,6 @@
 #include "Model/SettingsViewModel.h"
 #include "Services/HotkeyRecorder.h"
+#include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/ShownView.h"
 #include "Support/TestMain.h"
@@ -21,7 +22,8 @@ private slots:
                           {u"updateInterval"_s, 2.0},
                           {u"hotkeyKeyCode"_s, 46}};
         m_settings = std::make_unique<SettingsViewModel>(m_store);
-        m_recorder = std::make_unique<HotkeyRecorder>(*m_settings, HotkeyRecorder::Dependencies{});
+        m_recorder = std::make_unique<HotkeyRecorder>(
+            *m_settings, HotkeyRecorder::Dependencies{m_monitor, m_registrar});
         QVariantMap given{{u"fanCount"_s, 0}, {u"version"_s, u"1"_s}, {u"projectLink"_s, QUrl()}};
         given[u"settings"_s] = QVariant::fromValue(m_settings.get());
         given[u"recorder"_s] = QVariant::fromValue(m_recorder.get());
@@ -194,7 +196,11 @@ private:
     }
 
     ScriptedStore m_store;
-    UpdaterController m_updates{nullptr, m_store};
+    ScriptedKeyDownMonitor m_monitor;
+    ScriptedHotkeyRegistrar m_registrar;
+    ScriptedUpdateFramework m_framework;
+    ScriptedInformationAlert m_alert;
+    UpdaterController m_updates{m_framework, m_store, {}, m_alert};
     std::unique_ptr<SettingsViewModel> m_settings;
     std::unique_ptr<HotkeyRecorder> m_recorder;
     std::unique_ptr<ShownView> m;

@@ -69,7 +69,7 @@ private slots:
     {
         const DrawingDesktop desktop;
         ViewEngine engine;
-        engine.appearance()->follow(&desktop);
+        engine.appearance()->follow(desktop);
         QQmlComponent component(&engine);
         component.setData("import Meterkin.Views; SystemSymbol {"
                           "name: 'only.here'; pointSize: 8; color: '#ff0000' }",

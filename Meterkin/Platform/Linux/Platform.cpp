@@ -1,11 +1,11 @@
 #include "Platform/Linux/Platform.h"
 
-#include "Platform/Linux/Sensors/HwmonFans.h"
-#include "Platform/Linux/Tray/StatusItem.h"
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
+#include "Platform/Linux/Hotkey/X11Registrar.h"
+#include "Platform/Linux/Sensors/HwmonFans.h"
 #include "Platform/Linux/Sensors/PageCounters.h"
 #include "Platform/Linux/Sensors/ProcessorTicks.h"
-#include "Platform/Linux/Hotkey/X11Registrar.h"
+#include "Platform/Linux/Tray/StatusItem.h"
 
 #include <QGuiApplication>
 
@@ -33,7 +33,7 @@ LinuxPlatform::LinuxPlatform()
     , m_xsettings(m_x11)
     , m_appearance(m_bus, textScaleSource())
     , m_updates(
-          {m_systemBus, m_defaults, m_windowStyle, m_appearance, &m_notifications,
+          {m_systemBus, m_defaults, m_windowStyle, m_appearance, m_notifications,
            informationDictionary().value(QStringLiteral("CFBundleShortVersionString")).toString(),
            QCoreApplication::applicationFilePath(), [this] {
                m_isRestartWanted = true;
@@ -74,7 +74,7 @@ std::shared_ptr<DiskImages> LinuxPlatform::diskImages()
     return geteuid() == 0 ? nullptr : std::make_shared<LinuxDiskImages>();
 }
 
-HotkeyRegistrar *LinuxPlatform::hotkeyRegistrar()
+HotkeyRegistrar &LinuxPlatform::hotkeyRegistrar()
 {
     // Through Xwayland keys of other programs' windows never reach us: the session counts, not the
     // window system of Qt.
@@ -85,5 +85,5 @@ HotkeyRegistrar *LinuxPlatform::hotkeyRegistrar()
             m_hotkeyRegistrar = std::make_unique<PortalRegistrar>(
                 [this](std::uint32_t keyCode) { return m_keyboard.keysym(keyCode); });
     }
-    return m_hotkeyRegistrar.get();
+    return *m_hotkeyRegistrar;
 }

@@ -1,18 +1,18 @@
 #pragma once
 
-#include "Platform/Linux/Storage/LoginItem.h"
-#include "Platform/Linux/Storage/DefaultsStore.h"
-#include "Platform/Linux/Windows/Dialogs/InformationAlert.h"
-#include "Platform/Linux/InformationDictionary.h"
+#include "Platform/Linux/Bus/Connection.h"
+#include "Platform/Linux/DiskImages.h"
 #include "Platform/Linux/Hotkey/KeyDownMonitor.h"
-#include "Platform/Linux/Windows/DesktopAppearance.h"
+#include "Platform/Linux/InformationDictionary.h"
 #include "Platform/Linux/Notifications/NotificationCentre.h"
+#include "Platform/Linux/ProgramLocation.h"
+#include "Platform/Linux/Storage/DefaultsStore.h"
+#include "Platform/Linux/Storage/LoginItem.h"
+#include "Platform/Linux/Updates/UpdateFramework.h"
+#include "Platform/Linux/Windows/DesktopAppearance.h"
+#include "Platform/Linux/Windows/Dialogs/InformationAlert.h"
 #include "Platform/Linux/Windows/PopoverContainer.h"
 #include "Platform/Linux/Windows/WindowStyle.h"
-#include "Platform/Linux/DiskImages.h"
-#include "Platform/Linux/Bus/Connection.h"
-#include "Platform/Linux/Updates/UpdateFramework.h"
-#include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Linux/X11/Connection.h"
 #include "Platform/Linux/X11/KeyboardLayout.h"
 #include "Platform/Linux/X11/XSettings.h"
@@ -34,17 +34,17 @@ public:
     QVariantMap informationDictionary() const override { return ::informationDictionary(); }
     QString bundlePath() const override { return ::bundlePath(); }
     QString computerWord() const override { return QStringLiteral("computer"); }
-    NotificationCentre *notificationCentre() override { return &m_notifications; }
-    PopoverContainer *popover() override { return &m_popover; }
-    WindowStyle *windowStyle() override { return &m_windowStyle; }
-    KeyDownMonitor *keyDownMonitor() override { return &m_keyDownFilter; }
+    NotificationCentre &notificationCentre() override { return m_notifications; }
+    PopoverContainer &popover() override { return m_popover; }
+    WindowStyle &windowStyle() override { return m_windowStyle; }
+    KeyDownMonitor &keyDownMonitor() override { return m_keyDownFilter; }
     KeyboardLayout *keyboardLayout() override { return &m_keyboard; }
-    LoginItem *loginItem() override { return &m_loginItem; }
-    HotkeyRegistrar *hotkeyRegistrar() override;
-    DesktopAppearance *desktopAppearance() override { return &m_appearance; }
-    InformationAlert *informationAlert() override { return &m_informationAlert; }
+    LoginItem &loginItem() override { return m_loginItem; }
+    HotkeyRegistrar &hotkeyRegistrar() override;
+    DesktopAppearance &desktopAppearance() override { return m_appearance; }
+    InformationAlert &informationAlert() override { return m_informationAlert; }
     std::shared_ptr<DiskImages> diskImages() override;
-    UpdateFramework *updateFramework() override { return &m_updates; }
+    UpdateFramework &updateFramework() override { return m_updates; }
 
     /// Whether the program is to be started anew once it has ended.
     bool isRestartWanted() const { return m_isRestartWanted; }

@@ -30,16 +30,16 @@ public:
     QVariantMap informationDictionary() const override;
     QString bundlePath() const override;
     void giveMemoryBack() override;
-    NotificationCentre *notificationCentre() override { return &m_notifications; }
-    HotkeyRegistrar *hotkeyRegistrar() override { return &m_hotkey; }
-    LoginItem *loginItem() override { return &m_loginItem; }
-    UpdateFramework *updateFramework() override { return &m_updates; }
-    PopoverContainer *popover() override { return &m_popover; }
-    WindowStyle *windowStyle() override { return &m_windowStyle; }
-    KeyDownMonitor *keyDownMonitor() override { return &m_keyMonitor; }
-    DesktopAppearance *desktopAppearance() override { return &m_appearance; }
+    NotificationCentre &notificationCentre() override { return m_notifications; }
+    HotkeyRegistrar &hotkeyRegistrar() override { return m_hotkey; }
+    LoginItem &loginItem() override { return m_loginItem; }
+    UpdateFramework &updateFramework() override { return m_updates; }
+    PopoverContainer &popover() override { return m_popover; }
+    WindowStyle &windowStyle() override { return m_windowStyle; }
+    KeyDownMonitor &keyDownMonitor() override { return m_keyMonitor; }
+    DesktopAppearance &desktopAppearance() override { return m_appearance; }
     std::shared_ptr<DiskImages> diskImages() override;
-    InformationAlert *informationAlert() override { return &m_alert; }
+    InformationAlert &informationAlert() override { return m_alert; }
 
 private:
     ProcessActivity m_activity;

@@ -33,9 +33,8 @@ LinuxUpdateFramework::LinuxUpdateFramework(Surroundings surroundings, Times time
 {
     connectUpdater();
     connect(&m_schedule, &UpdateSchedule::due, this, &LinuxUpdateFramework::checkInBackground);
-    if (m_surroundings.notifications != nullptr)
-        connect(m_surroundings.notifications, &NotificationCentre::clicked, this,
-                &LinuxUpdateFramework::handleClick);
+    connect(&m_surroundings.notifications, &NotificationCentre::clicked, this,
+            &LinuxUpdateFramework::handleClick);
     updateAvailability();
 }
 
@@ -297,6 +296,5 @@ void LinuxUpdateFramework::announce()
 
 void LinuxUpdateFramework::notify(const QString &title, const QString &body)
 {
-    if (m_surroundings.notifications != nullptr)
-        m_surroundings.notifications->post({notificationIdentifier, title, body});
+    m_surroundings.notifications.post({notificationIdentifier, title, body});
 }

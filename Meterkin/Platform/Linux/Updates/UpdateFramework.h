@@ -2,10 +2,10 @@
 
 #include "Platform/DefaultsStore.h"
 #include "Platform/Linux/Bus/Service.h"
-#include "Platform/Linux/Windows/Dialogs/DialogWindow.h"
-#include "Platform/Linux/Windows/Dialogs/UpdateSession.h"
 #include "Platform/Linux/Updates/PackageUpdater.h"
 #include "Platform/Linux/Updates/Schedule.h"
+#include "Platform/Linux/Windows/Dialogs/DialogWindow.h"
+#include "Platform/Linux/Windows/Dialogs/UpdateSession.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/UpdateFramework.h"
 
@@ -24,7 +24,7 @@ public:
         DefaultsStore &store;
         WindowStyle &style;
         const DesktopAppearance &appearance;
-        NotificationCentre *notifications; ///< may be null
+        NotificationCentre &notifications;
         QString version; ///< of the running program
         QString program; ///< its file, by the path that it was started from
         std::function<void()> restart; ///< ends the program and starts it anew
@@ -34,7 +34,8 @@ public:
         std::chrono::milliseconds firstCheck = UpdateSchedule::FirstLook;
     };
 
-    explicit LinuxUpdateFramework(Surroundings surroundings, Times times, QObject *parent = nullptr);
+    explicit LinuxUpdateFramework(Surroundings surroundings, Times times,
+                                  QObject *parent = nullptr);
     explicit LinuxUpdateFramework(Surroundings surroundings)
         : LinuxUpdateFramework(std::move(surroundings), Times())
     {

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
 #include "Platform/DesktopAppearance.h"
-#include "Platform/WindowStyle.h"
 #include "Platform/Linux/Updates/ScriptedPackageKit.h"
+#include "Platform/WindowStyle.h"
 #include "Support/PrivateBus.h"
 #include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
@@ -338,7 +338,7 @@ private:
     {
         m_framework = std::make_unique<LinuxUpdateFramework>(
             LinuxUpdateFramework::Surroundings{
-                *m_bus, *m_store, m_style, m_appearance, &*m_centre, QStringLiteral("1.0"),
+                *m_bus, *m_store, m_style, m_appearance, *m_centre, QStringLiteral("1.0"),
                 QStringLiteral("/opt/meterkin"), [this] { ++m_restarts; }},
             times);
     }

@@ -20,7 +20,7 @@ DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, c
     , m_engine(std::make_unique<ViewEngine>())
     , m_window(std::make_unique<QQuickWindow>())
 {
-    m_engine->appearance()->follow(&appearance);
+    m_engine->appearance()->follow(appearance);
 
     std::unique_ptr<QQuickItem> content =
         m_engine->create(QStringLiteral("Dialogs/") + view, properties);
