@@ -34,7 +34,7 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     , m_platform(platform)
     , m_clock(std::move(clock))
     // In braces: the order in which the sources are made is part of the launch.
-    , m_collector{platform.makeFanController(), platform.makePageCounters(),
+    , m_collector{platform.makeFanSource(), platform.makePageCounters(),
                   platform.makeProcessorTicks()}
     , m_alertManager(platform.notificationCentre(), std::move(wallClock))
     , m_settingsVM(platform.defaultsStore())

@@ -2,7 +2,7 @@
 
 #include "Model/SystemMetric.h"
 #include "Sampling/CPUInfo.h"
-#include "Sampling/FanReading.h"
+#include "Platform/FanSource.h"
 #include "Sampling/MemoryInfo.h"
 
 #include <QBindable>

@@ -18,9 +18,9 @@ class PageCounters {
 public:
     virtual ~PageCounters() = default;
 
-    /// The counters now, or nothing when they cannot be read or do not make sense.
+    /// The counters now; absent when they cannot be read or contradict each other.
     virtual std::optional<PageCounts> read() = 0;
 
-    /// Physical memory of the machine in bytes; 0 when unknown.
+    /// The machine's physical memory in bytes; 0 when it is unknown.
     virtual std::uint64_t physicalMemory() = 0;
 };

@@ -3,7 +3,7 @@
 #include "Platform/DefaultsStore.h"
 #include "Platform/DesktopAppearance.h"
 #include "Platform/DiskImages.h"
-#include "Platform/FanControllerConnection.h"
+#include "Platform/FanSource.h"
 #include "Platform/HotkeyRegistrar.h"
 #include "Platform/InformationAlert.h"
 #include "Platform/KeyDownMonitor.h"
@@ -26,7 +26,7 @@ class Platform {
 public:
     virtual ~Platform() = default;
 
-    virtual std::unique_ptr<FanControllerConnection> makeFanController() = 0;
+    virtual std::unique_ptr<FanSource> makeFanSource() = 0;
     virtual std::unique_ptr<PageCounters> makePageCounters() = 0;
     virtual std::unique_ptr<ProcessorTicks> makeProcessorTicks() = 0;
     virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;

@@ -11,9 +11,9 @@ struct CoreTicks {
     std::uint64_t nice = 0;
 };
 
-/// One core that is online, with the number the kernel gives it. Numbers may have gaps.
+/// A core that is online.
 struct ProcessorCore {
-    std::uint32_t number = 0;
+    std::uint32_t number = 0; ///< as the kernel counts; a core that is offline leaves a gap
     CoreTicks ticks;
 };
 
@@ -22,7 +22,7 @@ class ProcessorTicks {
 public:
     virtual ~ProcessorTicks() = default;
 
-    /// Replaces `cores` by the cores online now, in the kernel's order; reuses its storage.
-    /// False when the kernel cannot be asked; `cores` is unspecified then.
+    /// Replaces `cores` by the cores that are online, in the kernel's order; reuses its storage.
+    /// False when they cannot be read; `cores` is unspecified then.
     virtual bool read(std::vector<ProcessorCore> &cores) = 0;
 };

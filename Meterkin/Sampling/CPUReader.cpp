@@ -4,7 +4,7 @@
 
 namespace {
 
-// Linux takes back waiting time it had counted as idle: a counter that went down did not advance.
+// On Linux the time spent waiting for I/O can decrease, see proc(5): that counts as no advance.
 double advance(std::uint64_t previous, std::uint64_t current)
 {
     return current > previous ? static_cast<double>(current - previous) : 0.0;
@@ -32,7 +32,7 @@ std::optional<CPUInfo> CPUReader::read()
 
     m_turn = 1 - m_turn;
     QList<double> &usages = m_usages[m_turn];
-    usages.clear(); // keeps the storage unless somebody shares it
+    usages.clear(); // keeps the storage unless it is shared
     usages.reserve(static_cast<qsizetype>(m_currentTicks.size()));
     double sum = 0.0;
     for (std::size_t i = 0; i < m_currentTicks.size(); ++i) {
@@ -47,7 +47,7 @@ std::optional<CPUInfo> CPUReader::read()
 
 const CoreTicks *CPUReader::previousTicksOf(const ProcessorCore &core, std::size_t position) const
 {
-    // Nearly always the same place; a core before it went on or off line when it is not.
+    // Nearly always at the same position, unless a core before it went online or offline.
     if (position < m_previousTicks.size() && m_previousTicks[position].number == core.number)
         return &m_previousTicks[position].ticks;
     const auto found =

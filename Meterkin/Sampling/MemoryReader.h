@@ -7,14 +7,13 @@
 #include <memory>
 #include <optional>
 
-/// Converts the kernel's page counters into bytes. One thread at a time.
+/// Converts the kernel's page counters to bytes. One thread at a time.
 class MemoryReader {
 public:
-    /// `totalPhysicalMemory` in bytes is the total of every sample, whatever the counters add up
-    /// to.
+    /// `totalPhysicalMemory`, in bytes, is the total of every sample, whatever the counters say.
     MemoryReader(std::uint64_t totalPhysicalMemory, std::unique_ptr<PageCounters> source);
 
-    /// Absent when the counters cannot be read or are larger than any memory.
+    /// Absent when the counters cannot be read, or their sum exceeds 64 bits.
     std::optional<MemoryInfo> read();
 
 private:

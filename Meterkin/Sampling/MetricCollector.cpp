@@ -12,7 +12,7 @@ namespace {
 
 int millisecondsOf(double interval)
 {
-    // Written so that a NaN falls to the safe side.
+    // In this order a NaN gives the shortest.
     const double safe =
         interval > ShortestInterval ? std::min(interval, LongestInterval) : ShortestInterval;
     return static_cast<int>(safe * 1000.0);
@@ -20,15 +20,15 @@ int millisecondsOf(double interval)
 
 } // namespace
 
-/// What samples under way share with the collector, and all that outlives it.
-struct MetricCollector::Handover {
+/// What the collector shares with its background jobs, which may outlive it.
+struct MetricCollector::Shared {
     std::atomic<bool> isJobWaiting = false; ///< for a thread
-    std::atomic<bool> isSampleDue = false; ///< whoever takes this back publishes one
+    std::atomic<bool> isSampleDue = false; ///< the job that resets it takes the sample
     std::mutex sampling; ///< keeps the samples in order
     std::mutex mutex;
-    MetricCollector *collector = nullptr; ///< guarded by the mutex; null once it is gone
+    MetricCollector *collector = nullptr; ///< guarded by `mutex`; null when it has been destroyed
 
-    /// From the background. Does nothing when another thread has seen to the sample.
+    /// In the background. Does nothing when another job has taken the sample.
     void publishFrom(MetricSampler &sampler)
     {
         const std::lock_guard lock(sampling);
@@ -36,7 +36,7 @@ struct MetricCollector::Handover {
             deliver(sampler.sample());
     }
 
-    /// From the background: the collector cannot go away while its event is being posted.
+    /// In the background. The lock keeps the collector alive while the event is posted.
     void deliver(MetricSample sample)
     {
         const std::lock_guard lock(mutex);
@@ -49,34 +49,34 @@ struct MetricCollector::Handover {
     }
 };
 
-MetricCollector::MetricCollector(std::unique_ptr<FanControllerConnection> fans,
+MetricCollector::MetricCollector(std::unique_ptr<FanSource> fans,
                                  std::unique_ptr<PageCounters> pages,
                                  std::unique_ptr<ProcessorTicks> ticks, QObject *parent)
     : QObject(parent)
     , m_sampler(
           std::make_shared<MetricSampler>(std::move(fans), std::move(pages), std::move(ticks)))
-    , m_handover(std::make_shared<Handover>())
+    , m_shared(std::make_shared<Shared>())
     , m_queue(std::make_unique<QThreadPool>())
     , m_timer(this)
 {
-    m_handover->collector = this;
-    m_queue->setMaxThreadCount(2); // one may be waiting for a fan
+    m_shared->collector = this;
+    m_queue->setMaxThreadCount(2); // a fan may block one
     m_queue->setExpiryTimeout(-1);
     connect(&m_timer, &QTimer::timeout, this, &MetricCollector::takeSample);
-    m_overdueTimer.setInterval(FanSampler::Patience);
-    connect(&m_overdueTimer, &QTimer::timeout, this, &MetricCollector::startJob);
+    m_retryTimer.setInterval(FanSampler::SlowAfter);
+    connect(&m_retryTimer, &QTimer::timeout, this, &MetricCollector::startJob);
 }
 
 MetricCollector::~MetricCollector()
 {
     {
-        const std::lock_guard lock(m_handover->mutex);
-        m_handover->collector = nullptr;
+        const std::lock_guard lock(m_shared->mutex);
+        m_shared->collector = nullptr;
     }
-    m_handover->isSampleDue = false;
+    m_shared->isSampleDue = false;
     m_queue->clear();
-    // Deleting a busy pool waits for its thread, and a sensor may hang for ever: that one is left
-    // to the end of the process, with the readers its sample shares.
+    // The destructor of a busy pool waits for its threads, but a sensor may hang for ever: such a
+    // pool is leaked on purpose.
     if (!m_queue->waitForDone(0))
         static_cast<void>(m_queue.release());
 }
@@ -90,23 +90,23 @@ void MetricCollector::start(double interval)
 
 void MetricCollector::takeSample()
 {
-    m_handover->isSampleDue = true;
+    m_shared->isSampleDue = true;
     startJob();
-    m_overdueTimer.start();
+    m_retryTimer.start();
 }
 
 void MetricCollector::startJob()
 {
-    if (m_handover->isJobWaiting.exchange(true))
+    if (m_shared->isJobWaiting.exchange(true))
         return;
-    m_queue->start([sampler = m_sampler, handover = m_handover] {
-        handover->isJobWaiting = false;
-        // The others wait for fans that answer promptly, so that one reading has all of them.
+    m_queue->start([sampler = m_sampler, shared = m_shared] {
+        shared->isJobWaiting = false;
+        // Fast fans are read first, so that all values of a sample are of the same moment.
         if (!sampler->fans().isSlow()) {
             sampler->fans().refresh();
-            handover->publishFrom(*sampler);
+            shared->publishFrom(*sampler);
         } else {
-            handover->publishFrom(*sampler);
+            shared->publishFrom(*sampler);
             sampler->fans().refresh();
         }
     });
@@ -114,14 +114,14 @@ void MetricCollector::startJob()
 
 void MetricCollector::publish(const MetricSample &sample)
 {
-    if (!m_handover->isSampleDue)
-        m_overdueTimer.stop();
+    if (!m_shared->isSampleDue)
+        m_retryTimer.stop();
     m_areFansKnown = sample.fans.has_value();
     m_fanCount = sample.fans ? sample.fans->count : 0;
     m_latestFanSpeeds = sample.fans ? sample.fans->fans : QList<FanReading>();
     m_latestMemory = sample.memory;
     m_latestCPUInfo = sample.processors;
-    // A copy: the callback may replace itself or destroy the collector.
+    // Called through a copy: it may replace onTick or destroy the collector.
     if (const std::function<void()> tick = onTick)
         tick();
 }

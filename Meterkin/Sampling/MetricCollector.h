@@ -1,10 +1,9 @@
 #pragma once
 
-#include "Platform/FanControllerConnection.h"
+#include "Platform/FanSource.h"
 #include "Platform/PageCounters.h"
 #include "Platform/ProcessorTicks.h"
 #include "Sampling/CPUInfo.h"
-#include "Sampling/FanReading.h"
 #include "Sampling/MemoryInfo.h"
 
 #include <QBindable>
@@ -20,9 +19,9 @@
 class MetricSampler;
 struct MetricSample;
 
-/// Samples the machine on a timer and publishes the newest readings. Lives on the main thread; the
-/// readers run on a background queue, with at most one sample waiting in it. Fans that answer late
-/// or never hold up nothing else: a second thread goes on without them.
+/// Samples the machine on a timer and publishes the readings. Main thread only; the readers run in
+/// the background, with at most one sample waiting. Slow or hanging fans never delay memory and
+/// CPU: a second thread continues without them.
 class MetricCollector : public QObject {
     Q_OBJECT
     Q_PROPERTY(QList<FanReading> latestFanSpeeds READ latestFanSpeeds NOTIFY latestFanSpeedsChanged
@@ -34,32 +33,29 @@ class MetricCollector : public QObject {
     Q_PROPERTY(qint64 fanCount READ fanCount NOTIFY fanCountChanged BINDABLE bindableFanCount)
 
 public:
-    /// The sources are owned by the readers, which share them with samples under way.
-    MetricCollector(std::unique_ptr<FanControllerConnection> fans,
-                    std::unique_ptr<PageCounters> pages, std::unique_ptr<ProcessorTicks> ticks,
-                    QObject *parent = nullptr);
-    /// Never waits for a sensor: a sample under way ends unheard.
+    MetricCollector(std::unique_ptr<FanSource> fans, std::unique_ptr<PageCounters> pages,
+                    std::unique_ptr<ProcessorTicks> ticks, QObject *parent = nullptr);
+    /// Never waits for a sensor: the result of a sample that is being taken is dropped.
     ~MetricCollector() override;
 
-    /// Samples at once, then every `interval` seconds; calling it again restarts with the new one.
-    /// Any double is safe: what is below a tenth of a second, or no number, counts as that, and
-    /// what a timer cannot hold as the 24 days that it can.
+    /// Samples at once, then every `interval` seconds; another call restarts it with a new
+    /// interval. Any double is safe: NaN and what is below ShortestInterval count as that, what is
+    /// above LongestInterval as that.
     void start(double interval);
 
-    /// One entry a fan that answered in the last sample, in index order; while an answer is late,
-    /// for some seconds those of the one before.
+    /// The fans that could be read, in index order; during a slow read those of the previous one.
     QList<FanReading> latestFanSpeeds() const { return m_latestFanSpeeds; }
     QBindable<QList<FanReading>> bindableLatestFanSpeeds() const { return &m_latestFanSpeeds; }
-    /// Absent before the first sample and after one that failed.
+    /// Absent before the first sample and after a failed one.
     std::optional<MemoryInfo> latestMemory() const { return m_latestMemory; }
     QBindable<std::optional<MemoryInfo>> bindableLatestMemory() const { return &m_latestMemory; }
-    /// Absent before the first sample and after one that failed.
+    /// Absent before the first sample and after a failed one.
     std::optional<CPUInfo> latestCPUInfo() const { return m_latestCPUInfo; }
     QBindable<std::optional<CPUInfo>> bindableLatestCPUInfo() const { return &m_latestCPUInfo; }
-    /// How many fans the controller reports; may exceed the list of those that answer.
+    /// All fans of the machine, also those that cannot be read.
     qint64 fanCount() const { return m_fanCount; }
     QBindable<qint64> bindableFanCount() const { return &m_fanCount; }
-    /// Whether the controller has answered, if only that it has no fans.
+    /// Whether the fans have been read once, so that their number is known.
     bool areFansKnown() const { return m_areFansKnown; }
 
     /// Called on the main thread after each sample has been published. Set before start().
@@ -72,10 +68,10 @@ signals:
     void fanCountChanged();
 
 private:
-    struct Handover;
+    struct Shared;
 
     void takeSample();
-    /// Has a thread take the sample that is due.
+    /// Starts a background job that takes the sample that is due.
     void startJob();
     void publish(const MetricSample &sample);
 
@@ -89,9 +85,9 @@ private:
                                &MetricCollector::fanCountChanged)
 
     std::shared_ptr<MetricSampler> m_sampler;
-    std::shared_ptr<Handover> m_handover;
+    std::shared_ptr<Shared> m_shared;
     std::unique_ptr<QThreadPool> m_queue;
     QTimer m_timer;
-    QTimer m_overdueTimer; ///< runs while a sample is due
+    QTimer m_retryTimer; ///< runs while a sample is due: starts another job when the first hangs
     bool m_areFansKnown = false;
 };

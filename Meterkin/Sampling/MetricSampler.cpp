@@ -10,8 +10,7 @@ MemoryReader makeMemoryReader(std::unique_ptr<PageCounters> pages)
 
 } // namespace
 
-MetricSampler::MetricSampler(std::unique_ptr<FanControllerConnection> fans,
-                             std::unique_ptr<PageCounters> pages,
+MetricSampler::MetricSampler(std::unique_ptr<FanSource> fans, std::unique_ptr<PageCounters> pages,
                              std::unique_ptr<ProcessorTicks> ticks)
     : m_fans(std::move(fans))
     , m_memoryReader(makeMemoryReader(std::move(pages)))

@@ -6,21 +6,21 @@
 
 /// Everything read from the machine at one moment.
 struct MetricSample {
-    std::optional<FanSample> fans; ///< absent until the fan controller has answered once
+    std::optional<FanSample> fans; ///< absent until they have been read once
     std::optional<MemoryInfo> memory;
     std::optional<CPUInfo> processors;
 };
 
-/// The three readers: the fans, which may take their time, apart from the others.
+/// The three readers. The fans, which may be slow, are read apart from the others.
 class MetricSampler {
 public:
-    MetricSampler(std::unique_ptr<FanControllerConnection> fans,
-                  std::unique_ptr<PageCounters> pages, std::unique_ptr<ProcessorTicks> ticks);
+    MetricSampler(std::unique_ptr<FanSource> fans, std::unique_ptr<PageCounters> pages,
+                  std::unique_ptr<ProcessorTicks> ticks);
 
-    /// Asks the fans, on any thread.
+    /// Any thread.
     FanSampler &fans() { return m_fans; }
 
-    /// Asks the others, and adds what the fans said last. One thread at a time.
+    /// Reads memory and CPU, and adds the last sample of the fans. One thread at a time.
     MetricSample sample();
 
 private:

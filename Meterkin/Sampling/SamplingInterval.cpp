@@ -4,6 +4,6 @@
 
 double intervalInEffect(double stored)
 {
-    // Written so that a NaN takes the default.
+    // In this order a NaN gives the default.
     return stored > 0.0 ? std::clamp(stored, ShortestInterval, LongestInterval) : DefaultInterval;
 }

@@ -1,6 +1,6 @@
 #include "Services/HotkeyManager.h"
 
-#include "Platform/FourCharacterCode.h"
+#include "Platform/macOS/Sensors/FourCharacterCode.h"
 #include "Platform/HotkeyRegistrar.h"
 
 #include <utility>

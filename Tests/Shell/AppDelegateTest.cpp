@@ -177,13 +177,12 @@ private slots:
     void keepsTheFanTitleUntilTheFansHaveAnswered()
     {
         m_platform->store.setText(QStringLiteral("menuBarMetric"), QStringLiteral("Fan Speed"));
-        m_platform->vitals->fanGate = &m_fanGate;
-        m_fanGate.lock();
+        m_platform->vitals->fanGate->close();
         launch();
         tick();
         const auto metric = [this] { return m_delegate->settings().menuBarMetric(); };
         QCOMPARE(metric(), SystemMetric::fanSpeed);
-        m_fanGate.unlock();
+        m_platform->vitals->fanGate->open();
         QTRY_VERIFY((tick(), metric() == SystemMetric::memoryUsage));
     }
 
@@ -294,7 +293,6 @@ private:
     std::unique_ptr<ScriptedPlatform> m_platform;
     std::unique_ptr<AppDelegate> m_delegate;
     TimePoint m_now;
-    std::mutex m_fanGate;
     bool m_firstTick = true;
 };
 

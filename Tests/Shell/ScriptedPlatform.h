@@ -23,7 +23,7 @@ public:
     ScriptedLoginItem login;
     QPointer<ScriptedStatusItem> item;
 
-    std::unique_ptr<FanControllerConnection> makeFanController() override
+    std::unique_ptr<FanSource> makeFanSource() override
     {
         calls << QStringLiteral("fans");
         return std::make_unique<VitalFans>(vitals);

@@ -1,66 +1,74 @@
 #pragma once
 
-#include "Platform/FanControllerConnection.h"
-#include "Platform/FourCharacterCode.h"
+#include "Platform/FanSource.h"
 #include "Platform/PageCounters.h"
 #include "Platform/ProcessorTicks.h"
 
+#include <atomic>
 #include <cmath>
-#include <cstring>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <utility>
 
-/// What the machine is to report next; absent is "cannot be read". Not to be changed while a sample
-/// is under way.
+/// Can make the reads of one source hang.
+class Gate {
+public:
+    /// Until open(), which the same thread calls.
+    void close() { m_mutex.lock(); }
+    void open() { m_mutex.unlock(); }
+    /// Reads that have begun.
+    int readCount() const { return m_readCount; }
+    /// The source's side.
+    void pass()
+    {
+        ++m_readCount;
+        const std::lock_guard passed(m_mutex);
+    }
+
+private:
+    std::mutex m_mutex;
+    std::atomic<int> m_readCount = 0;
+};
+
+/// What the machine reports next; absent is "cannot be read". Not to be changed while a sample is
+/// taken.
 struct Vitals {
     std::optional<double> fanSpeed = {}; ///< RPM; absent: no fans
     std::optional<double> memory = {}; ///< percent
     std::optional<double> cpuUsage = {}; ///< percent, from the second sample on
 
     int fans = 1; ///< all but the first stand still
-    std::optional<float> fanRange = {}; ///< the highest speed of each; the lowest is a tenth of it
+    std::optional<double> fanRange = {}; ///< the highest speed of each; the lowest is a tenth of it
     std::uint64_t totalMemory = 100'000; ///< bytes
     std::size_t cores = 1; ///< all equally busy
-    std::mutex *fanGate = nullptr; ///< while it is held, the fans do not answer
+
+    std::shared_ptr<Gate> fanGate = std::make_shared<Gate>();
+    std::shared_ptr<Gate> memoryGate = std::make_shared<Gate>();
+    std::shared_ptr<Gate> cpuGate = std::make_shared<Gate>();
 };
 
-/// Speeds as little-endian floats.
-class VitalFans : public FanControllerConnection {
+class VitalFans : public FanSource {
 public:
     explicit VitalFans(std::shared_ptr<const Vitals> vitals)
         : m_vitals(std::move(vitals))
     {
     }
-    bool open() override { return true; }
-    bool call(const ControllerRecord &request, ControllerRecord &reply) override
+    FanSample read() override
     {
-        if (m_vitals->fanGate != nullptr)
-            const std::lock_guard passed(*m_vitals->fanGate);
-        if (!m_vitals->fanSpeed)
-            return false;
-        reply.dataSize = 4;
-        reply.dataType = fourCharacterCode("flt ");
-        if (request.key == fourCharacterCode("FNum")) {
-            reply.data[0] = static_cast<std::uint8_t>(m_vitals->fans);
-            return true;
+        m_vitals->fanGate->pass();
+        FanSample sample;
+        sample.count = m_vitals->fanSpeed ? m_vitals->fans : 0;
+        for (qint64 i = 0; i < sample.count; ++i) {
+            FanReading fan{i, i == 0 ? *m_vitals->fanSpeed : 0.0, {}, m_vitals->fanRange};
+            if (fan.max)
+                fan.min = *fan.max / 10.0;
+            sample.fans.append(fan);
         }
-        const bool isFirst = (request.key >> 16U & 0xffU) == '0';
-        float value = isFirst ? static_cast<float>(*m_vitals->fanSpeed) : 0.0F;
-        if (const auto field = request.key & 0xffffU; field != AcField) {
-            if (!m_vitals->fanRange)
-                return false;
-            value = field == MnField ? *m_vitals->fanRange / 10.0F : *m_vitals->fanRange;
-        }
-        std::memcpy(reply.data.data(), &value, sizeof value);
-        return true;
+        return sample;
     }
-    void close() override { }
 
 private:
-    static constexpr std::uint32_t AcField = fourCharacterCode("F0Ac") & 0xffffU;
-    static constexpr std::uint32_t MnField = fourCharacterCode("F0Mn") & 0xffffU;
     std::shared_ptr<const Vitals> m_vitals;
 };
 
@@ -72,6 +80,7 @@ public:
     }
     std::optional<PageCounts> read() override
     {
+        m_vitals->memoryGate->pass();
         if (!m_vitals->memory)
             return std::nullopt;
         const double pages = *m_vitals->memory / 100.0 * static_cast<double>(m_vitals->totalMemory);
@@ -91,6 +100,7 @@ public:
     }
     bool read(std::vector<ProcessorCore> &cores) override
     {
+        m_vitals->cpuGate->pass();
         if (!m_vitals->cpuUsage)
             return false;
         const double busy = *m_vitals->cpuUsage / 100.0 * static_cast<double>(Period);

@@ -64,7 +64,7 @@ private slots:
         row("no fan", busy, 2, cpu);
         Vitals withFans = busy;
         withFans.fanSpeed = 1850.0;
-        withFans.fanRange = 6000.0F;
+        withFans.fanRange = 6000.0;
         const QString fan = cpu + QStringLiteral("Fan Speed|1850 RPM|H: 1850 RPM|L: 1850 RPM|");
         row("one fan", withFans, 2, fan + QStringLiteral("Range: 600 - 6000 RPM|"));
         withFans.fans = 3;

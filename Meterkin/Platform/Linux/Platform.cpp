@@ -2,7 +2,7 @@
 
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
 #include "Platform/Linux/Hotkey/X11Registrar.h"
-#include "Platform/Linux/Sensors/HwmonFans.h"
+#include "Platform/Linux/Sensors/FanSource.h"
 #include "Platform/Linux/Sensors/PageCounters.h"
 #include "Platform/Linux/Sensors/ProcessorTicks.h"
 #include "Platform/Linux/Tray/StatusItem.h"
@@ -48,9 +48,9 @@ LinuxPlatform::LinuxPlatform()
     passSettings();
 }
 
-std::unique_ptr<FanControllerConnection> LinuxPlatform::makeFanController()
+std::unique_ptr<FanSource> LinuxPlatform::makeFanSource()
 {
-    return std::make_unique<HwmonFans>();
+    return std::make_unique<LinuxFanSource>();
 }
 
 std::unique_ptr<PageCounters> LinuxPlatform::makePageCounters()

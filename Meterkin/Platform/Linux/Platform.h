@@ -25,7 +25,7 @@ class LinuxPlatform : public Platform {
 public:
     LinuxPlatform();
 
-    std::unique_ptr<FanControllerConnection> makeFanController() override;
+    std::unique_ptr<FanSource> makeFanSource() override;
     std::unique_ptr<PageCounters> makePageCounters() override;
     std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;

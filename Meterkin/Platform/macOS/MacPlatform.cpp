@@ -5,6 +5,7 @@
 #include "Platform/macOS/MachProcessorTicks.h"
 #include "Platform/macOS/MainBundle.h"
 #include "Platform/macOS/SMCUserClient.h"
+#include "Platform/macOS/Sensors/FanSource.h"
 
 #include <malloc/malloc.h>
 
@@ -13,9 +14,9 @@ MacPlatform::MacPlatform()
 {
 }
 
-std::unique_ptr<FanControllerConnection> MacPlatform::makeFanController()
+std::unique_ptr<FanSource> MacPlatform::makeFanSource()
 {
-    return std::make_unique<SMCUserClient>();
+    return std::make_unique<MacFanSource>(std::make_unique<SMCUserClient>());
 }
 
 std::unique_ptr<PageCounters> MacPlatform::makePageCounters()

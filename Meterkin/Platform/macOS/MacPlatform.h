@@ -21,7 +21,7 @@ class MacPlatform : public Platform {
 public:
     MacPlatform();
 
-    std::unique_ptr<FanControllerConnection> makeFanController() override;
+    std::unique_ptr<FanSource> makeFanSource() override;
     std::unique_ptr<PageCounters> makePageCounters() override;
     std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;

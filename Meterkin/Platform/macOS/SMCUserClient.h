@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/FanControllerConnection.h"
+#include "Platform/macOS/Sensors/FanControllerConnection.h"
 
 /// The system management controller, through the user client of its driver.
 class SMCUserClient : public FanControllerConnection {

@@ -1,6 +1,10 @@
 #include "Platform/Linux/Sensors/KernelFile.h"
 
+#include "Platform/Log.h"
+
 #include <cerrno>
+#include <cstring>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -9,7 +13,7 @@
 namespace {
 
 constexpr std::size_t SmallestBuffer = 4096;
-constexpr std::size_t LargestBuffer = std::size_t{16} << 20; // far beyond any true file
+constexpr std::size_t LargestBuffer = std::size_t{16} << 20; // far beyond any real file
 
 ssize_t readFromStart(int descriptor, char *buffer, std::size_t size)
 {
@@ -36,13 +40,16 @@ std::optional<std::string_view> KernelFile::read()
 {
     if (m_capacity > SmallestBuffer && m_length < m_capacity / 4)
         setCapacity(0); // the text was large once
+    m_error = 0;
     while (open()) {
         const ssize_t count = readFromStart(m_descriptor, m_buffer, m_capacity);
         if (count > 0 && count < static_cast<ssize_t>(m_capacity)) {
             m_length = static_cast<std::size_t>(count);
             return std::string_view(m_buffer, m_length);
         }
-        // A full buffer may hide a rest; what follows in a second read could be of another moment.
+        if (count < 0)
+            m_error = errno;
+        // A full buffer may not be the whole text, and the rest would be from a later moment.
         const bool isFull = count == static_cast<ssize_t>(m_capacity);
         if (!isFull || m_capacity >= LargestBuffer || !setCapacity(2 * m_capacity))
             break;
@@ -51,10 +58,20 @@ std::optional<std::string_view> KernelFile::read()
     return std::nullopt;
 }
 
+void KernelFile::warnOnce(const char *consequence)
+{
+    if (!std::exchange(m_hasWarned, true))
+        qCWarning(logSampling, "%s %s%s: %s", m_path.c_str(),
+                  m_error == 0 ? "is empty or in an unknown format" : "cannot be read: ",
+                  m_error == 0 ? "" : std::strerror(m_error), consequence);
+}
+
 bool KernelFile::open()
 {
     if (m_descriptor < 0)
         m_descriptor = ::open(m_path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (m_descriptor < 0)
+        m_error = errno;
     return m_descriptor >= 0 && (m_capacity > 0 || setCapacity(SmallestBuffer));
 }
 
@@ -63,12 +80,12 @@ void KernelFile::close()
     if (m_descriptor >= 0)
         ::close(m_descriptor);
     m_descriptor = -1;
-    setCapacity(0); // for a text without end it is large
+    setCapacity(0); // after an endless text it is large
 }
 
 bool KernelFile::setCapacity(std::size_t capacity)
 {
-    // Not from the heap, which keeps what was freed.
+    // Not from the heap, which would keep the memory when it is freed.
     if (m_capacity > 0)
         munmap(m_buffer, m_capacity);
     m_capacity = 0;

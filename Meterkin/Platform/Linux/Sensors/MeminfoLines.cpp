@@ -28,7 +28,7 @@ constexpr Line KnownLines[] = {
 std::optional<std::uint64_t> kilobytes(std::string_view text)
 {
     const std::optional<std::uint64_t> number = takeNumber(text);
-    // The bound keeps any sum of these lines, in bytes, within 64 bits.
+    // Below this limit no sum of these lines, in bytes, exceeds 64 bits.
     if (!number || text != " kB"
         || *number > std::numeric_limits<std::uint64_t>::max() / BytesPerKilobyte / 8)
         return std::nullopt;
@@ -62,13 +62,13 @@ std::optional<PageCounts> MeminfoLines::pageCounts(std::uint64_t zramHeld) const
 {
     if (!total || !free || *total == 0 || *free > *total)
         return std::nullopt;
-    // The buffers come next in every kernel's file: without them it was cut off, and the line of
-    // what is available is not missing because the kernel is old.
+    // An old kernel has no MemAvailable, but the next line, Buffers, is in every version of the
+    // file: without both the text was cut off.
     if (!available && !buffers)
         return std::nullopt;
 
-    // As free(1) does on kernels that do not tell what is available, and in containers that tell
-    // the host's.
+    // Like free(1): an old kernel does not say what is available, and in a container the value may
+    // be the host's.
     const std::uint64_t usable = available && *available <= *total ? *available : *free;
     const std::uint64_t used = *total - usable;
     const std::uint64_t kernelHeld = unreclaimableSlab.value_or(0) + kernelStack.value_or(0)

@@ -1,6 +1,5 @@
 #include "Platform/Linux/Sensors/PageCounters.h"
 
-#include "Platform/Linux/Sensors/MeminfoLines.h"
 #include "Platform/Linux/Sensors/NumberText.h"
 
 #include <QDir>
@@ -9,7 +8,8 @@
 
 namespace {
 
-/// Third number of a device's mm_stat: bytes of memory in use, with the overhead of the allocator.
+/// The third number of mm_stat, mem_used_total: bytes, with the overhead of the allocator.
+/// https://docs.kernel.org/admin-guide/blockdev/zram.html
 std::optional<std::uint64_t> heldBytes(std::string_view text)
 {
     std::optional<std::string_view> line = takeLine(text);
@@ -30,17 +30,11 @@ std::optional<PageCounts> LinuxPageCounters::read()
 {
     const std::optional<std::string_view> text = m_file.read();
     const std::optional<MeminfoLines> lines = text ? MeminfoLines::parse(*text) : std::nullopt;
-    if (!lines)
-        return std::nullopt;
-
-    // Such a device comes and goes as swap space; listing the folder each time costs more than all
-    // the rest of a sample.
-    if (!m_hasSoughtDevices || lines->swapTotal != m_swapTotal) {
-        m_hasSoughtDevices = true;
-        m_swapTotal = lines->swapTotal;
-        findZramDevices();
-    }
-    return lines->pageCounts(zramHeld());
+    const std::optional<PageCounts> counts =
+        lines ? lines->pageCounts(zramHeld(*lines)) : std::nullopt;
+    if (!counts)
+        m_file.warnOnce("there is no reading of the memory until it can be used");
+    return counts;
 }
 
 std::uint64_t LinuxPageCounters::physicalMemory()
@@ -64,8 +58,15 @@ void LinuxPageCounters::findZramDevices()
         m_zramDevices.emplace_back(m_blockFolder + '/' + device.toStdString() + "/mm_stat");
 }
 
-std::uint64_t LinuxPageCounters::zramHeld()
+std::uint64_t LinuxPageCounters::zramHeld(const MeminfoLines &lines)
 {
+    // Listing the folder costs more than the rest of a sample. These devices are swap space, which
+    // changes when one is added or removed.
+    if (!m_hasFoundDevices || lines.swapTotal != m_swapTotal) {
+        m_hasFoundDevices = true;
+        m_swapTotal = lines.swapTotal;
+        findZramDevices();
+    }
     constexpr std::uint64_t Limit = std::uint64_t{1} << 60;
     std::uint64_t sum = 0;
     for (KernelFile &device : m_zramDevices) {

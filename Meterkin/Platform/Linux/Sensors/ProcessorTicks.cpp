@@ -10,9 +10,9 @@ namespace {
 
 constexpr std::string_view LinePrefix = "cpu";
 
-// The columns after the core's number. Guest time comes after them: it is inside user already.
+// The columns after the core's number. Guest time, which follows, is already part of user.
 enum Column { User, Nice, System, Idle, IOWait, IRQ, SoftIRQ, Steal, ColumnCount };
-constexpr int OldestColumnCount = IOWait; // older kernels stop after the idle time
+constexpr int FewestColumns = IOWait; // old kernels have none after the idle time
 
 std::optional<ProcessorCore> parseCore(std::string_view line)
 {
@@ -22,10 +22,10 @@ std::optional<ProcessorCore> parseCore(std::string_view line)
 
     std::array<std::uint64_t, ColumnCount> columns{};
     for (int i = 0; i < ColumnCount; ++i) {
-        if (i >= OldestColumnCount && line.find_first_not_of(" \t") == std::string_view::npos)
+        if (i >= FewestColumns && line.find_first_not_of(" \t") == std::string_view::npos)
             break;
         const std::optional<std::uint64_t> ticks = takeNumber(line);
-        // No machine runs long enough for an eighth of the range; below it no sum overflows.
+        // Real counters never reach an eighth of the range; below it no sum overflows.
         if (!ticks || *ticks > std::numeric_limits<std::uint64_t>::max() / ColumnCount)
             return std::nullopt;
         columns[static_cast<std::size_t>(i)] = *ticks;
@@ -50,7 +50,10 @@ LinuxProcessorTicks::LinuxProcessorTicks(std::string path)
 bool LinuxProcessorTicks::read(std::vector<ProcessorCore> &cores)
 {
     const std::optional<std::string_view> text = m_file.read();
-    return text && parse(*text, cores);
+    const bool isRead = text && parse(*text, cores);
+    if (!isRead)
+        m_file.warnOnce("there is no reading of the CPU until it can be used");
+    return isRead;
 }
 
 bool LinuxProcessorTicks::parse(std::string_view text, std::vector<ProcessorCore> &cores)
@@ -65,8 +68,8 @@ bool LinuxProcessorTicks::parse(std::string_view text, std::vector<ProcessorCore
         const std::optional<ProcessorCore> core = isCore ? parseCore(*line) : std::nullopt;
         if (!core)
             continue;
-        // The kernel lists the cores in rising order; a core that comes twice leaves no way to tell
-        // which line is true.
+        // The kernel lists the cores in rising order. Of a core that occurs twice either line may
+        // be wrong.
         if (!cores.empty() && core->number <= cores.back().number)
             return false;
         cores.push_back(*core);

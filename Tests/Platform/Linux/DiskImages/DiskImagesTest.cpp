@@ -1,5 +1,5 @@
 #include "Platform/Linux/DiskImages.h"
-#include "Sampling/Files.h"
+#include "Support/Files.h"
 #include "Support/PrivateBus.h"
 #include "Support/TestMain.h"
 

@@ -1,6 +1,6 @@
 #include "Platform/Linux/DiskImages/Trash.h"
 #include "Platform/Linux/DiskImages/HeldFile.h"
-#include "Sampling/Files.h"
+#include "Support/Files.h"
 #include "Support/TestMain.h"
 
 #include <QStorageInfo>

@@ -6,12 +6,12 @@
 
 /// The record of every exchange with the fan controller, in host byte order.
 struct ControllerRecord {
-    std::uint32_t key = 0; ///< four-character code, first character in the most significant byte
+    std::uint32_t key = 0; ///< four-character code
     std::array<std::uint8_t, 24> versionAndLimits{};
     std::uint32_t dataSize = 0; ///< bytes
     std::uint32_t dataType = 0; ///< four-character code
     std::array<std::uint8_t, 6> attributesAndResult{};
-    std::uint8_t command = 0; ///< one of ControllerCommand
+    std::uint8_t command = 0; ///< a ControllerCommand
     std::array<std::uint8_t, 5> reserved{};
     std::array<std::uint8_t, 32> data{};
 };
@@ -26,19 +26,15 @@ enum ControllerCommand : std::uint8_t {
     ReadKeyInfo = 9,
 };
 
-/// A connection to what holds the fans of the machine as four-character keys: "FNum" and, a fan,
-/// "F0Ac" (current), "F0Mn" (minimum), "F0Mx" (maximum). Called from one thread at a time.
+/// A connection to the controller that holds the fans. One thread at a time.
 class FanControllerConnection {
 public:
     virtual ~FanControllerConnection() = default;
 
-    /// Once, before the first call. False when the machine has no such controller.
+    /// Once, before the first call. False when the machine has no controller, or it refuses.
     virtual bool open() = 0;
-    /// One exchange. Only the status it returns tells success; `reply` is untouched on failure.
+    /// One exchange. Only the returned status tells success; on failure `reply` is unchanged.
     virtual bool call(const ControllerRecord &request, ControllerRecord &reply) = 0;
     /// Only after a successful open().
     virtual void close() = 0;
-    /// Whether the types of the values are this program's own, so that nothing about them is to be
-    /// found out.
-    virtual bool hasOwnTypes() const { return false; }
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/FanControllerConnection.h"
+#include "Platform/macOS/Sensors/FanControllerConnection.h"
 
 #include <QtGlobal>
 
@@ -17,23 +17,23 @@ struct RawKey {
     std::uint32_t dataSize = 0; ///< declared length in bytes
 };
 
-/// Reads and decodes keys of the fan controller. One thread at a time.
+/// Reads and decodes the values of the fan controller's four-character keys: "FNum" is the number
+/// of fans; "F0Ac", "F0Mn" and "F0Mx" are the current, minimum and maximum speed of the first. One
+/// thread at a time.
 class SMCReader {
 public:
-    /// Connects; there is no second try.
+    /// Connects, once.
     explicit SMCReader(std::unique_ptr<FanControllerConnection> connection);
     ~SMCReader();
     Q_DISABLE_COPY_MOVE(SMCReader)
 
-    /// While false, each value read is described by a line on standard output. True from the start
-    /// when the connection has types of our own.
+    /// While false, each value that is read is described by a line on standard output.
     bool loggedFanType = false;
 
-    /// False when the machine has no controller; every read is absent then.
+    /// False when the machine has no controller, or it refused; then every read is absent.
     bool isConnected() const { return m_isConnected; }
 
-    /// Absent when the controller does not answer for the key. Only the first four bytes of the
-    /// UTF-8 text name a key.
+    /// Absent when the controller refuses. Only the first four bytes of `key`, in UTF-8, count.
     std::optional<RawKey> readRaw(std::string_view key);
 
     /// The value decoded by its declared type; also absent when it is not a finite number.

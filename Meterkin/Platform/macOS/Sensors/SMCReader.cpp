@@ -1,6 +1,6 @@
-#include "Sampling/SMCReader.h"
+#include "Platform/macOS/Sensors/SMCReader.h"
 
-#include "Platform/FourCharacterCode.h"
+#include "Platform/macOS/Sensors/FourCharacterCode.h"
 
 #include <algorithm>
 #include <bit>
@@ -38,7 +38,7 @@ std::optional<double> decode(const std::string &type, const std::array<std::uint
         return bytes[0];
     if (type == "sp78")
         return static_cast<std::int16_t>(bigEndian) / 256.0;
-    return bigEndian / 4.0; // "fpe2", and the best guess for a type we do not know
+    return bigEndian / 4.0; // "fpe2", and the best guess for an unknown type
 }
 
 } // namespace
@@ -47,7 +47,6 @@ SMCReader::SMCReader(std::unique_ptr<FanControllerConnection> connection)
     : m_connection(std::move(connection))
     , m_isConnected(m_connection->open())
 {
-    loggedFanType = m_connection->hasOwnTypes();
 }
 
 SMCReader::~SMCReader()

@@ -1,0 +1,171 @@
+#include "Platform/Linux/Sensors/FanSource.h"
+
+#include "Platform/Linux/Sensors/NumberText.h"
+#include "Platform/Log.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <span>
+#include <string_view>
+#include <tuple>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::chrono::seconds LookInterval{5};
+
+/// As much of a file as fits; empty when it cannot be read, with the reason in errno.
+std::string_view readText(const std::string &path, std::span<char> buffer)
+{
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0)
+        return {};
+    const ssize_t count = pread(descriptor, buffer.data(), buffer.size(), 0);
+    ::close(descriptor);
+    return {buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0};
+}
+
+/// The text of a file without the blanks at its end.
+std::string readLine(const std::string &path)
+{
+    std::array<char, 256> buffer;
+    const std::string_view text = readText(path, buffer);
+    return std::string(text.substr(0, text.find_last_not_of(" \n") + 1));
+}
+
+std::optional<double> readSpeed(const std::string &path)
+{
+    std::array<char, 64> buffer;
+    std::string_view text = readText(path, buffer);
+    const std::optional<std::uint64_t> speed = takeNumber(text);
+    if (!speed || (text != "\n" && !text.empty()))
+        return std::nullopt;
+    return static_cast<double>(*speed);
+}
+
+/// The paths in a folder; none when it cannot be listed.
+std::vector<std::string> entriesOf(const std::string &folder)
+{
+    std::vector<std::string> paths;
+    std::error_code error;
+    for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error))
+        paths.push_back(entry->path().native());
+    return paths;
+}
+
+/// The path with all links resolved; empty when there is no such file.
+std::string canonical(const std::string &path)
+{
+    std::error_code error;
+    return std::filesystem::canonical(path, error).native();
+}
+
+} // namespace
+
+LinuxFanSource::LinuxFanSource(std::string folder, MonotonicClock clock)
+    : m_folder(std::move(folder))
+    , m_clock(std::move(clock))
+{
+}
+
+FanSample LinuxFanSource::read()
+{
+    lookForFans();
+    FanSample sample;
+    sample.count = std::ssize(m_fans);
+    sample.fans.reserve(sample.count);
+    for (std::size_t i = 0; i < m_fans.size(); ++i) {
+        Fan &fan = m_fans[i];
+        errno = 0;
+        if (const std::optional<double> rpm = readSpeed(fan.path + "_input"))
+            sample.fans.append({static_cast<std::int64_t>(i), *rpm, readSpeed(fan.path + "_min"),
+                                readSpeed(fan.path + "_max"), fan.name});
+        else
+            report(fan, errno);
+    }
+    return sample;
+}
+
+void LinuxFanSource::lookForFans()
+{
+    const auto now = m_clock();
+    if (m_lookedAt && now - *m_lookedAt < LookInterval)
+        return;
+    m_lookedAt = now;
+    // Compared first, because finding the fans lists every monitor. After a change they are found
+    // twice: a new monitor may get its files only after it has appeared.
+    std::vector<Monitor> monitors = listMonitors();
+    const bool hasChanged = monitors != m_monitors;
+    if (std::exchange(m_hasChanged, hasChanged) || hasChanged) {
+        m_monitors = std::move(monitors);
+        findFans();
+    }
+}
+
+std::vector<LinuxFanSource::Monitor> LinuxFanSource::listMonitors() const
+{
+    std::vector<Monitor> monitors;
+    for (const std::string &path : entriesOf(m_folder)) {
+        struct stat status { };
+        if (::stat(path.c_str(), &status) == 0)
+            monitors.push_back({path, status.st_ino,
+                                status.st_mtim.tv_sec * 1'000'000'000 + status.st_mtim.tv_nsec});
+    }
+    std::ranges::sort(monitors, {}, &Monitor::path);
+    return monitors;
+}
+
+void LinuxFanSource::findFans()
+{
+    m_fans.clear();
+    for (const Monitor &monitor : m_monitors)
+        addFansOf(monitor.path);
+    // The kernel numbers the monitors anew at each boot.
+    std::ranges::sort(m_fans, {}, [](const Fan &fan) {
+        return std::tie(fan.chip, fan.device, fan.number, fan.path);
+    });
+    qCDebug(logSampling, "%zu hardware monitors in %s have %zu fans", m_monitors.size(),
+            m_folder.c_str(), m_fans.size());
+    for (const Fan &fan : m_fans)
+        qCDebug(logSampling, "%s_input is a fan of chip \"%s\" with the name \"%ls\"",
+                fan.path.c_str(), fan.chip.c_str(), qUtf16Printable(fan.name));
+}
+
+void LinuxFanSource::addFansOf(const std::string &monitor)
+{
+    const std::string device = canonical(monitor + "/device");
+    // Some drivers keep the files with the device instead of with the monitor.
+    const bool isInDevice = !device.empty() && access((monitor + "/name").c_str(), F_OK) != 0;
+    const std::string &folder = isInDevice ? device : monitor;
+    const std::string chip = readLine(folder + "/name");
+    for (const std::string &path : entriesOf(folder)) {
+        constexpr std::string_view Suffix = "_input";
+        const std::string prefix = folder + "/fan";
+        if (!path.starts_with(prefix) || !path.ends_with(Suffix))
+            continue;
+        const std::string stem = path.substr(0, path.size() - Suffix.size());
+        std::string_view digits = std::string_view(stem).substr(prefix.size());
+        const std::optional<std::uint64_t> number = takeNumber(digits);
+        if (!number || !digits.empty())
+            continue;
+        m_fans.push_back({chip, device.empty() ? canonical(monitor + "/..") : device, *number, stem,
+                          QString::fromStdString(readLine(stem + "_label"))});
+    }
+}
+
+void LinuxFanSource::report(Fan &fan, int error)
+{
+    const bool isGone = error == ENOENT || error == ENODEV;
+    if (isGone || std::exchange(fan.isReported, true))
+        return;
+    qCWarning(logSampling, "%s_input cannot be read (%s): the fan is left out until it can",
+              fan.path.c_str(), error == 0 ? "not a number" : std::strerror(error));
+}

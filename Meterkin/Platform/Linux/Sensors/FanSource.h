@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Platform/Clock.h"
+#include "Platform/FanSource.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The fans of the kernel's hardware monitors, in an order that is the same after each boot.
+/// https://docs.kernel.org/hwmon/sysfs-interface.html
+class LinuxFanSource : public FanSource {
+public:
+    explicit LinuxFanSource(
+        std::string folder = "/sys/class/hwmon",
+        MonotonicClock clock = [] { return std::chrono::steady_clock::now(); });
+
+    /// Fans that were added or removed count from ten seconds later at the latest.
+    FanSample read() override;
+
+private:
+    /// What changes when a monitor is replaced, or gets or loses a file.
+    struct Monitor {
+        std::string path;
+        std::uint64_t inode = 0;
+        std::int64_t changedAt = 0; ///< nanoseconds
+        bool operator==(const Monitor &) const = default;
+    };
+    struct Fan {
+        std::string chip;
+        std::string device; ///< path of the device, without the number of a monitor
+        std::uint64_t number = 0;
+        std::string path; ///< of its files, up to the "_"
+        QString name;
+        bool isReported = false; ///< whether the log says that it cannot be read
+    };
+
+    void lookForFans();
+    std::vector<Monitor> listMonitors() const;
+    void findFans();
+    void addFansOf(const std::string &monitor);
+    /// Logs, once a fan, that it cannot be read. `error` is an errno, 0 for a text without a
+    /// number.
+    static void report(Fan &fan, int error);
+
+    std::string m_folder;
+    MonotonicClock m_clock;
+    std::optional<std::chrono::steady_clock::time_point> m_lookedAt;
+    std::vector<Monitor> m_monitors; ///< by path
+    bool m_hasChanged = true; ///< at the last look; the first one finds the fans in any case
+    std::vector<Fan> m_fans;
+};

@@ -1,0 +1,214 @@
+#include "Platform/Linux/Sensors/PageCounters.h"
+#include "Platform/Linux/Sensors/ProcessorTicks.h"
+#include "Sampling/CPUReader.h"
+#include "Sampling/MemoryReader.h"
+#include "Support/Files.h"
+#include "Support/TestMain.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+static thread_local int allocations = 0;
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool AreAllocationsCounted = false; // a sanitizer brings an allocator of its own
+#else
+constexpr bool AreAllocationsCounted = true;
+extern "C" void *__libc_malloc(std::size_t size); // NOLINT(bugprone-reserved-identifier)
+extern "C" void *malloc(std::size_t size) // operator new and the lists of Qt end here, too
+{
+    ++allocations;
+    return __libc_malloc(size);
+}
+#endif
+
+static QByteArray meminfo(const char *total, const char *free, const char *available)
+{
+    return QByteArray("MemTotal: ") + total + " kB\nMemFree: " + free
+        + " kB\nMemAvailable: " + available + " kB\n";
+}
+static const QByteArray Smallest = meminfo("1000", "100", "400");
+
+/// The readers over files like those in /proc.
+class KernelFilesTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void initTestCase() { QLoggingCategory::setFilterRules(QStringLiteral("meterkin.*=false")); }
+
+    void usage()
+    {
+        const QByteArray zeros("cpu0 0 0 0 0\ncpu1 0 0 0 0\ncpu2 0 0 0 0\n");
+        const QByteArray good("cpu1 1 2 3 4 5 6 7 8 9 10\n"); // busy for 27 of 36
+        const std::array<QByteArray, 3> cases[]{
+            {"cpu0 100 50 50 800\n", "cpu0 160 60 70 960\n", "36: 36"},
+            {"", "cpu0 90 0 0 10\n", "0: 0"},
+            {"cpu0 9 0 0 91\n", "cpu0 9 0 0 91\n", "0: 0"},
+            {zeros, "cpu0 2 0 0 8\ncpu2 3 1 0 6\n", "30: 20 40"}, // one goes offline
+            {"cpu0 0 0 0 0\ncpu2 0 0 0 0\n", "cpu0 0 0 3 7\ncpu1 9 0 0 1\ncpu2 6 0 0 4\n",
+             "30: 30 0 60"}, // and online
+            {"cpu0 0 0 0 500\n", "cpu0 10 0 0 400\n", "100: 100"}, // idle time decreases
+            {"cpu0 9 9 9 9\n", "cpu0 1 1 1 1\n", "0: 0"},
+            {zeros, "cpu0 " + QByteArray("2305843009213693951 ").repeated(4) + '\n', "75: 75"},
+            {zeros, "cpu  9 9 9 9\n" + good + "intr 5\ncpu2 1 2 3 4\n", "75: 75"},
+            {zeros, "cpu0 1 2 1 4\ncpu1 1 2 3 1 5 \n", "50: 50 50"}, // old kernels
+            {zeros, "intr 5\n" + good, ""},
+            {zeros, good + good, ""},
+        };
+        for (const auto &[before, now, expected] : cases)
+            QCOMPARE(usageBetween(before, now), expected);
+        const QByteArray damaged(
+            "cpu0 1 2 3|cpu0 1 -2 3 4|cpu0 1 2 3 4 -5|cpu0 1 2 3 4x|cpuX 1 2 3 4|"
+            "cpu-1 1 2 3 4|cpu0 99999999999999999999 2 3 4|cpu4294967296 1 2 3 4|"
+            "cpu0 0 0 0 18446744073709551615 1");
+        for (const QByteArray &line : damaged.split('|'))
+            QVERIFY2(usageBetween(zeros, line + '\n' + good) == "75: 75", line);
+        for (qsizetype size = 0; size < good.size(); ++size)
+            QCOMPARE(usageBetween(zeros, "cpu0 1 0 0 3\n" + good.left(size)), "25: 25");
+    }
+
+    void memory()
+    {
+        const std::pair<QByteArray, QByteArray> cases[]{
+            // active wired compressed inactive free
+            {Smallest + "SUnreclaim: 10 kB\nKernelStack: 20 kB\nPageTables: 30 kB\n"
+                 + "SecPageTables: 40 kB\nPercpu: 50 kB\nZswap: 60 kB\nSlab: 99 kB\n",
+             "390 150 60 300 100"},
+            {Smallest + "SUnreclaim: 700 kB\nZswap: 5 kB\n", "0 600 0 300 100"},
+            {Smallest + "SUnreclaim: 500 kB\nZswap: 200 kB\n", "0 500 100 300 100"},
+            {"Nonsense\n: 5\nOther: -1 kB\n\n" + Smallest, "600 0 0 300 100"},
+            {"MemTotal: 9 kB\nMemFree: 1 kB\nBuffers: 5 kB\n", "8 0 0 0 1"}, // old kernel
+            {meminfo("1000", "300", "200"), "800 0 0 0 300"},
+            {meminfo("1000", "100", "5000"), "900 0 0 0 100"}, // available of the host
+            {meminfo("0", "0", "0"), ""},
+            {meminfo("1000", "1001", "400"), ""},
+            {meminfo("-1000", "100", "400"), ""},
+            {meminfo("1000", "100", "x") + "Buffers: 1 kB\n", ""},
+            {meminfo("1000 MB", "100", "400"), ""},
+            {"MemTotal: 1000 kB\nMemAvailable: 400 kB\n", ""},
+            {Smallest + "MemFree: 200 kB\n", ""},
+            {Smallest + "Zswap: 99999999999999999999 kB\n", ""},
+            {Smallest + "Zswap: 18446744073709551615 kB\n", ""},
+        };
+        for (const auto &[text, expected] : cases)
+            QCOMPARE(memoryIn(text), expected);
+        for (qsizetype size = 0; size < Smallest.size(); ++size)
+            QCOMPARE(memoryIn(Smallest.left(size)), "");
+    }
+
+    void zramIsFoundAgainWhenSwapChanges()
+    {
+        put("zram0/mm_stat", "   9999   8888   10240   0   7 7 7 7 7\n");
+        put("zram1/mm_stat", "   9999   damaged\n");
+        put("sda/mm_stat", "   0   0   1024000   0\n");
+        LinuxPageCounters source(put("meminfo", Smallest + "SwapTotal: 0 kB\nZswap: 1 kB\n"),
+                                 m_folder.path().toStdString());
+        QCOMPARE(source.read()->compressed, std::uint64_t(11));
+        put("zram2/mm_stat", "   9999   8888   40960\n");
+        put("meminfo", Smallest + "SwapTotal: 8 kB\nZswap: 1 kB\n");
+        QCOMPARE(source.read()->compressed, std::uint64_t(51));
+    }
+
+    void thousandCoresInAFileThatFailedBefore()
+    {
+        QLoggingCategory::setFilterRules({});
+        // Once, for both failures.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("No such file")));
+        const QString path = m_folder.filePath(QStringLiteral("late"));
+        LinuxProcessorTicks source(path.toStdString());
+        std::vector<ProcessorCore> cores;
+        QVERIFY(!source.read(cores));
+        QVERIFY(QDir().mkdir(path)); // opens, but cannot be read
+        QVERIFY(!source.read(cores));
+        QVERIFY(QDir().rmdir(path));
+        QByteArray text;
+        for (int i = 0; i < 1024; ++i)
+            text += "cpu" + QByteArray::number(i) + " 1 0 0 9876543210 0 0 0 0 0 0\n";
+        put("late", text + "intr " + QByteArray(50000, '0') + '\n');
+        QVERIFY(source.read(cores));
+        QCOMPARE(cores.size(), std::size_t(1024));
+        const auto privatePages = [] {
+            return contents(QStringLiteral("/proc/self/statm")).split(' ').value(5).toLongLong();
+        };
+        const qint64 before = privatePages();
+        QVERIFY(QFile::resize(path, 1 << 30)); // more than the largest buffer
+        QVERIFY(!source.read(cores));
+        put("late", "cpu0 5 2 3 4\n");
+        QVERIFY(source.read(cores) && cores.size() == 1 && cores.front().ticks.user == 5);
+        QVERIFY(privatePages() < before + 256); // the memory was given back
+    }
+
+    void agreesWithFree()
+    {
+        const auto columns = [] {
+            QProcess process;
+            process.start(QStringLiteral("free"), {QStringLiteral("-b")});
+            process.waitForFinished();
+            return process.readAllStandardOutput().split('\n').value(1).simplified().split(' ');
+        };
+        const auto total = static_cast<qint64>(LinuxPageCounters().physicalMemory());
+        QCOMPARE(total, columns().value(1).toLongLong());
+        MemoryReader reader(0, std::make_unique<LinuxPageCounters>());
+        const auto used = [&reader] { return static_cast<qint64>(reader.read()->usedBytes()); };
+        QTRY_VERIFY(qAbs(used() - columns().value(2).toLongLong()) < 32 << 20); // may be busy
+    }
+
+    void samplesAllocateNothing()
+    {
+        CPUReader processors(std::make_unique<LinuxProcessorTicks>());
+        MemoryReader memory(1, std::make_unique<LinuxPageCounters>());
+        std::optional<CPUInfo> published; // kept until the next sample, like in the collector
+        for (int i = 0; i < 50; ++i) {
+            if (i == 2) { // after both lists of the reader
+                QCOMPARE(allocations > 0, AreAllocationsCounted);
+                allocations = 0;
+            }
+            published = processors.read();
+            QVERIFY(published && memory.read());
+        }
+        QCOMPARE(allocations, 0);
+    }
+
+private:
+    /// The path of a file with this text.
+    std::string put(const char *name, const QByteArray &text) const
+    {
+        const QString path = m_folder.filePath(QLatin1String(name));
+        return write(path, text) ? path.toStdString() : std::string();
+    }
+
+    /// "mean: usage of each core" between two texts of a file that fails once in the meantime.
+    QByteArray usageBetween(const QByteArray &before, const QByteArray &now) const
+    {
+        CPUReader reader(std::make_unique<LinuxProcessorTicks>(put("stat", before)));
+        reader.read();
+        put("stat", "");
+        reader.read();
+        put("stat", now);
+        const std::optional<CPUInfo> info = reader.read();
+        reader.read();
+        reader.read(); // changes nothing in a sample that is kept
+        QByteArray text = info ? QByteArray::number(info->aggregateUsage) + ':' : QByteArray();
+        for (const double usage : info.value_or(CPUInfo()).perCoreUsage)
+            text += ' ' + QByteArray::number(usage);
+        return text;
+    }
+
+    /// "active wired compressed inactive free" in kB.
+    QByteArray memoryIn(const QByteArray &text) const
+    {
+        MemoryReader reader(0, std::make_unique<LinuxPageCounters>(put("meminfo", text), "/none"));
+        QByteArrayList list;
+        if (const std::optional<MemoryInfo> info = reader.read())
+            for (const auto bytes : {info->activeBytes, info->wiredBytes, info->compressedBytes,
+                                     info->inactiveBytes, info->freeBytes})
+                list += QByteArray::number(qulonglong(bytes / 1024));
+        return list.join(' ');
+    }
+
+    QTemporaryDir m_folder;
+};
+
+METERKIN_TEST(KernelFilesTest);
+#include "KernelFilesTest.moc"
