@@ -4,14 +4,14 @@
 
 namespace {
 
-constexpr qint64 PressMilliseconds = 2000; // a release may pass unseen
-constexpr int Tolerance = 8; // logical pixels: panels report a point beside the press, too
+constexpr qint64 PressMilliseconds = 2000; // for a release that is not reported
+constexpr int Tolerance = 8; // logical pixels: some panels report a point beside the press
 
 } // namespace
 
 void ReopenGuard::closedByPress(std::optional<QPoint> place, qint64 now)
 {
-    // Without a place there is no release to wait for either.
+    // A system that does not report the place does not report the release either.
     m_press = Press{place, now, place ? std::nullopt : std::optional(now)};
 }
 

@@ -5,9 +5,9 @@
 
 #include <optional>
 
-/// Tells a click on the status item that closed the popover from one that wants it opened: the
-/// press closes it, and the click of that same press arrives as a wish to show it. Times are
-/// milliseconds of any steady clock.
+/// Keeps a click on the status item from opening the popover that its own press has closed. The
+/// press lands outside of the popover, which closes it; the click that follows then asks to show
+/// it. Times are milliseconds of any steady clock.
 class ReopenGuard {
 public:
     /// How long after the release a panel or menu bar may take to report the click.
@@ -16,19 +16,20 @@ public:
     {
     }
 
-    /// A press has closed the popover. `place` is absent where the system does not tell it.
+    /// A press has closed the popover. `place` is in logical coordinates; absent where the system
+    /// does not report it.
     void closedByPress(std::optional<QPoint> place, qint64 now);
-    /// A button has come up again.
+    /// The button has been released.
     void released(qint64 now);
-    /// Whether showing at that item is the rest of the click that closed; true at most once for
-    /// each press.
+    /// Whether a click on that item belongs to the press that has closed the popover; true at most
+    /// once for each press. An empty `item` is one whose place is not known.
     bool swallows(const QRect &item, qint64 now);
 
 private:
     struct Press {
         std::optional<QPoint> place;
         qint64 pressedAt;
-        std::optional<qint64> releasedAt; ///< absent until it is seen
+        std::optional<qint64> releasedAt; ///< absent until it is reported
     };
     qint64 m_reportMilliseconds;
     std::optional<Press> m_press;

@@ -1,15 +1,8 @@
 #include "Services/HotkeyManager.h"
 
-#include "Platform/macOS/Sensors/FourCharacterCode.h"
 #include "Platform/HotkeyRegistrar.h"
 
 #include <utility>
-
-namespace {
-
-constexpr HotkeyIdentifier OurHotkey{fourCharacterCode("MKHT"), 1};
-
-} // namespace
 
 HotkeyManager::HotkeyManager(HotkeyRegistrar &registrar)
     : m_registrar(registrar)
@@ -24,7 +17,7 @@ HotkeyManager::~HotkeyManager()
 void HotkeyManager::registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                                    std::function<void()> callback)
 {
-    m_registrar.bind({keyCode, modifiers}, OurHotkey, std::move(callback));
+    m_registrar.bind({keyCode, modifiers}, std::move(callback));
 }
 
 void HotkeyManager::unregister()

@@ -71,13 +71,9 @@ public:
 
     using HotkeyRegistrar::setObstacle;
 
-    void bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
-              std::function<void()> pressed) override
+    void bind(const HotkeyCombination &combination, std::function<void()> pressed) override
     {
-        calls << QString::asprintf(
-            "bind %u+0x%x as %c%c%c%c %u", combination.keyCode, combination.modifiers,
-            identifier.signature >> 24, identifier.signature >> 16 & 0xFF,
-            identifier.signature >> 8 & 0xFF, identifier.signature & 0xFF, identifier.id);
+        calls << QString::asprintf("bind %u+0x%x", combination.keyCode, combination.modifiers);
         m_pressed = std::move(pressed);
     }
     void unbind() override

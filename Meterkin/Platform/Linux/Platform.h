@@ -14,7 +14,7 @@
 #include "Platform/Linux/Windows/PopoverContainer.h"
 #include "Platform/Linux/Windows/WindowStyle.h"
 #include "Platform/Linux/X11/Connection.h"
-#include "Platform/Linux/X11/KeyboardLayout.h"
+#include "Platform/Linux/Hotkey/KeyboardLayout.h"
 #include "Platform/Linux/X11/XSettings.h"
 #include "Platform/Platform.h"
 
@@ -58,7 +58,7 @@ private:
     BusConnection m_systemBus{BusConnection::Kind::System, {.longestRetry = std::chrono::minutes(1)}};
     LinuxPopoverContainer m_popover;
     LinuxWindowStyle m_windowStyle;
-    X11KeyboardLayout m_keyboard;
+    LinuxKeyboardLayout m_keyboard;
     LinuxKeyDownMonitor m_keyDownFilter;
     XSettings m_xsettings;
     LinuxDesktopAppearance m_appearance;

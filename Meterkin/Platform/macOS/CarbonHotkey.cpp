@@ -6,6 +6,8 @@
 
 namespace {
 
+constexpr EventHotKeyID Identifier{0x4d4b4854, 1}; // "MKHT"
+
 OSStatus handlePress(EventHandlerCallRef, EventRef, void *userData)
 {
     if (userData == nullptr)
@@ -16,8 +18,7 @@ OSStatus handlePress(EventHandlerCallRef, EventRef, void *userData)
 
 } // namespace
 
-void CarbonHotkey::bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
-                        std::function<void()> pressed)
+void CarbonHotkey::bind(const HotkeyCombination &combination, std::function<void()> pressed)
 {
     unbind();
     const EventTypeSpec hotkeyPressed{kEventClassKeyboard, kEventHotKeyPressed};
@@ -32,9 +33,9 @@ void CarbonHotkey::bind(const HotkeyCombination &combination, const HotkeyIdenti
     m_pressed = std::move(pressed);
 
     EventHotKeyRef hotkey = nullptr;
-    const OSStatus status = RegisterEventHotKey(combination.keyCode, combination.modifiers,
-                                                {identifier.signature, identifier.id},
-                                                GetApplicationEventTarget(), 0, &hotkey);
+    const OSStatus status =
+        RegisterEventHotKey(combination.keyCode, combination.modifiers, Identifier,
+                            GetApplicationEventTarget(), 0, &hotkey);
     if (status == noErr) {
         m_hotkey.reset(hotkey);
         return;

@@ -12,8 +12,7 @@ struct OpaqueEventHotKeyRef;
 /// tells nobody when a combination is free again: what it refuses is not tried again.
 class CarbonHotkey : public HotkeyRegistrar {
 public:
-    void bind(const HotkeyCombination &combination, const HotkeyIdentifier &identifier,
-              std::function<void()> pressed) override;
+    void bind(const HotkeyCombination &combination, std::function<void()> pressed) override;
     void unbind() override;
 
     /// Runs the press handler, if there is one: for the event manager.

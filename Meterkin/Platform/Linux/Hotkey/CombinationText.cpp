@@ -23,7 +23,7 @@ constexpr ModifierName Modifiers[] = {
     {CarbonModifier::shift, QLatin1StringView("Shift+"), QLatin1StringView("SHIFT+")},
 };
 
-// Where the symbol's own name is not what is printed on the key.
+// Keys whose symbol's name is not what users call them.
 constexpr std::pair<std::uint32_t, QLatin1StringView> Names[] = {
     {XKB_KEY_Escape, QLatin1StringView("Esc")},
     {XKB_KEY_space, QLatin1StringView("Space")},
@@ -36,7 +36,7 @@ constexpr std::pair<std::uint32_t, QLatin1StringView> Names[] = {
     {XKB_KEY_XF86AudioRaiseVolume, QLatin1StringView("Volume Up")},
 };
 
-// What dead keys put on the next letter, from XKB_KEY_dead_grave on.
+// The accents of dead keys, from XKB_KEY_dead_grave on.
 constexpr std::u16string_view Accents = u"`´^~¯˘˙¨˚˝ˇ¸˛";
 
 QString symbolName(std::uint32_t keysym)

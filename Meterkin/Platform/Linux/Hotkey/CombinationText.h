@@ -4,11 +4,11 @@
 
 #include <QString>
 
-// Both take the keysym that the key gives without modifiers; 0 for none.
+// Both take the key's keysym without modifiers; 0 for none.
 
 /// The combination as users write it, such as "Ctrl+Alt+K"; a key without a symbol is "Key(52)".
 QString combinationText(const HotkeyCombination &combination, std::uint32_t keysym);
 
-/// The combination as desktops write shortcuts to each other, such as "CTRL+ALT+m"; empty for a key
-/// without a symbol.
+/// The combination as in freedesktop.org's Shortcuts Specification, such as "CTRL+ALT+m"; empty for
+/// a key without a symbol.
 QString shortcutTrigger(const HotkeyCombination &combination, std::uint32_t keysym);

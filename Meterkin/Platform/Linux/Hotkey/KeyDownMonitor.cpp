@@ -51,7 +51,7 @@ void LinuxKeyDownMonitor::remove()
 
 bool LinuxKeyDownMonitor::eventFilter(QObject *watched, QEvent *event)
 {
-    // The window has an event first; what goes on to its items is the same key again.
+    // Qt sends each key to the window first, then the same key to its items.
     if (!watched->isWindowType())
         return false;
     Verdict verdict = Verdict::Passed;
@@ -61,7 +61,7 @@ bool LinuxKeyDownMonitor::eventFilter(QObject *watched, QEvent *event)
         verdict = judgeRelease(static_cast<const QKeyEvent &>(*event));
     if (verdict == Verdict::Passed)
         return false;
-    event->accept(); // else a shortcut would still be looked up
+    event->accept(); // or Qt would still look for a shortcut
     return true;
 }
 
@@ -71,7 +71,7 @@ LinuxKeyDownMonitor::Verdict LinuxKeyDownMonitor::judgePress(const QKeyEvent &ke
     if (m_judged && m_judged->scanCode == key.nativeScanCode()) {
         if (isPress && std::exchange(m_judged->isPressToCome, false))
             return m_judged->verdict;
-        // Held on, a key that nobody was to see would reach the window once the handler is gone.
+        // Its repeats must not reach the window either, when the handler is gone.
         if (key.isAutoRepeat() && m_judged->verdict == Verdict::Swallowed)
             return Verdict::Swallowed;
     }
@@ -97,13 +97,13 @@ LinuxKeyDownMonitor::Verdict LinuxKeyDownMonitor::judgeRelease(const QKeyEvent &
 
 LinuxKeyDownMonitor::Verdict LinuxKeyDownMonitor::ask(const QKeyEvent &key) const
 {
-    const auto handler = m_handler; // it may remove itself while it runs
+    const auto handler = m_handler; // a copy, since it may remove itself
     const bool isSwallowed =
         handler && handler({m_findKey(key.nativeScanCode()), flagsOf(key.modifiers())});
     return isSwallowed ? Verdict::Swallowed : Verdict::Passed;
 }
 
-/// Watches while there is a handler, and on until a swallowed key is up again.
+/// Watches while there is a handler, and until a swallowed key is up again.
 void LinuxKeyDownMonitor::watch()
 {
     const bool isKeyDown = m_judged && m_judged->verdict == Verdict::Swallowed;

@@ -13,7 +13,7 @@ class LinuxKeyDownMonitor : public QObject, public KeyDownMonitor {
     Q_OBJECT
 
 public:
-    /// From a hardware code, as Qt reports it, to a virtual key code.
+    /// From a hardware code to a virtual key code.
     using FindKey = std::function<std::uint32_t(std::uint32_t)>;
 
     explicit LinuxKeyDownMonitor(FindKey findKey = virtualKeyCode, QObject *parent = nullptr);
@@ -25,11 +25,11 @@ public:
 
 private:
     enum class Verdict { Passed, Swallowed };
-    /// What became of the key that went down last.
+    /// The key that went down last.
     struct Judged {
         quint32 scanCode;
         Verdict verdict;
-        bool isPressToCome; ///< so far only the question whether it may be a shortcut
+        bool isPressToCome; ///< Qt has sent only the ShortcutOverride before it
     };
 
     Verdict judgePress(const QKeyEvent &key);

@@ -82,7 +82,7 @@ constexpr KeyPosition Keys[] = {
     {39, 41, "AC10", XKB_KEY_semicolon},
     {40, 39, "AC11", XKB_KEY_apostrophe},
     {28, 36, "RTRN", XKB_KEY_Return},
-    // the lowest letters; first the extra key of ISO keyboards
+    // the lowest row of letters, from the extra key of ISO keyboards
     {86, 10, "LSGT", XKB_KEY_less},
     {44, 6, "AB01", XKB_KEY_z},
     {45, 7, "AB02", XKB_KEY_x},
@@ -95,7 +95,7 @@ constexpr KeyPosition Keys[] = {
     {52, 47, "AB09", XKB_KEY_period},
     {53, 44, "AB10", XKB_KEY_slash},
     {57, 49, "SPCE", XKB_KEY_space},
-    // the block of arrows; Insert is where Help is
+    // the block of arrows; the virtual key code of Insert is that of Help
     {110, 114, "INS", XKB_KEY_Insert},
     {111, 117, "DELE", XKB_KEY_Delete},
     {102, 115, "HOME", XKB_KEY_Home},

@@ -6,20 +6,23 @@
 #include <optional>
 #include <string_view>
 
-/// The virtual key code of the key at that place of the keyboard, whatever the layout prints on
-/// it; KeyDown::NoKeyCode when there is none. Hardware codes are those of X11 (evdev's plus 8),
-/// which Qt reports under Wayland too.
+// Hardware codes are those of X11: evdev's of <linux/input-event-codes.h> plus 8. Qt reports them
+// under Wayland, too.
+
+/// The virtual key code of the key at that place of the keyboard, whatever the layout;
+/// KeyDown::NoKeyCode when there is none.
 std::uint32_t virtualKeyCode(std::uint32_t hardwareCode);
 
-/// The way back: where the key with that virtual key code is.
+/// The inverse.
 std::optional<std::uint32_t> hardwareCode(std::uint32_t virtualKeyCode);
 
-/// What XKB calls that place, up to four letters such as "AC01"; empty when there is none.
-/// Servers agree on the names, but not on the codes.
+/// XKB's name of the place, up to four letters such as "AC01", as in the "evdev" file of
+/// xkeyboard-config's key codes; empty when there is none. Names are the same on all X servers,
+/// hardware codes are not.
 std::string_view positionName(std::uint32_t virtualKeyCode);
 
-/// The way back; KeyDown::NoKeyCode for a name that is not known.
+/// The inverse; KeyDown::NoKeyCode for an unknown name.
 std::uint32_t virtualKeyCodeNamed(std::string_view name);
 
-/// The symbol that an American keyboard has there, without modifiers; 0 when there is no such key.
+/// The symbol of that key on an American keyboard, without modifiers; 0 when there is no such key.
 std::uint32_t ansiKeysym(std::uint32_t virtualKeyCode);

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
 
 #include "Platform/Linux/Hotkey/CombinationText.h"
+#include "Platform/Log.h"
 
 #include <QDBusArgument>
 #include <QDBusMetaType>
@@ -18,22 +19,22 @@ const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request"
 const QString sessionInterface = QStringLiteral("org.freedesktop.portal.Session");
 const QString applicationIdentifier = QStringLiteral("org.meterkin.Meterkin");
 
-// Fixed, since a connection of our own never has two of a kind: some desktops know a program
-// outside of a sandbox again by its session's token, and ask the user anew for another one.
+// Always the same: some desktops recognise a program by its session's token, and ask the user again
+// when that changes.
 const QString sessionToken = QStringLiteral("meterkin");
 const QString createToken = QStringLiteral("meterkin_session");
 const QString bindToken = QStringLiteral("meterkin_bind");
 
-/// A portal that our call starts first waits for services of its desktop; nobody waits for us.
+// The call may start the portal, which waits for other services of the desktop.
 constexpr std::chrono::minutes CallTimeout{1};
 
-/// Until the user is told that there is no portal.
+// Until the settings say that there is no portal.
 constexpr int NoPortalMilliseconds = 3'000;
 
 constexpr std::uint32_t LastOfLatin = 0xff; // a keysym
 
-/// Desktops remember a shortcut by this name, with its keys: under a name that stays, a combination
-/// that the user has recorded anew would never be proposed.
+/// Desktops remember the keys of a shortcut by its name. Another combination needs another name, or
+/// it would never be proposed to the user.
 QString shortcutName(const HotkeyCombination &combination)
 {
     return QStringLiteral("toggle-dashboard-%1-%2")
@@ -78,17 +79,18 @@ PortalRegistrar::PortalRegistrar(FindKeysym findKeysym, QObject *parent)
     connect(&m_start, &QTimer::timeout, this, &PortalRegistrar::openBus);
     m_noPortal.setSingleShot(true);
     m_noPortal.setInterval(NoPortalMilliseconds);
-    connect(&m_noPortal, &QTimer::timeout, this, [this] { giveUp(HotkeyObstacle::NoService); });
+    connect(&m_noPortal, &QTimer::timeout, this,
+            [this] { giveUp(HotkeyObstacle::NoService, "no desktop portal answers"); });
+    qCDebug(logHotkey, "Wayland session: the hot key is bound by the desktop's portal");
 }
 
-void PortalRegistrar::bind(const HotkeyCombination &combination, const HotkeyIdentifier &,
-                           std::function<void()> pressed)
+void PortalRegistrar::bind(const HotkeyCombination &combination, std::function<void()> pressed)
 {
     unbind();
     m_combination = combination;
     m_pressed = std::move(pressed);
-    // Once for a burst of changes: key and modifiers are stored one after the other, and the user
-    // must not be asked about the halves.
+    // Once for a burst of changes: key and modifiers are stored one after the other, and the
+    // desktop must not ask the user about half a combination.
     m_start.start(0);
 }
 
@@ -103,7 +105,7 @@ void PortalRegistrar::unbind()
 void PortalRegistrar::openBus()
 {
     closeBus();
-    // A connection of its own, since the introduction must be the first that a portal hears on it.
+    // A connection of its own: Register() must be the first call of a portal on it.
     m_bus = std::make_unique<BusConnection>();
     connect(m_bus.get(), &BusConnection::connected, this, &PortalRegistrar::connectSignals);
     m_service = std::make_unique<BusName>(*m_bus, service);
@@ -111,8 +113,8 @@ void PortalRegistrar::openBus()
     m_noPortal.start();
 }
 
-/// With the connection all that the portal holds for it ends: the session, a request whose answer
-/// is still to come, a dialog.
+/// With the connection the portal ends all that belongs to it: the session, open requests, a
+/// dialog.
 void PortalRegistrar::closeBus()
 {
     m_service.reset();
@@ -123,7 +125,7 @@ void PortalRegistrar::closeBus()
 
 void PortalRegistrar::forgetPortal()
 {
-    m_talk.reset();
+    m_receiver.reset();
     m_step = Step::Idle;
     m_portal.clear();
 }
@@ -131,7 +133,7 @@ void PortalRegistrar::forgetPortal()
 void PortalRegistrar::connectSignals()
 {
     QDBusConnection connection = *m_bus->connection();
-    // From any sender: to name the sender here would mean to wait for the bus.
+    // From any sender: for a sender's name Qt would wait for the bus.
     const QString response = QStringLiteral("Response");
     connection.connect(QString(), handle(createToken), requestInterface, response, this,
                        SLOT(takeSessionResponse(QDBusMessage)));
@@ -151,13 +153,13 @@ void PortalRegistrar::handleOwner(const std::optional<QString> &previous)
         m_noPortal.start();
         return;
     }
-    if (!previous) { // the bus is there; our call starts a portal that does not run
+    if (!previous) { // the bus is there; the call starts a portal that does not run
         introduce();
         return;
     }
     if (*owner == m_portal)
-        return; // it was our call that started it
-    m_talk.reset();
+        return; // started by our call
+    m_receiver.reset();
     m_step = Step::Idle;
     if (owner->isEmpty()) {
         m_noPortal.start();
@@ -165,32 +167,32 @@ void PortalRegistrar::handleOwner(const std::optional<QString> &previous)
     }
     if (m_portal.isEmpty())
         introduce();
-    else // The desktop's part of the portal, which may have stayed, still holds the session's path.
+    else // On a new connection: the desktop's part of the portal may still hold the session's path.
         m_start.start(0);
 }
 
-/// Says which program this connection belongs to. The answer, also that there is no such thing
-/// here, tells who the portal is.
+/// Tells the portal which program this connection belongs to. Any answer, an error too, tells the
+/// portal's unique name.
 void PortalRegistrar::introduce()
 {
-    m_talk = std::make_unique<QObject>();
+    m_receiver = std::make_unique<QObject>();
     QDBusMessage call = portalCall(registryInterface, QStringLiteral("Register"));
     call << applicationIdentifier << QVariantMap();
     const auto proceed = [this](const BusReply<void> &reply) {
         if (reply.isTimeout())
             return introduce();
         if (!reply.sender().startsWith(u':')) // the bus has answered in place of a portal
-            return giveUp(HotkeyObstacle::NoService);
+            return giveUp(HotkeyObstacle::NoService, "this session has no desktop portal");
         m_portal = reply.sender();
         createSession();
     };
-    m_bus->call<void>(call, m_talk.get(), proceed, CallTimeout);
+    m_bus->call<void>(call, m_receiver.get(), proceed, CallTimeout);
 }
 
 void PortalRegistrar::createSession()
 {
     m_noPortal.stop();
-    setObstacle(HotkeyObstacle::None); // as long as it is asked
+    setObstacle(HotkeyObstacle::None); // until it answers
     m_step = Step::CreatingSession;
     QDBusMessage message = portalCall(shortcutsInterface, QStringLiteral("CreateSession"));
     message << QVariantMap{{QStringLiteral("handle_token"), createToken},
@@ -206,7 +208,7 @@ void PortalRegistrar::bindShortcut()
     PortalShortcut shortcut{
         shortcutName(m_combination),
         {{QStringLiteral("description"), QStringLiteral("Open the meterkin dashboard")}}};
-    // Without one the user can still choose.
+    // Without a trigger the user can still choose one.
     if (const QString keys = trigger(); !keys.isEmpty())
         shortcut.properties.insert(QStringLiteral("preferred_trigger"), keys);
     QDBusMessage message = portalCall(shortcutsInterface, QStringLiteral("BindShortcuts"));
@@ -216,7 +218,7 @@ void PortalRegistrar::bindShortcut()
     call(message, HotkeyObstacle::Refused);
 }
 
-/// Desktops take triggers by symbols, and know those of other scripts by the American layout.
+/// Triggers name symbols. Desktops expect the American ones where the layout has another script.
 QString PortalRegistrar::trigger() const
 {
     const std::uint32_t present = m_findKeysym(m_combination.keyCode);
@@ -224,68 +226,72 @@ QString PortalRegistrar::trigger() const
                            present <= LastOfLatin ? present : ansiKeysym(m_combination.keyCode));
 }
 
-void PortalRegistrar::giveUp(HotkeyObstacle obstacle)
+void PortalRegistrar::giveUp(HotkeyObstacle obstacle, const char *reason)
 {
+    if (this->obstacle() != obstacle)
+        qCWarning(logHotkey, "The hot key is not bound: %s; retried when a portal starts", reason);
     m_noPortal.stop();
     m_step = Step::Idle;
     setObstacle(obstacle);
 }
 
-/// The true answer is the response that follows; only an error comes at once.
+/// The portal sends its answer as a Response signal; the reply tells only errors.
 void PortalRegistrar::call(const QDBusMessage &call, HotkeyObstacle onError)
 {
     const auto takeReply = [this, onError](const BusReply<void> &reply) {
         if (!reply.isValid())
-            giveUp(onError);
+            giveUp(onError,
+                   qPrintable(QStringLiteral("the desktop portal refuses: ")
+                              + reply.error().message()));
     };
-    m_bus->call<void>(call, m_talk.get(), takeReply, CallTimeout);
+    m_bus->call<void>(call, m_receiver.get(), takeReply, CallTimeout);
 }
 
-bool PortalRegistrar::isAnswer(const QDBusMessage &response, Step step) const
+bool PortalRegistrar::isFromPortal(const QDBusMessage &response, Step step) const
 {
     return m_step == step && response.service() == m_portal;
 }
 
 void PortalRegistrar::takeSessionResponse(const QDBusMessage &response)
 {
-    if (!isAnswer(response, Step::CreatingSession))
+    if (!isFromPortal(response, Step::CreatingSession))
         return;
     if (response.arguments().value(0) == QVariant(0U))
         bindShortcut();
     else
-        giveUp(HotkeyObstacle::Refused);
+        giveUp(HotkeyObstacle::Refused, "the desktop refuses a session for shortcuts");
 }
 
 void PortalRegistrar::takeBindResponse(const QDBusMessage &response)
 {
-    if (!isAnswer(response, Step::Binding))
+    if (!isFromPortal(response, Step::Binding))
         return;
-    // Even when the shortcut is missing in the answer: some desktops always leave it out, and on
-    // others the user can give it keys later.
+    // Also when the answer lacks the shortcut: some desktops always leave it out, and on others the
+    // user can assign keys later.
     if (response.arguments().value(0) == QVariant(0U))
         m_step = Step::Bound;
     else
-        giveUp(HotkeyObstacle::Refused);
+        giveUp(HotkeyObstacle::Refused, "the user or the desktop has refused it");
 }
 
 void PortalRegistrar::handleActivation(const QDBusMessage &activation)
 {
     const QVariantList arguments = activation.arguments();
     const QString session = arguments.value(0).value<QDBusObjectPath>().path();
-    if (!isAnswer(activation, Step::Bound) || !m_pressed || session != handle(sessionToken)
+    if (!isFromPortal(activation, Step::Bound) || !m_pressed || session != handle(sessionToken)
         || arguments.value(1).toString() != shortcutName(m_combination))
         return;
-    const auto pressed = m_pressed; // may be replaced while it runs
+    const auto pressed = m_pressed; // a copy, since it may bind another one
     pressed();
 }
 
 void PortalRegistrar::handleClosedSession(const QDBusMessage &closing)
 {
     if (closing.service() == m_portal)
-        giveUp(HotkeyObstacle::Refused);
+        giveUp(HotkeyObstacle::Refused, "the desktop has ended the session");
 }
 
-/// Where the portal puts the request or the session that bears this token.
+/// The object path that the portal gives to the request or session of this token.
 QString PortalRegistrar::handle(const QString &token) const
 {
     const QString folder =

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Hotkey/X11Registrar.h"
 
+#include "Platform/Log.h"
+
 #include <chrono>
 #include <utility>
 
@@ -7,7 +9,7 @@ namespace {
 
 constexpr quint16 AllModifiers = 0xff; // the bits above are buttons and the keyboard group
 
-// More than it takes a key that is held on to repeat for the first time.
+// Longer than the delay before a held key repeats.
 constexpr int RepeatMilliseconds = 1000;
 
 constexpr std::chrono::seconds FirstRetry{5};
@@ -15,7 +17,8 @@ constexpr std::chrono::minutes LongestRetry{1};
 
 } // namespace
 
-X11Registrar::X11Registrar(X11Connection &connection, X11KeyboardLayout &keyboard, QObject *parent)
+X11Registrar::X11Registrar(X11Connection &connection, LinuxKeyboardLayout &keyboard,
+                           QObject *parent)
     : QObject(parent)
     , m_connection(connection)
     , m_keyboard(keyboard)
@@ -25,11 +28,11 @@ X11Registrar::X11Registrar(X11Connection &connection, X11KeyboardLayout &keyboar
     connect(&m_retry, &QTimer::timeout, this, &X11Registrar::tryNow);
     connect(&m_connection, &X11Connection::eventReceived, this, &X11Registrar::handleEvent);
     connect(&m_connection, &X11Connection::closed, this, &X11Registrar::forget);
-    connect(&m_keyboard, &X11KeyboardLayout::changed, this, &X11Registrar::follow);
+    connect(&m_keyboard, &LinuxKeyboardLayout::changed, this, &X11Registrar::follow);
+    qCDebug(logHotkey, "X11 session: the hot key is a key grab of the X server");
 }
 
-void X11Registrar::bind(const HotkeyCombination &combination, const HotkeyIdentifier &,
-                     std::function<void()> pressed)
+void X11Registrar::bind(const HotkeyCombination &combination, std::function<void()> pressed)
 {
     unbind();
     m_pressed = std::move(pressed);
@@ -76,12 +79,12 @@ bool X11Registrar::take(const Grab &grab)
     if (!isGranted)
         release();
     m_heldKey = 0;
-    // One that was just recorded is still down, and its release goes to who has the keyboard now.
+    // A combination that was just recorded is still down. Its release goes to another window.
     m_mayRepeat.setRemainingTime(m_keyboard.isDown(grab.key) ? RepeatMilliseconds : 0);
     return isGranted;
 }
 
-/// Fine also where the server has granted only a part.
+/// Also of a grab that the server has granted in part.
 void X11Registrar::release()
 {
     const std::optional<Grab> grab = std::exchange(m_grab, std::nullopt);
@@ -100,14 +103,14 @@ void X11Registrar::follow()
     tryNow();
 }
 
-/// Moves the grab to where the keyboard has key and modifiers now.
+/// Moves the grab to the codes that key and modifiers have now.
 void X11Registrar::tryNow()
 {
     m_retry.stop();
     if (!m_combination)
         return;
     if (!m_connection.isOpen()) {
-        setObstacle(HotkeyObstacle::NoService);
+        report(HotkeyObstacle::NoService, "there is no X server");
         return;
     }
     const std::optional<Grab> grab = findGrab(*m_combination);
@@ -115,13 +118,25 @@ void X11Registrar::tryNow()
         return;
     release();
     if (!grab) {
-        setObstacle(HotkeyObstacle::MissingKey);
+        report(HotkeyObstacle::MissingKey,
+               "the keyboard lacks the key or a modifier; it is bound when "
+               "another layout has them");
     } else if (take(*grab)) {
         setObstacle(HotkeyObstacle::None);
     } else {
-        setObstacle(HotkeyObstacle::OtherProgram);
+        report(HotkeyObstacle::OtherProgram,
+               "another program has grabbed it; retried at least once a minute");
         m_retry.retry();
     }
+}
+
+/// Retries that fail for the same reason say nothing more.
+void X11Registrar::report(HotkeyObstacle obstacle, const char *reason)
+{
+    if (this->obstacle() != obstacle)
+        qCWarning(logHotkey, "The hot key %s is not bound: %s",
+                  qPrintable(m_keyboard.text(*m_combination)), reason);
+    setObstacle(obstacle);
 }
 
 void X11Registrar::forget()
@@ -132,7 +147,7 @@ void X11Registrar::forget()
 
 void X11Registrar::handleEvent(const xcb_generic_event_t *event)
 {
-    // With the highest bit set it was sent by a program, and no key was pressed.
+    // Another program's SendEvent would set the highest bit: no key was pressed then.
     if (event->response_type == XCB_KEY_PRESS) {
         handlePress(xcbEvent<xcb_key_press_event_t>(event));
     } else if (event->response_type == XCB_KEY_RELEASE) {
@@ -155,6 +170,6 @@ void X11Registrar::handlePress(const xcb_key_press_event_t &press)
     m_heldKey = press.detail;
     if (isRepeat)
         return;
-    if (const auto pressed = m_pressed)
-        pressed(); // it may replace itself meanwhile
+    if (const auto pressed = m_pressed) // a copy, since it may bind another one
+        pressed();
 }

@@ -1,7 +1,6 @@
 #include "Platform/Linux/Tray/XembedManager.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace {
 
@@ -23,63 +22,21 @@ quint8 depthOfVisual(const xcb_screen_t &screen, xcb_visualid_t visual)
 XembedManager::XembedManager(X11Connection &connection, QObject *parent)
     : QObject(parent)
     , m_connection(connection)
+    , m_selection(connection, "_NET_SYSTEM_TRAY", XCB_EVENT_MASK_NO_EVENT)
 {
-    if (!m_connection.isOpen())
-        return;
-    connect(&m_connection, &X11Connection::eventReceived, this, &XembedManager::handleEvent);
-    connect(&m_connection, &X11Connection::closed, this, [this] {
-        m_window = XCB_WINDOW_NONE;
+    connect(&m_selection, &X11Selection::ownerChanged, this, [this] {
+        readVisual();
         emit windowChanged();
     });
-    m_selection =
-        m_connection.atom("_NET_SYSTEM_TRAY_S" + QByteArray::number(m_connection.screenNumber()));
-    // A new tray announces itself on the root window.
-    constexpr quint32 mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(m_connection.xcb(), m_connection.screen().root, XCB_CW_EVENT_MASK,
-                                 &mask);
-    find();
-}
-
-void XembedManager::handleEvent(const xcb_generic_event_t *event)
-{
-    const int type = event->response_type & 0x7f;
-    if (type == XCB_CLIENT_MESSAGE) {
-        const auto &message = xcbEvent<xcb_client_message_event_t>(event);
-        if (message.type == m_connection.atom("MANAGER") && message.data.data32[1] == m_selection)
-            find();
-    } else if (type == XCB_DESTROY_NOTIFY
-               && xcbEvent<xcb_destroy_notify_event_t>(event).window == m_window) {
-        find();
-    }
-}
-
-void XembedManager::find()
-{
-    const auto cookie = xcb_get_selection_owner(m_connection.xcb(), m_selection);
-    const XcbReply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(m_connection.xcb(), cookie, nullptr));
-    xcb_window_t owner = reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-    if (owner != XCB_WINDOW_NONE) {
-        constexpr quint32 mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-        const auto request = xcb_change_window_attributes_checked(m_connection.xcb(), owner,
-                                                                  XCB_CW_EVENT_MASK, &mask);
-        const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection.xcb(), request));
-        // It may have died since it was named; its successor will announce itself.
-        if (error)
-            owner = XCB_WINDOW_NONE;
-    }
-    m_connection.dispatchSoon();
-    if (std::exchange(m_window, owner) == owner)
-        return;
-    if (m_window != XCB_WINDOW_NONE)
-        readVisual();
-    emit windowChanged();
+    readVisual();
 }
 
 void XembedManager::readVisual()
 {
+    if (window() == XCB_WINDOW_NONE)
+        return;
     const QList<quint32> visual = m_connection.words(
-        m_window, m_connection.atom("_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID);
+        window(), m_connection.atom("_NET_SYSTEM_TRAY_VISUAL"), XCB_ATOM_VISUALID);
     m_visual = visual.isEmpty() ? 0 : visual.first();
     m_depth = depthOfVisual(m_connection.screen(), m_visual);
     if (m_depth == 0) {

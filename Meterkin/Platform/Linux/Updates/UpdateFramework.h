@@ -4,7 +4,7 @@
 #include "Platform/Linux/Bus/Service.h"
 #include "Platform/Linux/Updates/PackageUpdater.h"
 #include "Platform/Linux/Updates/Schedule.h"
-#include "Platform/Linux/Windows/Dialogs/DialogWindow.h"
+#include "Platform/Linux/Windows/Dialogs/Window.h"
 #include "Platform/Linux/Windows/Dialogs/UpdateSession.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/UpdateFramework.h"

@@ -15,8 +15,8 @@ const QString interfaceGroup = QStringLiteral("org.gnome.desktop.interface");
 const QString animationKey = QStringLiteral("enable-animations");
 const QString textKey = QStringLiteral("text-scaling-factor");
 
-constexpr uint ReducedMotion = 1; // the portal's number; any other means no preference
-constexpr double LeastTextScale = 0.5; // what desktops offer, and a bound for what they may send
+constexpr uint ReducedMotion = 1; // the portal's number; all others mean no preference
+constexpr double LeastTextScale = 0.5; // the range that desktops offer
 constexpr double MostTextScale = 3.0;
 
 QDBusMessage readCall(const QString &group, const QString &key)
@@ -25,7 +25,7 @@ QDBusMessage readCall(const QString &group, const QString &key)
         << group << key;
 }
 
-/// Read() wraps its answer in one variant more than the signal does.
+/// Read() answers with a variant in a variant, the signal has one.
 QVariant unwrapped(QVariant value)
 {
     while (value.metaType() == QMetaType::fromType<QDBusVariant>())
@@ -33,7 +33,7 @@ QVariant unwrapped(QVariant value)
     return value;
 }
 
-/// Whether one word part ends and another begins between two characters.
+/// Whether one word ends and another begins between two characters.
 bool isBreak(QChar left, QChar right)
 {
     return !left.isLetter() || !right.isLetter() || (left.isLower() && right.isUpper());
@@ -49,7 +49,7 @@ bool isDarkThemeName(QStringView name)
         const qsizetype end = begin + word.size();
         const QChar before = begin > 0 ? name[begin - 1] : QChar();
         const QChar after = end < name.size() ? name[end] : QChar();
-        // Nothing longer: a "Darker" variant is mostly a light theme with dark title bars.
+        // Not "Darker": such a variant is mostly a light theme with dark title bars.
         if (isBreak(before, name[begin]) && isBreak(name[end - 1], after))
             return true;
     }
@@ -63,7 +63,7 @@ LinuxDesktopAppearance::LinuxDesktopAppearance(BusConnection &bus, TextScale sou
     , m_source(source)
     , m_portal(bus, service)
 {
-    // Connecting the slot to the bus fails as long as nobody has used this type.
+    // Without it Qt refuses to connect the slot to the bus.
     qRegisterMetaType<QDBusVariant>();
     connect(&bus, &BusConnection::connected, this, &LinuxDesktopAppearance::follow);
     connect(&m_portal, &BusName::changed, this, [this](const std::optional<QString> &previous) {
@@ -85,7 +85,7 @@ bool LinuxDesktopAppearance::reducesMotion() const
     return m_isMotionReduced || !m_isAnimated || !m_isThemeAnimated;
 }
 
-template <typename Change> void LinuxDesktopAppearance::apply(Change change)
+template <typename Change> void LinuxDesktopAppearance::modify(Change change)
 {
     const auto before = look();
     change();
@@ -95,20 +95,20 @@ template <typename Change> void LinuxDesktopAppearance::apply(Change change)
 
 void LinuxDesktopAppearance::setThemeName(QStringView name)
 {
-    apply([&] { m_isThemeDark = isDarkThemeName(name); });
+    modify([&] { m_isThemeDark = isDarkThemeName(name); });
 }
 
 void LinuxDesktopAppearance::setAnimated(bool isAnimated)
 {
-    apply([&] { m_isThemeAnimated = isAnimated; });
+    modify([&] { m_isThemeAnimated = isAnimated; });
 }
 
 void LinuxDesktopAppearance::follow()
 {
     QDBusConnection connection = *m_bus.connection();
-    // From any sender: to name the sender here would mean to wait for the bus.
+    // From any sender: for a sender's name Qt would wait for the bus.
     connection.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
-                       SLOT(take(QString, QString, QDBusVariant)));
+                       SLOT(apply(QString, QString, QDBusVariant)));
 }
 
 void LinuxDesktopAppearance::read()
@@ -125,15 +125,15 @@ void LinuxDesktopAppearance::read(const QString &group, const QString &key)
     RepeatedCall &call = m_reads.try_emplace({group, key}, m_bus).first->second;
     call.send<QVariant>(readCall(group, key), [this, group, key](const BusReply<QVariant> &reply) {
         if (reply.isValid())
-            take(group, key, QDBusVariant(reply.value()));
+            apply(group, key, QDBusVariant(reply.value()));
     });
 }
 
-void LinuxDesktopAppearance::take(const QString &group, const QString &key,
-                                  const QDBusVariant &value)
+void LinuxDesktopAppearance::apply(const QString &group, const QString &key,
+                                   const QDBusVariant &value)
 {
     const QVariant content = unwrapped(value.variant());
-    apply([&] {
+    modify([&] {
         if (group == appearanceGroup && key == schemeKey) {
             m_scheme = static_cast<Scheme>(content.toUInt());
         } else if (group == appearanceGroup && key == motionKey) {
@@ -141,9 +141,9 @@ void LinuxDesktopAppearance::take(const QString &group, const QString &key,
         } else if (group == interfaceGroup && key == animationKey) {
             m_isAnimated = content.toBool();
         } else if (group == interfaceGroup && key == textKey && m_source == TextScale::FromPortal) {
-            const double told = content.toDouble();
-            m_textScale = std::isfinite(told) && told > 0.0
-                ? std::clamp(told, LeastTextScale, MostTextScale)
+            const double factor = content.toDouble();
+            m_textScale = std::isfinite(factor) && factor > 0.0
+                ? std::clamp(factor, LeastTextScale, MostTextScale)
                 : 1.0;
         }
     });

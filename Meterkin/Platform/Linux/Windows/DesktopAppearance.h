@@ -10,19 +10,18 @@
 #include <tuple>
 #include <utility>
 
-/// Whether a theme with such a name is a dark one: it has "dark", in any case, as a word part of
-/// its own, as in "Adwaita-dark" or "BreezeDark".
+/// Whether "dark" is one of the words that the theme's name is made of, as in "Adwaita-dark" or
+/// "BreezeDark".
 bool isDarkThemeName(QStringView name);
 
-/// The desktop's colour scheme, text size and animations as its portal tells them, and as last told
-/// when it goes away. Without a portal texts are unscaled, and as long as it prefers no scheme the
-/// theme's name decides. Main thread only.
+/// The desktop's colour scheme, text size and animations: org.freedesktop.portal.Settings of
+/// xdg-desktop-portal. The values stay when the portal ends. Without a portal texts are unscaled,
+/// and without a preferred scheme the theme's name decides. Main thread only.
 class LinuxDesktopAppearance : public DesktopAppearance {
     Q_OBJECT
 
 public:
-    /// Whether the window system's own scale says how large texts are to be, as it does on X11, or
-    /// the portal has to.
+    /// Where the size of texts comes from: the window system's scale, as on X11, or the portal.
     enum class TextScale { FromWindowSystem, FromPortal };
 
     /// The bus outlives it.
@@ -32,22 +31,21 @@ public:
     double textScale() const override { return m_textScale; }
     bool reducesMotion() const override;
 
-    /// The theme that the desktop names apart from the portal; light when empty.
+    /// The theme that the desktop names elsewhere than in the portal; light when empty.
     void setThemeName(QStringView name);
-    /// Whether programs are to animate, as the desktop says apart from the portal.
+    /// The desktop's setting for animations elsewhere than in the portal.
     void setAnimated(bool isAnimated);
 
 private slots:
-    void take(const QString &group, const QString &key, const QDBusVariant &value);
+    void apply(const QString &group, const QString &key, const QDBusVariant &value);
 
 private:
-    /// The portal's numbers; any other means no preference, too.
+    /// The portal's numbers; all others mean no preference, too.
     enum class Scheme : uint { NoPreference = 0, Dark = 1, Light = 2 };
 
-    /// All that change() may change.
     auto look() const { return std::tuple(isDark(), m_textScale, reducesMotion()); }
-    /// Does that, and says so when it changes the look.
-    template <typename Change> void apply(Change change);
+    /// Emits changed() when `change` changes the look.
+    template <typename Change> void modify(Change change);
     void follow();
     void read();
     void read(const QString &group, const QString &key);
@@ -58,8 +56,8 @@ private:
     std::map<std::pair<QString, QString>, RepeatedCall> m_reads; ///< by group and key
     Scheme m_scheme = Scheme::NoPreference;
     bool m_isThemeDark = false;
-    bool m_isMotionReduced = false; ///< by the portal's own setting
-    bool m_isAnimated = true; ///< by that of the desktop behind the portal
-    bool m_isThemeAnimated = true;
+    bool m_isMotionReduced = false; ///< the portal's own setting
+    bool m_isAnimated = true; ///< the desktop's setting that the portal passes on
+    bool m_isThemeAnimated = true; ///< the setting elsewhere than in the portal
     double m_textScale = 1.0;
 };

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Windows/LinkOpener.h"
 
 #include "Platform/Linux/BatchScheduling.h"
+#include "Platform/Log.h"
 
 #include <QDesktopServices>
 
@@ -25,6 +26,9 @@ LinkOpener::~LinkOpener()
 void LinkOpener::open(const QUrl &link)
 {
     useOriginalScheduling();
-    QDesktopServices::openUrl(link); // from within a handler this is Qt's own way
+    // Called by the handler for this scheme, Qt does not call it again but starts the browser.
+    if (!QDesktopServices::openUrl(link))
+        qCWarning(logWindows, "No program opens %s: the link stays closed",
+                  qPrintable(link.toString()));
     useBatchScheduling();
 }

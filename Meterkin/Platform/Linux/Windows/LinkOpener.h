@@ -3,8 +3,8 @@
 #include <QObject>
 #include <QUrl>
 
-/// Opens the links of the views in the user's browser, which starts as if from a shell. While it
-/// lives. Main thread only.
+/// Opens the links in the views in the user's browser, which does not inherit this program's batch
+/// scheduling. For as long as it exists. Main thread only.
 class LinkOpener : public QObject {
     Q_OBJECT
 

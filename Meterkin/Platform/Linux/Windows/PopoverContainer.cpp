@@ -1,8 +1,9 @@
 #include "Platform/Linux/Windows/PopoverContainer.h"
 
-#include "Platform/Linux/X11/Compositing.h"
+#include "Platform/Linux/Windows/DisplayServer.h"
+#include "Platform/Linux/Windows/Panels.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
-#include "Platform/Linux/X11/Panel.h"
+#include "Platform/Log.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -42,7 +43,7 @@ LinuxPopoverContainer::LinuxPopoverContainer(X11Connection &connection, QObject 
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LinuxPopoverContainer::close);
     connect(&connection, &X11Connection::closed, this, [this] {
         startClosing();
-        m_window.reset(); // one of the kind that only works with the connection
+        m_window.reset(); // it works only with the connection
     });
 }
 
@@ -62,63 +63,66 @@ bool LinuxPopoverContainer::swallowsClick(const QRect &item)
 
 void LinuxPopoverContainer::show(const QRect &item)
 {
-    if (m_shown || !m_make || QGuiApplication::primaryScreen() == nullptr)
+    if (m_isShown || !m_make)
         return;
+    if (QGuiApplication::primaryScreen() == nullptr) {
+        qCWarning(logWindows, "No screen is connected: the dashboard stays closed");
+        return;
+    }
     const FrameStyle style = isComposited(m_connection) ? FrameStyle::Rounded : FrameStyle::Square;
     if (!m_window || m_window->style() != style)
         makeWindow(style);
     m_forgetLater.stop();
-    m_shown = true;
-    m_wantsFocus = true;
-    lookAround(item);
+    m_isShown = true;
+    m_isFocusDue = true;
+    findSurroundings(item);
     place();
-    const bool onScreen = m_window->isExposed(); // still on its way out
+    const bool isOnScreen = m_window->isExposed(); // its animation out has not ended
     m_window->show();
     m_window->raise();
     m_window->animateIn();
-    if (takesFocusItself())
+    if (bypassesWindowManager())
         m_presses.start();
     else
         m_window->requestActivate();
-    if (onScreen)
+    if (isOnScreen)
         handleExposure();
 }
 
 void LinuxPopoverContainer::close()
 {
-    if (!m_shown)
+    if (!m_isShown)
         return;
     m_focus.giveBack();
     startClosing();
 }
 
-bool LinuxPopoverContainer::onX11() const
+bool LinuxPopoverContainer::bypassesWindowManager() const
 {
-    return m_connection.isOpen() && QGuiApplication::platformName() == u"xcb";
-}
-
-bool LinuxPopoverContainer::takesFocusItself() const
-{
-    // Xwayland sees no press on other surfaces, and its window manager is the compositor: there it
-    // has to be one of the compositor's own windows to get the keyboard and to lose it again.
-    return onX11() && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    // Not under Xwayland: it reports no presses on Wayland surfaces, and the compositor moves the
+    // keyboard focus only to and from windows that it manages.
+    return isOnX11(m_connection) && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
 }
 
 void LinuxPopoverContainer::makeWindow(FrameStyle style)
 {
     m_focus.giveBack();
     m_window.reset();
-    // An ordinary type of window: some compositors refuse the keyboard to menus and tools.
-    const Qt::WindowFlags flags = takesFocusItself()
+    qCDebug(logWindows, "popover: %s, %s",
+            bypassesWindowManager() ? "on X11, past the window manager"
+                                    : "placed and focused by the compositor",
+            style == FrameStyle::Rounded ? "transparent" : "opaque, since nothing composites");
+    // On X11 no tool or menu: some compositors refuse the keyboard to these.
+    const Qt::WindowFlags flags = bypassesWindowManager()
         ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
         : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     m_window = std::make_unique<PopoverWindow>(m_make(), style, flags);
-    connect(m_window.get(), &PopoverWindow::exposed, this, &LinuxPopoverContainer::handleExposure);
-    connect(m_window.get(), &PopoverWindow::dismissed, this, &LinuxPopoverContainer::close);
-    connect(m_window.get(), &PopoverWindow::hidden, this, &LinuxPopoverContainer::handleHidden);
     connect(m_window.get(), &PopoverWindow::wantedSizeChanged, this,
             [this] { m_placeSoon.start(0); });
-    if (!takesFocusItself()) {
+    connect(m_window.get(), &PopoverWindow::dismissed, this, &LinuxPopoverContainer::close);
+    connect(m_window.get(), &PopoverWindow::exposed, this, &LinuxPopoverContainer::handleExposure);
+    connect(m_window.get(), &PopoverWindow::hidden, this, &LinuxPopoverContainer::handleHidden);
+    if (!bypassesWindowManager()) {
         connect(m_window.get(), &QWindow::activeChanged, this, [this] {
             if (!m_window->isActive())
                 closeByPress(std::nullopt);
@@ -126,7 +130,7 @@ void LinuxPopoverContainer::makeWindow(FrameStyle style)
     }
 }
 
-void LinuxPopoverContainer::lookAround(const QRect &item)
+void LinuxPopoverContainer::findSurroundings(const QRect &item)
 {
     const QPoint cursor = QCursor::pos();
     m_screen = item.isEmpty() ? nullptr : QGuiApplication::screenAt(item.center());
@@ -141,7 +145,8 @@ void LinuxPopoverContainer::lookAround(const QRect &item)
                            panel);
     }
     disconnect(m_screenChange);
-    m_screenChange = connect(m_screen, &QScreen::geometryChanged, this, &LinuxPopoverContainer::close);
+    m_screenChange =
+        connect(m_screen, &QScreen::geometryChanged, this, &LinuxPopoverContainer::close);
     m_surroundings = {place, x11PanelAt(m_connection, place.center()), m_screen->geometry(),
                       x11FreeGeometry(m_connection, *m_screen)};
 }
@@ -151,25 +156,25 @@ void LinuxPopoverContainer::place()
     if (!m_window || !m_screen)
         return;
     m_window->place(placePopover(m_surroundings, m_window->wantedSize()), *m_screen);
-    if (!takesFocusItself()) {
-        // A window of one possible size floats, also under a tiling compositor.
+    if (!bypassesWindowManager()) {
+        // Tiling compositors let windows of a fixed size float.
         m_window->setMinimumSize(m_window->size());
         m_window->setMaximumSize(m_window->size());
     }
-    leaveShadowToOthers();
+    limitInputToFrame();
 }
 
 void LinuxPopoverContainer::handleExposure()
 {
-    if (takesFocusItself() && m_shown && std::exchange(m_wantsFocus, false))
+    if (bypassesWindowManager() && m_isShown && std::exchange(m_isFocusDue, false))
         m_focus.take(static_cast<xcb_window_t>(m_window->winId()));
 }
 
-void LinuxPopoverContainer::leaveShadowToOthers()
+void LinuxPopoverContainer::limitInputToFrame()
 {
     const QRect frame = m_window->frameRect();
-    if (!onX11()) {
-        // There a mask is the region that takes input, and nothing more.
+    if (!isOnX11(m_connection)) {
+        // On Wayland a mask limits only the input.
         if (QGuiApplication::platformName() == u"wayland")
             m_window->setMask(frame);
         return;
@@ -178,18 +183,24 @@ void LinuxPopoverContainer::leaveShadowToOthers()
     const xcb_rectangle_t rectangle{
         static_cast<qint16>(native.x()), static_cast<qint16>(native.y()),
         static_cast<quint16>(native.width()), static_cast<quint16>(native.height())};
-    // On Qt's connection: the window is new there, and must not be seen without its shape.
-    auto *kit = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    if (const auto *shape = xcb_get_extension_data(kit, &xcb_shape_id);
-        shape == nullptr || !shape->present)
+    // On Qt's connection, in the order of its own requests: before the window is mapped.
+    auto *qtConnection =
+        qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    if (const auto *shape = xcb_get_extension_data(qtConnection, &xcb_shape_id);
+        shape == nullptr || !shape->present) {
+        qCDebug(logWindows,
+                "The X server lacks the SHAPE extension: clicks on the popover's shadow "
+                "do not reach the windows below");
         return;
-    xcb_shape_rectangles(kit, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED,
-                         static_cast<xcb_window_t>(m_window->winId()), 0, 0, 1, &rectangle);
+    }
+    xcb_shape_rectangles(qtConnection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
+                         XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(m_window->winId()),
+                         0, 0, 1, &rectangle);
 }
 
 void LinuxPopoverContainer::handlePress()
 {
-    if (!m_shown || !takesFocusItself())
+    if (!m_isShown || !bypassesWindowManager())
         return;
     const X11Presses::Pointer pointer =
         m_presses.pointer(static_cast<xcb_window_t>(m_window->winId()));
@@ -200,9 +211,9 @@ void LinuxPopoverContainer::handlePress()
 
 void LinuxPopoverContainer::handleFocusLoss()
 {
-    // Without sight of the presses, one that moves the focus shows by the button that is down.
+    // Where presses are not reported, a press that moves the focus is told by the button held down.
     const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
-    if (!m_presses.isAvailable() && pointer.buttonDown)
+    if (!m_presses.isAvailable() && pointer.isButtonDown)
         closeByPress(logicalPosition(pointer.onRoot));
     else
         startClosing();
@@ -210,19 +221,19 @@ void LinuxPopoverContainer::handleFocusLoss()
 
 void LinuxPopoverContainer::closeByPress(std::optional<QPoint> place)
 {
-    if (!m_shown)
+    if (!m_isShown)
         return;
     m_guard.closedByPress(place, m_clock.elapsed());
-    // What is pressed may take the focus; if it does not, it is given back in the end.
+    // The pressed window may take the focus. If it does not, the focus is given back at the end.
     m_focus.stopWatching();
     startClosing();
 }
 
 void LinuxPopoverContainer::startClosing()
 {
-    if (!std::exchange(m_shown, false))
+    if (!std::exchange(m_isShown, false))
         return;
-    m_wantsFocus = false;
+    m_isFocusDue = false;
     m_presses.stop();
     m_window->animateOut();
 }

@@ -10,9 +10,9 @@
 #include <QScreen>
 #include <QTimer>
 
-/// The popover of a Linux desktop. On X11 it places itself and takes the keyboard whatever the
-/// window manager thinks; under Xwayland it asks for both; on Wayland the compositor places it.
-/// Window and content live from the first show until some time after the last.
+/// The popover of a Linux desktop. On X11 it bypasses the window manager: it places itself and
+/// takes the keyboard focus. Under Xwayland it requests both. On Wayland the compositor places it.
+/// Window and content exist from the first show until some time after the last.
 class LinuxPopoverContainer : public QObject, public PopoverContainer {
     Q_OBJECT
 
@@ -22,20 +22,19 @@ public:
     ~LinuxPopoverContainer() override;
 
     void setContent(MakeContent make) override;
-    bool isShown() const override { return m_shown; }
+    bool isShown() const override { return m_isShown; }
     bool swallowsClick(const QRect &item) override;
     void show(const QRect &item) override;
     void close() override;
 
 private:
-    bool onX11() const;
-    /// Whether it goes past the window manager, which is how it is exact and quick on X11.
-    bool takesFocusItself() const;
+    /// Which makes it exact and quick on X11.
+    bool bypassesWindowManager() const;
     void makeWindow(FrameStyle style);
-    void lookAround(const QRect &item);
+    void findSurroundings(const QRect &item);
     void place();
-    /// Presses on the shadow are for what is below.
-    void leaveShadowToOthers();
+    /// Presses on the shadow go to the windows below.
+    void limitInputToFrame();
     void handleExposure();
     void handlePress();
     void handleFocusLoss();
@@ -49,12 +48,12 @@ private:
     MakeContent m_make;
     std::unique_ptr<PopoverWindow> m_window;
     PopoverSurroundings m_surroundings;
-    QPointer<QScreen> m_screen; ///< the item's
+    QPointer<QScreen> m_screen; ///< with the item
     QMetaObject::Connection m_screenChange;
     ReopenGuard m_guard;
     QElapsedTimer m_clock;
     QTimer m_placeSoon;
     QTimer m_forgetLater;
-    bool m_shown = false;
-    bool m_wantsFocus = false; ///< once it is on the screen
+    bool m_isShown = false;
+    bool m_isFocusDue = false; ///< to be taken as soon as the window is on the screen
 };

@@ -16,13 +16,14 @@ namespace {
 // Logical pixels.
 constexpr int ShadowMargin = 24;
 constexpr int ShadowDrop = 5; // light comes from above
-constexpr int ShadowBlur = 18; // how far it reaches beyond the frame's edge
+constexpr int ShadowBlur = 18; // its reach beyond the border
 constexpr double CornerRadius = 10;
 
 constexpr double ShadowStrength = 0.30;
-constexpr int BlurPasses = 3; // of a box filter: as good as a Gaussian to the eye
+constexpr int BlurPasses = 3; // of a box filter: close to a Gaussian blur
 
-/// One box-filter pass along the lines of a square of that side.
+/// One box-filter pass along the lines of a square of that side, transposed: the next pass runs
+/// across.
 void blurLines(const std::vector<float> &from, std::vector<float> &to, int side, int reach)
 {
     const auto at = [side](int line, int place) {
@@ -38,7 +39,7 @@ void blurLines(const std::vector<float> &from, std::vector<float> &to, int side,
             if (place - reach - 1 >= 0)
                 sum -= from[at(line, place - reach - 1)];
             if (place >= 0)
-                to[at(place, line)] = sum * weight; // transposed: the next pass runs across
+                to[at(place, line)] = sum * weight;
         }
     }
 }
@@ -156,8 +157,7 @@ void PopoverFrame::paintShadow(QPainter &painter)
     }
     const int from = m_shadow.width() / 2;
     const qreal corner = from / scale;
-    // Corners as they are, the middle lines stretched. The drop is lost at the lower edge only
-    // where the shadow has faded out.
+    // The lowest lines fall out of the item, where the shadow has faded out.
     const std::array<qreal, 3> source{0, static_cast<qreal>(from), static_cast<qreal>(from + 1)};
     const std::array<qreal, 3> sourceSize{static_cast<qreal>(from), 1, static_cast<qreal>(from)};
     const std::array<qreal, 3> x{0, corner, width() - corner};

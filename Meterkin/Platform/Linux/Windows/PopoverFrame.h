@@ -6,24 +6,24 @@
 
 /// How a popover's edge looks.
 enum class FrameStyle {
-    Square, ///< for displays that cannot show transparent windows
-    Rounded, ///< with a shadow around
+    Square, ///< opaque, without a shadow
+    Rounded, ///< in a transparent window, with a shadow
 };
 
-/// What is behind a popover's content: background, border and shadow. The colours are those that
-/// the content has in its properties `background` and `border`, if it has them.
+/// Background, border and shadow behind a popover's content, in the colours of the content's
+/// properties `background` and `border`.
 class PopoverFrame : public QQuickPaintedItem {
     Q_OBJECT
 
 public:
     explicit PopoverFrame(FrameStyle style, QQuickItem *parent = nullptr);
 
-    /// Takes its colours from there, now and whenever they change.
+    /// Takes the content's colours, now and whenever they change.
     void follow(QQuickItem &content);
 
     FrameStyle style() const { return m_style; }
     const QColor &background() const { return m_background; }
-    /// From the edges of the item to the visible frame, logical pixels: room for the shadow.
+    /// Room for the shadow between the edges of the item and the border, logical pixels.
     int margin() const;
 
     void paint(QPainter *painter) override;
@@ -41,5 +41,5 @@ private:
     const QQuickItem *m_content = nullptr;
     QColor m_background{0xf6, 0xf6, 0xf7};
     QColor m_border{0x00, 0x00, 0x00, 0x30};
-    QImage m_shadow; ///< the smallest that has all of its edges; the rest is stretched
+    QImage m_shadow; ///< as small as its corners allow; its middle lines are stretched
 };

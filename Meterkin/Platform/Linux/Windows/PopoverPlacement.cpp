@@ -8,10 +8,10 @@ namespace {
 // Logical pixels.
 constexpr int PanelGap = 6;
 constexpr int ScreenMargin = 8;
-constexpr int CornerInset = 24; // of a guessed item: about the middle of a last icon
+constexpr int CornerInset = 24; // of a guessed item: about the middle of the last icon
 
-constexpr int ThickestPart = 4; // a panel is thinner than this part of the screen
-constexpr int WideItem = 2; // times its height: such an item cannot stand in an upright panel
+constexpr int ThickestPart = 4; // a panel is thinner than a quarter of the screen
+constexpr int WideItem = 2; // wider than twice its height: not in a vertical panel
 
 int bottomOf(const QRect &rect)
 {
@@ -46,7 +46,7 @@ PanelSide sideOf(const PopoverSurroundings &place)
     return std::min(fromLeft, fromRight) < std::min(fromTop, fromBottom) ? upright : level;
 }
 
-/// What is left for the popover.
+/// The space for the popover.
 QRect roomFor(PanelSide side, const PopoverSurroundings &place)
 {
     const QRect &strip = place.panel.isEmpty() ? place.item : place.panel;
@@ -117,7 +117,7 @@ QRect likelyItem(const QRect &screen, const QRect &available, QPoint cursor,
     constexpr QSize point(1, 1);
     if (screen.contains(cursor) && (!panelAtCursor.isEmpty() || !available.contains(cursor)))
         return QRect(cursor, point);
-    // Within the largest strip that is kept free; trays stand at its right or lower end.
+    // In the thickest strip that is reserved for panels: trays are at its right or lower end.
     const std::array<int, 4> kept{
         available.top() - screen.top(), bottomOf(screen) - bottomOf(available),
         available.left() - screen.left(), rightOf(screen) - rightOf(available)};

@@ -7,28 +7,28 @@
 /// The side of the screen where the panel is.
 enum class PanelSide { Top, Bottom, Left, Right };
 
-/// What decides where a popover stands. Logical coordinates of the whole desktop.
+/// What decides on a popover's place. Logical coordinates of the whole desktop.
 struct PopoverSurroundings {
     QRect item; ///< the status item
-    QRect panel; ///< what the item stands in; empty when that is not known
-    QRect screen; ///< the one that holds the item
-    QRect available; ///< the screen without what panels keep for themselves
+    QRect panel; ///< around the item; empty when it is not known
+    QRect screen; ///< with the item
+    QRect available; ///< the part of the screen that is not reserved for panels
 };
 
-/// Where a popover stands: fully on the screen, beside the panel.
+/// A popover's place: fully on the screen, beside the panel.
 struct PopoverPlace {
     PanelSide side = PanelSide::Top;
-    QRect frame; ///< smaller than the content where the screen leaves no more
+    QRect frame; ///< smaller than the content where the screen is too small
 
     bool operator==(const PopoverPlace &) const = default;
 };
 
 PopoverPlace placePopover(const PopoverSurroundings &surroundings, QSize content);
 
-/// Whether a window of that place can be the panel around an item: a strip, not a desktop.
+/// Whether a window with that geometry can be a panel: a strip, not a whole desktop.
 bool looksLikePanel(const QRect &window, const QRect &screen);
 
-/// A stand-in for an item whose place nobody tells: the cursor if it is in a panel, else the corner
-/// where trays usually are. `panelAtCursor` is empty when the cursor is in none.
+/// A guess at the place of an item that is not known: the cursor if it is in a panel, else the
+/// corner where trays usually are. `panelAtCursor` is empty when the cursor is in none.
 QRect likelyItem(const QRect &screen, const QRect &available, QPoint cursor,
                  const QRect &panelAtCursor);

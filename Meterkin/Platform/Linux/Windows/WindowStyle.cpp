@@ -1,9 +1,8 @@
 #include "Platform/Linux/Windows/WindowStyle.h"
 
-#include "Platform/Linux/X11/Compositing.h"
+#include "Platform/Linux/Windows/DisplayServer.h"
 
 #include <QEvent>
-#include <QGuiApplication>
 #include <QQuickWindow>
 
 namespace {
@@ -35,17 +34,18 @@ WindowStyle::TitleBar LinuxWindowStyle::makeOnboarding(QQuickWindow &window)
 
 void LinuxWindowStyle::present(QQuickWindow &window)
 {
-    const bool isThere = window.isVisible() && isHere(window);
-    if (!isThere) {
-        // From another workspace it comes as a new window would, which every desktop puts here.
+    const bool isInSight = window.isVisible() && isOnPresentWorkspace(window);
+    if (!isInSight) {
+        // Shown again, it is a new window to the desktop, which puts those on the present
+        // workspace.
         window.hide();
-        window.setPosition(window.position()); // else it is placed anew
+        window.setPosition(window.position()); // else the window manager chooses another place
         window.showNormal();
     }
     window.raise();
     window.requestActivate();
-    // A window manager that does not know the window yet would not listen.
-    if (isThere)
+    // Window managers ignore requests for a window that they do not manage yet.
+    if (isInSight)
         demandFocus(window);
     else
         window.installEventFilter(this);
@@ -53,17 +53,17 @@ void LinuxWindowStyle::present(QQuickWindow &window)
 
 void LinuxWindowStyle::presentUnasked(QQuickWindow &window)
 {
-    // Qt's xcb plugin then sets the user time to 0, which asks window managers for no focus.
+    // With this property Qt's xcb plugin sets the user time to 0: window managers give no focus.
     window.setProperty("_q_showWithoutActivating", true);
     window.show();
 }
 
-/// Whether the user could see it but for what may cover it.
-bool LinuxWindowStyle::isHere(const QQuickWindow &window) const
+/// Whether the user sees it, other windows apart.
+bool LinuxWindowStyle::isOnPresentWorkspace(const QQuickWindow &window) const
 {
     if (!window.isExposed())
         return false;
-    if (isOnX11()) {
+    if (isOnX11(m_connection)) {
         const auto desktop = [this](xcb_window_t of, const char *property) {
             return m_connection.words(of, m_connection.atom(property), XCB_ATOM_CARDINAL);
         };
@@ -73,12 +73,7 @@ bool LinuxWindowStyle::isHere(const QQuickWindow &window) const
         if (!own.isEmpty() && !current.isEmpty())
             return own.first() == current.first() || own.first() == EveryDesktop;
     }
-    return window.isActive(); // nobody tells of workspaces
-}
-
-bool LinuxWindowStyle::isOnX11() const
-{
-    return m_connection.isOpen() && QGuiApplication::platformName() == u"xcb";
+    return window.isActive(); // Wayland and some window managers do not report workspaces
 }
 
 bool LinuxWindowStyle::eventFilter(QObject *watched, QEvent *event)
@@ -95,10 +90,11 @@ bool LinuxWindowStyle::eventFilter(QObject *watched, QEvent *event)
 
 void LinuxWindowStyle::demandFocus(const QQuickWindow &window)
 {
-    if (!isOnX11())
+    if (!isOnX11(m_connection))
         return;
-    // As a pager asks, since the user has just asked for it: the click went to a panel, which
-    // window managers take for another program's.
+    // Window managers refuse the focus to programs that the user did not click last, and the click
+    // went to the panel. They grant it to a pager. ("_NET_ACTIVE_WINDOW" in the Extended Window
+    // Manager Hints)
     constexpr quint32 fromPager = 2;
     xcb_client_message_event_t message{};
     message.response_type = XCB_CLIENT_MESSAGE;

@@ -20,8 +20,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool isOnX11() const;
-    bool isHere(const QQuickWindow &window) const;
+    bool isOnPresentWorkspace(const QQuickWindow &window) const;
     void demandFocus(const QQuickWindow &window);
 
     X11Connection &m_connection;

@@ -8,7 +8,7 @@
 X11Connection::X11Connection(QObject *parent)
     : QObject(parent)
 {
-    // Without the variable xcb would try a socket of its own choice.
+    // Without the variable xcb would try the first display of this machine.
     if (!qEnvironmentVariableIsSet("DISPLAY"))
         return;
     xcb_connection_t *connection = xcb_connect(nullptr, &m_screenNumber);
@@ -61,7 +61,7 @@ QList<quint32> X11Connection::words(xcb_window_t window, xcb_atom_t property, xc
 
 void X11Connection::dispatchSoon()
 {
-    // Events read together with a reply wait inside xcb, where the socket does not show them.
+    // For events in xcb's queue the socket does not become readable.
     QMetaObject::invokeMethod(this, &X11Connection::dispatch, Qt::QueuedConnection);
 }
 

@@ -9,13 +9,13 @@
 #include <cstdlib>
 #include <memory>
 
-/// Frees what xcb hands out with malloc.
+/// For replies, errors and events, which xcb allocates with malloc.
 struct FreeDeleter {
     void operator()(void *pointer) const { std::free(pointer); }
 };
 template <typename Reply> using XcbReply = std::unique_ptr<Reply, FreeDeleter>;
 
-/// An event as what its type says it is.
+/// An event as the type of its response_type.
 template <typename Event> const Event &xcbEvent(const xcb_generic_event_t *event)
 {
     return *reinterpret_cast<const Event *>(event);
@@ -23,8 +23,8 @@ template <typename Event> const Event &xcbEvent(const xcb_generic_event_t *event
 
 class QSocketNotifier;
 
-/// A connection of our own to the X server of the session, apart from Qt's: it stays usable
-/// whichever window system Qt itself runs on. Main thread only.
+/// The program's own connection to the session's X server, besides Qt's: it is there also when Qt
+/// runs on Wayland. Main thread only.
 class X11Connection : public QObject {
     Q_OBJECT
 
@@ -39,17 +39,17 @@ public:
     const xcb_screen_t &screen() const { return *m_screen; }
     int screenNumber() const { return m_screenNumber; }
 
-    /// The atom of that name; XCB_ATOM_NONE when the server refuses.
+    /// XCB_ATOM_NONE when the server refuses.
     xcb_atom_t atom(const QByteArray &name);
-    /// A property's value as 32-bit words; empty when it is missing or of another format.
+    /// The first 64 words of a property; empty when it is missing or not of 32-bit words.
     QList<quint32> words(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
 
-    /// Handles what replies left in the queue; to be called after waiting for a reply.
+    /// To be called after each wait for a reply: events that arrived meanwhile are in xcb's queue.
     void dispatchSoon();
 
 signals:
     void eventReceived(const xcb_generic_event_t *event);
-    /// The server is gone; isOpen() is false from now on.
+    /// The server has closed the connection; isOpen() is false from now on.
     void closed();
 
 private:

@@ -14,24 +14,24 @@ void X11Focus::take(xcb_window_t window)
 {
     if (!m_connection.isOpen())
         return;
-    // On our own connection, since Qt does not tell grabs from real changes of focus.
+    // On this connection, since Qt does not distinguish grabs from real changes of focus.
     constexpr quint32 events = XCB_EVENT_MASK_FOCUS_CHANGE;
     xcb_change_window_attributes(m_connection.xcb(), window, XCB_CW_EVENT_MASK, &events);
     if (const xcb_window_t previous = focused(); previous != window)
         m_previous = previous;
     m_window = window;
-    m_watching = true;
+    m_isWatching = true;
     m_pointer = m_presses.pointer(m_connection.screen().root).onRoot;
     setFocus(window);
 }
 
 void X11Focus::giveBack()
 {
-    m_watching = false;
+    m_isWatching = false;
     const xcb_window_t window = std::exchange(m_window, xcb_window_t{XCB_WINDOW_NONE});
     if (window == XCB_WINDOW_NONE || !m_connection.isOpen() || focused() != window)
         return;
-    setFocus(m_previous); // it may be gone; the error hurts nobody
+    setFocus(m_previous); // it may be gone: the server's error is ignored
 }
 
 void X11Focus::handleEvent(const xcb_generic_event_t *event)
@@ -39,28 +39,29 @@ void X11Focus::handleEvent(const xcb_generic_event_t *event)
     if ((event->response_type & 0x7f) != XCB_FOCUS_OUT)
         return;
     const auto &change = xcbEvent<xcb_focus_out_event_t>(event);
-    // A grab, such as that of a hot key, takes the keys only for a moment.
-    if (change.event != m_window || !m_watching || change.mode == XCB_NOTIFY_MODE_GRAB
+    // A grab, such as that of a hot key, takes the keyboard only for a moment.
+    if (change.event != m_window || !m_isWatching || change.mode == XCB_NOTIFY_MODE_GRAB
         || change.mode == XCB_NOTIFY_MODE_UNGRAB || change.detail == XCB_NOTIFY_DETAIL_POINTER)
         return;
     const xcb_window_t next = focused();
-    // What came late is of an earlier showing: meanwhile it was given back and taken again.
+    // A late event: the focus has been given back and taken again since.
     if (next == m_window)
         return;
-    if (change.mode == XCB_NOTIFY_MODE_NORMAL && followsPointer(next)) {
+    if (change.mode == XCB_NOTIFY_MODE_NORMAL && isUnderPointer(next)) {
         m_previous = next;
         setFocus(m_window);
         return;
     }
-    m_watching = false;
+    m_isWatching = false;
     emit lost();
 }
 
-bool X11Focus::followsPointer(xcb_window_t focus)
+/// Whether the window got the focus because the pointer moved over it. Where the focus follows the
+/// mouse, that happens on the way from the panel to the popover.
+bool X11Focus::isUnderPointer(xcb_window_t focus)
 {
-    // Where the focus follows the mouse, the way from the panel to the popover crosses windows.
     const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
-    if (!m_presses.isAvailable() || pointer.buttonDown
+    if (!m_presses.isAvailable() || pointer.isButtonDown
         || pointer.onRoot == std::exchange(m_pointer, pointer.onRoot))
         return false;
     xcb_window_t window = focus;

@@ -1,10 +1,12 @@
 #include "Platform/Linux/X11/Picture.h"
 
+#include "Platform/Log.h"
+
 namespace {
 
 constexpr quint8 AlphaDepth = 32;
 
-/// The layout of QImage's premultiplied format.
+/// The layout of QImage::Format_ARGB32_Premultiplied.
 bool isArgb(const xcb_render_pictforminfo_t &format)
 {
     const xcb_render_directformat_t &direct = format.direct;
@@ -20,16 +22,20 @@ X11Picture::X11Picture(X11Connection &connection)
 {
 }
 
-bool X11Picture::open(xcb_window_t window, xcb_visualid_t visual)
+void X11Picture::open(xcb_window_t window, xcb_visualid_t visual)
 {
     const Formats formats = formatsFor(visual);
-    if (formats.argb == 0 || formats.window == 0)
-        return false;
+    if (formats.argb == 0 || formats.window == 0) {
+        qCWarning(logTray,
+                  "The X server's RENDER extension has no format for visual 0x%x: the item in "
+                  "the panel stays blank",
+                  visual);
+        return;
+    }
     m_argb = formats.argb;
     m_window = window;
     m_picture = xcb_generate_id(m_connection.xcb());
     xcb_render_create_picture(m_connection.xcb(), m_picture, window, formats.window, 0, nullptr);
-    return true;
 }
 
 void X11Picture::close()

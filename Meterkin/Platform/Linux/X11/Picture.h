@@ -12,8 +12,9 @@ class X11Picture {
 public:
     explicit X11Picture(X11Connection &connection);
 
-    /// Prepares for a window of that visual; false when the server cannot blend into it.
-    bool open(xcb_window_t window, xcb_visualid_t visual);
+    /// Prepares for a window of that visual. Where the server cannot blend into it, nothing is
+    /// drawn.
+    void open(xcb_window_t window, xcb_visualid_t visual);
     /// To be called before the window is destroyed.
     void close();
 

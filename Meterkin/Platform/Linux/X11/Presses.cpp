@@ -1,12 +1,14 @@
 #include "Platform/Linux/X11/Presses.h"
 
+#include "Platform/Log.h"
+
 #include <xcb/xinput.h>
 
 #include <utility>
 
 namespace {
 
-// From 2.1 on raw events come through the grabs of others, such as a panel's.
+// From 2.1 on raw events are reported also during grabs of other programs, such as a panel's.
 constexpr quint16 MajorVersion = 2;
 constexpr quint16 MinorVersion = 2;
 
@@ -44,6 +46,10 @@ X11Presses::X11Presses(X11Connection &connection, QObject *parent)
 
 void X11Presses::start()
 {
+    if (!isAvailable() && !std::exchange(m_isLackReported, true))
+        qCWarning(logWindows,
+                  "The X server lacks the X Input Extension 2.1: a click elsewhere closes "
+                  "the popover only if it moves the keyboard focus");
     select(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE);
 }
 
@@ -51,7 +57,7 @@ void X11Presses::stop()
 {
     if (!m_connection.isOpen() || m_selected == 0)
         return;
-    select(pointer(m_connection.screen().root).buttonDown
+    select(pointer(m_connection.screen().root).isButtonDown
                ? quint32{XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE}
                : 0U);
 }

@@ -4,8 +4,8 @@
 
 #include <QPoint>
 
-/// Sees the mouse buttons wherever they are pressed, without a grab: each press reaches its target
-/// as ever. Main thread only.
+/// Reports mouse buttons wherever they are pressed, through the X Input Extension 2. Without a
+/// grab: each press still reaches its window. Main thread only.
 class X11Presses : public QObject {
     Q_OBJECT
 
@@ -13,18 +13,17 @@ public:
     /// The connection outlives it.
     explicit X11Presses(X11Connection &connection, QObject *parent = nullptr);
 
-    /// False when the server cannot tell.
+    /// False when the server lacks the extension.
     bool isAvailable() const { return m_opcode != 0; }
-    /// From now on until stop(); costs a wake-up for each click.
+    /// Reports until stop(); costs a wake-up for each click.
     void start();
-    /// Still tells the release of a button that is down now.
+    /// A release of a button that is down now is still reported.
     void stop();
 
-    /// Where the pointer is in a window and on the root, device pixels.
     struct Pointer {
-        QPoint inWindow;
-        QPoint onRoot;
-        bool buttonDown = false;
+        QPoint inWindow; ///< device pixels
+        QPoint onRoot; ///< device pixels
+        bool isButtonDown = false;
         xcb_window_t topLevel = XCB_WINDOW_NONE; ///< the root's child under the pointer
     };
     Pointer pointer(xcb_window_t window);
@@ -40,4 +39,5 @@ private:
     X11Connection &m_connection;
     quint8 m_opcode = 0; ///< of the extension
     quint32 m_selected = 0;
+    bool m_isLackReported = false;
 };

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Qt keeps a screen's origin as it is in device pixels and scales from there.
+/// Qt leaves a screen's origin in device pixels and scales from there.
 QPoint scaled(QPoint native, const QScreen &screen)
 {
     const QPoint origin = screen.geometry().topLeft();

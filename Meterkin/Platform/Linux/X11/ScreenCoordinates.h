@@ -7,13 +7,13 @@
 
 class QScreen;
 
-// X11 and the panels speak of device pixels, Qt's windows live in logical ones.
+// X11 and the panels count in device pixels, Qt's windows in logical ones.
 
-/// The same place in logical coordinates; absent when no screen holds it. Coordinates beyond the
-/// device pixels of every screen are taken as logical ones, which some panels send.
+/// The same place in logical coordinates; absent when it is on no screen. Coordinates beyond the
+/// device pixels of all screens are taken as logical ones, which some panels send.
 std::optional<QPoint> logicalPosition(QPoint native);
 
-/// The same for a rectangle, by its upper left corner; empty when no screen holds that.
+/// The same for a rectangle, by its upper left corner; empty when that is on no screen.
 QRect logicalRect(const QRect &native);
 
 /// A logical place on that screen in device pixels.

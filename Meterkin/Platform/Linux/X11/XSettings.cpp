@@ -1,5 +1,7 @@
 #include "Platform/Linux/X11/XSettings.h"
 
+#include "Platform/Log.h"
+
 #include <QtEndian>
 
 #include <utility>
@@ -12,7 +14,7 @@ enum RecordType : quint8 { Integer = 0, Text = 1, Color = 2 };
 
 constexpr quint32 ColorSize = 8;
 
-/// Takes values off the front of a block; what is not there reads as empty or 0.
+/// Takes values off the front of a block. Beyond its end they are empty or 0.
 class BlockReader {
 public:
     explicit BlockReader(QByteArrayView block)
@@ -38,7 +40,7 @@ public:
         return taken;
     }
 
-    /// Together with what fills up the last four bytes.
+    /// With the padding that follows, up to a multiple of four bytes.
     QByteArrayView padded(quint32 count)
     {
         const QByteArrayView taken = bytes(count);
@@ -84,7 +86,7 @@ std::optional<XSettingsValues> xsettingsValues(QByteArrayView block)
         } else if (type == Color) {
             reader.bytes(ColorSize);
         } else {
-            return std::nullopt; // of unknown length
+            return std::nullopt; // its length is not known
         }
     }
     return reader.isSound() ? std::optional(found) : std::nullopt;
@@ -93,73 +95,48 @@ std::optional<XSettingsValues> xsettingsValues(QByteArrayView block)
 XSettings::XSettings(X11Connection &connection, QObject *parent)
     : QObject(parent)
     , m_connection(connection)
+    // Selected before the first reading, so that no change is missed.
+    , m_daemon(connection, "_XSETTINGS", XCB_EVENT_MASK_PROPERTY_CHANGE)
 {
     if (!m_connection.isOpen())
         return;
-    connect(&m_connection, &X11Connection::eventReceived, this, &XSettings::handleEvent);
-    m_selection =
-        m_connection.atom("_XSETTINGS_S" + QByteArray::number(m_connection.screenNumber()));
     m_property = m_connection.atom("_XSETTINGS_SETTINGS");
-    // A new daemon announces itself on the root window, where others who share the connection may
-    // have selected events before.
-    xcb_connection_t *xcb = m_connection.xcb();
-    const xcb_window_t root = m_connection.screen().root;
-    const XcbReply<xcb_get_window_attributes_reply_t> attributes(
-        xcb_get_window_attributes_reply(xcb, xcb_get_window_attributes(xcb, root), nullptr));
-    const quint32 mask =
-        (attributes ? attributes->your_event_mask : 0U) | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
-    xcb_change_window_attributes(xcb, root, XCB_CW_EVENT_MASK, &mask);
-    find();
+    connect(&m_connection, &X11Connection::eventReceived, this, &XSettings::handleEvent);
+    connect(&m_daemon, &X11Selection::ownerChanged, this, &XSettings::read);
+    read();
 }
 
 void XSettings::handleEvent(const xcb_generic_event_t *event)
 {
-    const int type = event->response_type & 0x7f;
-    if (type == XCB_CLIENT_MESSAGE) {
-        const auto &message = xcbEvent<xcb_client_message_event_t>(event);
-        if (message.type == m_connection.atom("MANAGER") && message.data.data32[1] == m_selection)
-            find();
-    } else if (type == XCB_DESTROY_NOTIFY) {
-        if (xcbEvent<xcb_destroy_notify_event_t>(event).window == m_owner)
-            find();
-    } else if (type == XCB_PROPERTY_NOTIFY) {
-        const auto &change = xcbEvent<xcb_property_notify_event_t>(event);
-        if (change.window == m_owner && change.atom == m_property)
-            read();
-    }
-}
-
-void XSettings::find()
-{
-    xcb_connection_t *xcb = m_connection.xcb();
-    const XcbReply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, m_selection), nullptr));
-    m_connection.dispatchSoon();
-    m_owner = reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-    if (m_owner == XCB_WINDOW_NONE)
+    if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY)
         return;
-    // Before reading, so that no change is missed. Nobody hears whether it fails: an owner that has
-    // died since it was named has nothing to read either, and its successor announces itself.
-    constexpr quint32 mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_change_window_attributes(xcb, m_owner, XCB_CW_EVENT_MASK, &mask);
-    read();
+    const auto &change = xcbEvent<xcb_property_notify_event_t>(event);
+    if (change.window == m_daemon.owner() && change.atom == m_property)
+        read();
 }
 
 void XSettings::read()
 {
-    const auto cookie = xcb_get_property(m_connection.xcb(), 0, m_owner, m_property, m_property, 0,
-                                         MostBytes / sizeof(quint32));
+    if (m_daemon.owner() == XCB_WINDOW_NONE)
+        return;
+    const auto cookie = xcb_get_property(m_connection.xcb(), 0, m_daemon.owner(), m_property,
+                                         m_property, 0, MostBytes / sizeof(quint32));
     const XcbReply<xcb_get_property_reply_t> reply(
         xcb_get_property_reply(m_connection.xcb(), cookie, nullptr));
     m_connection.dispatchSoon();
-    // A daemon that has not spoken yet does not take back what its predecessor said.
+    // A new daemon has published nothing yet: its predecessor's settings stay.
     if (!reply || reply->type == XCB_ATOM_NONE)
         return;
     QByteArrayView block;
     if (reply->format == 8)
         block = {static_cast<const char *>(xcb_get_property_value(reply.get())),
                  xcb_get_property_value_length(reply.get())};
-    const XSettingsValues values = xsettingsValues(block).value_or(XSettingsValues());
+    const std::optional<XSettingsValues> published = xsettingsValues(block);
+    if (!published)
+        qCWarning(logWindows,
+                  "The desktop's XSETTINGS daemon publishes a damaged block: without a "
+                  "theme's name, windows are light unless the portal says otherwise");
+    const XSettingsValues values = published.value_or(XSettingsValues());
     if (std::exchange(m_values, values) != values)
         emit changed();
 }

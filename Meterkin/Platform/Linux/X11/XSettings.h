@@ -1,14 +1,13 @@
 #pragma once
 
-#include "Platform/Linux/X11/Connection.h"
+#include "Platform/Linux/X11/Selection.h"
 
 #include <QByteArrayView>
-#include <QObject>
 #include <QString>
 
 #include <optional>
 
-/// What is of use to us of the settings that an X11 desktop shares with its programs.
+/// Those settings of an X11 desktop that the program follows.
 struct XSettingsValues {
     QString themeName; ///< "Net/ThemeName"; empty when none is named
     bool isAnimated = true; ///< "Gtk/EnableAnimations"
@@ -16,11 +15,12 @@ struct XSettingsValues {
     bool operator==(const XSettingsValues &) const = default;
 };
 
-/// The values in what an XSETTINGS manager publishes; those that are missing or of another type are
-/// the default. Absent when anything in the block is damaged: such a block is not to be trusted.
+/// The values in the block that the desktop's settings daemon publishes, as the XSETTINGS protocol
+/// of freedesktop.org lays it out. Values that are missing or of another type are the default.
+/// Absent when anything in the block is damaged.
 std::optional<XSettingsValues> xsettingsValues(QByteArrayView block);
 
-/// What the X11 desktop's settings daemon says, as daemons come and go. Main thread only.
+/// The settings that the X11 desktop's daemon publishes, as daemons come and go. Main thread only.
 class XSettings : public QObject {
     Q_OBJECT
 
@@ -28,7 +28,7 @@ public:
     /// The connection outlives this and may be closed.
     explicit XSettings(X11Connection &connection, QObject *parent = nullptr);
 
-    /// As last told while there is no daemon.
+    /// Without a daemon those of the last one.
     const XSettingsValues &values() const { return m_values; }
 
 signals:
@@ -36,12 +36,10 @@ signals:
 
 private:
     void handleEvent(const xcb_generic_event_t *event);
-    void find();
     void read();
 
     X11Connection &m_connection;
-    xcb_atom_t m_selection = XCB_ATOM_NONE;
+    X11Selection m_daemon;
     xcb_atom_t m_property = XCB_ATOM_NONE;
-    xcb_window_t m_owner = XCB_WINDOW_NONE;
     XSettingsValues m_values;
 };

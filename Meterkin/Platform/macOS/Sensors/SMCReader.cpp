@@ -1,6 +1,6 @@
 #include "Platform/macOS/Sensors/SMCReader.h"
 
-#include "Platform/macOS/Sensors/FourCharacterCode.h"
+#include "Platform/macOS/FourCharacterCode.h"
 
 #include <algorithm>
 #include <bit>

@@ -1,54 +1,46 @@
 #include "Platform/Linux/Windows/DesktopAppearance.h"
 #include "Support/PrivateBus.h"
+#include "Support/ScriptedService.h"
 #include "Support/TestMain.h"
 
-#include <QDBusVirtualObject>
 #include <QSignalSpy>
 #include <QtTest>
 
 #include <limits>
+#include <tuple>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
-const QString portalName = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
-const QString scheme = QStringLiteral("color-scheme");
-const QString motion = QStringLiteral("reduced-motion");
-const QString textScale = QStringLiteral("text-scaling-factor");
-const QString animations = QStringLiteral("enable-animations");
+const QString path = u"/org/freedesktop/portal/desktop"_s;
+const QString scheme = u"color-scheme"_s;
+const QString motion = u"reduced-motion"_s;
+const QString textScale = u"text-scaling-factor"_s;
+const QString animations = u"enable-animations"_s;
 
-/// A desktop portal whose settings the test sets.
-class ScriptedPortal : public QDBusVirtualObject {
-public:
-    explicit ScriptedPortal(const QDBusConnection &connection)
-        : m_connection(connection)
-    {
-        m_connection.registerVirtualObject(portalPath, this);
-        m_connection.registerService(portalName);
-    }
-    ~ScriptedPortal() override { m_connection.unregisterService(portalName); }
-
+/// A desktop portal; settings that are missing are 0.
+struct ScriptedPortal : ScriptedService {
     QMap<QString, QVariant> settings;
 
-    void announceScheme(const QVariant &value)
+    explicit ScriptedPortal(const QDBusConnection &bus)
+        : ScriptedService(bus, u"org.freedesktop.portal.Desktop"_s, path)
     {
-        QDBusMessage signal = QDBusMessage::createSignal(
-            portalPath, QStringLiteral("org.freedesktop.portal.Settings"),
-            QStringLiteral("SettingChanged"));
-        signal << appearanceGroup << scheme << QVariant::fromValue(QDBusVariant(value));
-        m_connection.send(signal);
     }
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+
+    void announceScheme(const QVariant &value) const
+    {
+        connection.send(QDBusMessage::createSignal(path, u"org.freedesktop.portal.Settings"_s,
+                                                   u"SettingChanged"_s)
+                        << u"org.freedesktop.appearance"_s << scheme
+                        << QVariant::fromValue(QDBusVariant(value)));
+    }
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
         const QDBusVariant inner(settings.value(message.arguments().value(1).toString(), 0U));
         return connection.send(
             message.createReply(QVariant::fromValue(QDBusVariant(QVariant::fromValue(inner)))));
     }
-    QString introspect(const QString &) const override { return QString(); }
-
-private:
-    QDBusConnection m_connection;
 };
 
 } // namespace
@@ -72,38 +64,30 @@ private slots:
         BusConnection bus;
         QTRY_VERIFY(bus.connection());
         LinuxDesktopAppearance appearance(bus, LinuxDesktopAppearance::TextScale::FromPortal);
-        QVERIFY(!appearance.isDark()); // nobody there yet
-
+        QVERIFY(!appearance.isDark()); // no portal yet
         auto portal = std::make_unique<ScriptedPortal>(daemon.connectClient());
         portal->settings = {{scheme, 1U}, {textScale, 1.25}, {motion, 1U}, {animations, true}};
         QTRY_COMPARE(appearance.textScale(), 1.25);
         QVERIFY(appearance.isDark() && appearance.reducesMotion());
 
         QSignalSpy changes(&appearance, &DesktopAppearance::changed);
-        for (const QVariant &nonsense : {QVariant(2U), QVariant(QStringLiteral("dark"))}) {
-            portal->announceScheme(nonsense);
-            QTRY_VERIFY(!appearance.isDark());
-            portal->announceScheme(1U);
-            QTRY_VERIFY(appearance.isDark());
+        // The theme's name decides only where the portal has no preference.
+        for (const auto &[told, theme, isDark] : {std::tuple(QVariant(2U), "Arc-Dark", false),
+                                                  {1U, "Arc", true},
+                                                  {0U, "Arc", false},
+                                                  {0U, "Arc-Dark", true},
+                                                  {u"dark"_s, "", false},
+                                                  {1U, "", true}}) {
+            appearance.setThemeName(QString::fromLatin1(theme));
+            portal->announceScheme(told);
+            QTRY_COMPARE(appearance.isDark(), isDark);
         }
-        QCOMPARE(changes.size(), 4);
+        QCOMPARE(changes.size(), 6);
 
-        appearance.setThemeName(u"Arc");
-        QVERIFY(appearance.isDark());
-        portal->announceScheme(2U);
-        QTRY_VERIFY(!appearance.isDark());
-        appearance.setThemeName(u"Arc-Dark");
-        QVERIFY(!appearance.isDark());
-        portal->announceScheme(0U);
-        QTRY_VERIFY(appearance.isDark());
-        appearance.setThemeName(u"");
-        QVERIFY(!appearance.isDark());
-        QCOMPARE(changes.size(), 7);
-
-        portal.reset(); // as it was, until a new one says otherwise
+        portal.reset();
         portal = std::make_unique<ScriptedPortal>(daemon.connectClient());
-        portal->settings[textScale] = std::numeric_limits<double>::quiet_NaN();
-        portal->settings[animations] = true;
+        portal->settings = {{textScale, std::numeric_limits<double>::quiet_NaN()},
+                            {animations, true}};
         QTRY_VERIFY(!appearance.isDark() && !appearance.reducesMotion());
         QTRY_COMPARE(appearance.textScale(), 1.0);
 

@@ -3,8 +3,6 @@
 
 #include <QtTest>
 
-using namespace Qt::StringLiterals;
-
 class XSettingsTest : public QObject {
     Q_OBJECT
 
@@ -21,14 +19,13 @@ private slots:
         const auto big = QByteArrayLiteral("\1\0\0\0\0\0\0\7\0\0\0\1"
                                            "\1\0\0\15Net/ThemeName\0\0\0\0\0\0\1\0\0\0\10Arc-Dark");
         for (const QByteArray &block : {little, big}) {
-            const XSettingsValues expected{u"Arc-Dark"_s, block == big};
-            QVERIFY(xsettingsValues(block) == expected);
+            QVERIFY(xsettingsValues(block)
+                    == (XSettingsValues{QStringLiteral("Arc-Dark"), block == big}));
             for (qsizetype size = 0; size < block.size(); ++size)
                 QVERIFY(!xsettingsValues(block.first(size)));
         }
-        // Where, and the byte there: orders, counts, types and lengths that are none or too large.
-        for (const int damage : {0x0001, 0x0002, 0x0806, 0x0bff, 0x0c01, 0x0c03, 0x0e00, 0x3fff,
-                                 0x5409, 0x577f, 0x57ff, 0x6009, 0x7005}) {
+        // Offset and byte: orders, counts, types and lengths that are wrong or too large.
+        for (const int damage : {0x0002, 0x0806, 0x0bff, 0x0c03, 0x0e00, 0x5409, 0x577f, 0x7005}) {
             QByteArray block = little;
             block[damage >> 8] = static_cast<char>(damage & 0xff);
             QVERIFY2(!xsettingsValues(block), qPrintable(QString::number(damage)));

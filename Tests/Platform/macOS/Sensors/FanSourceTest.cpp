@@ -1,5 +1,5 @@
 #include "Platform/macOS/Sensors/FanSource.h"
-#include "Platform/macOS/Sensors/FourCharacterCode.h"
+#include "Platform/macOS/FourCharacterCode.h"
 #include "Support/TestMain.h"
 
 #include <QtTest>

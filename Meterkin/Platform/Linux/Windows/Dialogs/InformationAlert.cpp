@@ -3,7 +3,7 @@
 #include <QGuiApplication>
 
 LinuxInformationAlert::LinuxInformationAlert(WindowStyle &style,
-                                               const DesktopAppearance &appearance, QObject *parent)
+                                             const DesktopAppearance &appearance, QObject *parent)
     : QObject(parent)
     , m_style(style)
     , m_appearance(appearance)
@@ -29,7 +29,7 @@ void LinuxInformationAlert::showNext()
                     {QStringLiteral("informativeText"), message.informativeText}},
         QGuiApplication::applicationDisplayName(), m_style, m_appearance);
     m_shown->window().setModality(Qt::ApplicationModal);
-    // The welcome stays on top, too: what blocks it must not lie beneath it.
+    // It blocks the onboarding window, which stays on top: it must not be covered by it.
     m_shown->window().setFlag(Qt::WindowStaysOnTopHint);
     connect(m_shown.get(), &DialogWindow::closed, this, &LinuxInformationAlert::showNext,
             Qt::QueuedConnection);

@@ -1,18 +1,19 @@
 #pragma once
 
 #include "Platform/InformationAlert.h"
-#include "Platform/Linux/Windows/Dialogs/DialogWindow.h"
+#include "Platform/Linux/Windows/Dialogs/Window.h"
 
 #include <QQueue>
 
-/// Alerts in a window each, one after the other: nobody has to wonder why OK does not close it.
+/// Alerts one after the other: two with the same text in two windows would look like an OK that
+/// does not work.
 class LinuxInformationAlert : public QObject, public InformationAlert {
     Q_OBJECT
 
 public:
     /// Both outlive it.
     LinuxInformationAlert(WindowStyle &style, const DesktopAppearance &appearance,
-                           QObject *parent = nullptr);
+                          QObject *parent = nullptr);
 
     void run(const QString &messageText, const QString &informativeText) override;
 
@@ -27,5 +28,5 @@ private:
     WindowStyle &m_style;
     const DesktopAppearance &m_appearance;
     QQueue<Message> m_waiting;
-    std::unique_ptr<DialogWindow> m_shown; ///< null while there is nothing to say
+    std::unique_ptr<DialogWindow> m_shown; ///< null while there is none
 };

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// A short message that waits to be read.
+// A short message and a button that closes it.
 FocusScope {
     id: view
 
@@ -49,19 +49,19 @@ FocusScope {
             width: area.width - 20
             spacing: 6
 
-            DialogText {
+            PlainText {
                 width: parent.width
                 text: view.messageText
                 font.pixelSize: Theme.points(14)
                 font.weight: Font.DemiBold
             }
-            DialogText {
+            PlainText {
                 width: parent.width
                 text: view.informativeText
             }
         }
     }
-    DialogButton {
+    WideButton {
         id: button
 
         anchors.right: parent.right

@@ -1,18 +1,18 @@
 import QtQuick
 import Meterkin.Views
 
-// How far something has come: a bar that fills, or a piece that wanders while nobody can tell.
+// A progress bar: it fills, or a piece moves to and fro while the progress is not known.
 Rectangle {
     id: line
 
-    required property int percent // -1: cannot be told
+    required property int percent // -1: not known
 
-    // By these names assistive techniques find them.
+    // Assistive technologies read these properties.
     readonly property real value: Math.max(0, line.percent)
     readonly property real minimumValue: 0
     readonly property real maximumValue: 100
 
-    readonly property bool isWandering: line.percent < 0
+    readonly property bool isIndeterminate: line.percent < 0
 
     implicitHeight: 6
     radius: height / 2
@@ -23,10 +23,10 @@ Rectangle {
     Rectangle {
         id: bar
 
-        property real place: 0.5 // of the wandering piece, 0 to 1
+        property real place: 0.5 // of the moving piece, 0 to 1
 
-        x: line.isWandering ? Math.round(bar.place * (line.width - width)) : 0
-        width: Math.round(line.isWandering ? 0.28 * line.width
+        x: line.isIndeterminate ? Math.round(bar.place * (line.width - width)) : 0
+        width: Math.round(line.isIndeterminate ? 0.28 * line.width
             : Math.max(height, line.width * line.value / 100))
         height: parent.height
         radius: height / 2
@@ -37,7 +37,7 @@ Rectangle {
         id: sight
     }
     SequentialAnimation {
-        running: line.isWandering && line.visible && sight.isSeen && !Appearance.reducesMotion
+        running: line.isIndeterminate && line.visible && sight.isSeen && !Appearance.reducesMotion
         loops: Animation.Infinite
 
         NumberAnimation {

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// What is new, in a box of bounded height that scrolls. The text comes from outside.
+// The release notes of an update, plain text from a server, in a box that scrolls.
 Rectangle {
     id: box
 

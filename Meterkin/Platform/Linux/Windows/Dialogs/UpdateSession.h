@@ -5,9 +5,8 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// What the update window shows of one check, from its start to what became of it. The update
-/// framework writes it; the window only reads it and passes on what the user wants. Main thread
-/// only.
+/// One check for updates, from its start to its result. The update framework writes it; the update
+/// window shows it and emits what the user requests. Main thread only.
 class UpdateSession : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -32,7 +31,7 @@ public:
         Offered,
         Downloading,
         Installing,
-        Installed, ///< takes effect when the program is started anew
+        Installed, ///< takes effect at the next start of the program
         Failed,
     };
     Q_ENUM(Phase)
@@ -49,17 +48,17 @@ public:
     QString problem() const { return m_problem; }
 
     QBindable<Phase> bindablePhase() { return &m_phase; }
-    /// The running program's.
+    /// That of the running program.
     QBindable<QString> bindableCurrentVersion() { return &m_currentVersion; }
     /// Empty until something is offered.
     QBindable<QString> bindableOfferedVersion() { return &m_offeredVersion; }
     /// What is new, as plain text; empty when nothing is known.
     QBindable<QString> bindableNotes() { return &m_notes; }
-    /// 0 to 100 of the present phase; -1 when it cannot be told.
+    /// Of the current phase, 0 to 100; -1 when it is not known.
     QBindable<int> bindablePercent() { return &m_percent; }
-    /// Whether the running phase can be stopped.
+    /// Whether the current phase can be cancelled.
     QBindable<bool> bindableIsCancellable() { return &m_isCancellable; }
-    /// Whether what is offered has been fetched already.
+    /// Whether the offered version is downloaded already.
     QBindable<bool> bindableIsDownloaded() { return &m_isDownloaded; }
     /// Why it failed, as sentences for the user; empty unless it did.
     QBindable<QString> bindableProblem() { return &m_problem; }
@@ -74,7 +73,7 @@ signals:
     void isDownloadedChanged();
     void problemChanged();
 
-    // What the user wants.
+    // Requests of the user.
     void installRequested();
     void cancelRequested();
     void retryRequested();

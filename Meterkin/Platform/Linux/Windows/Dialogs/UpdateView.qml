@@ -2,7 +2,7 @@ import QtQuick
 import Meterkin.Views
 import Meterkin.Dialogs
 
-// One check for updates, from its start to what became of it.
+// One check for updates, from its start to its result.
 FocusScope {
     id: view
 
@@ -14,7 +14,7 @@ FocusScope {
         || view.phase === UpdateSession.Downloading || view.phase === UpdateSession.Installing
     readonly property string current: view.session.currentVersion
     readonly property string offered: view.named(view.session.offeredVersion)
-    // While something runs, no button: the second Return of two must not stop what the first began.
+    // No button while something runs: the second press of two on Return must not cancel it.
     readonly property Item focusTarget: view.isRunning ? texts as Item
         : actionButton.visible ? actionButton as Item : dismissButton as Item
 
@@ -69,7 +69,7 @@ FocusScope {
     }
 
     implicitWidth: 440 * Appearance.textScale
-    // The short phases are all as high as each other: the window stays as it is between them.
+    // The phases without notes have the same height, so that the window does not jump.
     implicitHeight: area.y + Math.max(Theme.points(64), texts.height) + 20 + buttons.height + 20
     Accessible.role: Accessible.Dialog
     Accessible.name: heading.text
@@ -117,7 +117,7 @@ FocusScope {
             Accessible.focusable: true
             Accessible.name: heading.text
 
-            DialogText {
+            PlainText {
                 id: heading
 
                 width: parent.width
@@ -125,7 +125,7 @@ FocusScope {
                 font.pixelSize: Theme.points(14)
                 font.weight: Font.DemiBold
             }
-            DialogText {
+            PlainText {
                 id: detail
 
                 width: parent.width
@@ -172,14 +172,14 @@ FocusScope {
         anchors.margins: 20
         spacing: 10
 
-        DialogButton {
+        WideButton {
             objectName: "cancel"
             visible: view.isRunning
             enabled: view.session.isCancellable
             text: "Cancel"
             onClicked: view.session.cancelRequested()
         }
-        DialogButton {
+        WideButton {
             id: dismissButton
 
             objectName: "dismiss"
@@ -189,7 +189,7 @@ FocusScope {
                 ? "Later" : "Close"
             onClicked: view.closeRequested()
         }
-        DialogButton {
+        WideButton {
             id: actionButton
 
             objectName: "action"

@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/GlyphSet.h"
+#include "Platform/Linux/Tray/GlyphSet.h"
 
 #include <QPainter>
 

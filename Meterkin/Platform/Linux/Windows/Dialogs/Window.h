@@ -12,25 +12,24 @@ class DesktopAppearance;
 class ViewEngine;
 class WindowStyle;
 
-/// A small window around one view of this folder, with an engine of its own: it costs nothing once
-/// it is gone. Main thread only.
+/// A small window around one view of this folder. Each has an engine of its own, so that nothing of
+/// it stays in memory. Main thread only.
 class DialogWindow : public QObject {
     Q_OBJECT
 
 public:
-    /// Hidden; style and appearance outlive it.
+    /// Hidden at first. Style and appearance outlive it.
     DialogWindow(const QString &view, const QVariantMap &properties, const QString &title,
                  WindowStyle &style, const DesktopAppearance &appearance,
                  QObject *parent = nullptr);
     ~DialogWindow() override;
 
-    /// Shows it in the middle of the screen, or brings it to the front.
+    /// Shows it in the middle of the screen or brings it to the front.
     void present();
     QQuickWindow &window() { return *m_window; }
 
 signals:
-    /// The user has closed it, or the view its `closeRequested()`. It may be deleted later, not
-    /// now.
+    /// By the user, or by the view's `closeRequested()`. Delete it later, not in the slot.
     void closed();
 
 private:

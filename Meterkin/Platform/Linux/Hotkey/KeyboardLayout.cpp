@@ -1,13 +1,14 @@
-#include "Platform/Linux/X11/KeyboardLayout.h"
+#include "Platform/Linux/Hotkey/KeyboardLayout.h"
 
 #include "Platform/Linux/Hotkey/CombinationText.h"
 #include "Platform/Linux/Hotkey/KeyPositions.h"
+#include "Platform/Log.h"
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
 #include <algorithm>
 
-// The header is one of C: it calls a field by a word that C++ keeps for itself.
+// A field in this C header is named "explicit", a keyword of C++.
 #define explicit explicit_
 #include <xcb/xkb.h>
 #undef explicit
@@ -20,7 +21,7 @@ constexpr quint16 Changes = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVE
 constexpr quint16 MapParts = XCB_XKB_MAP_PART_KEY_SYMS | XCB_XKB_MAP_PART_MODIFIER_MAP;
 constexpr quint32 DetectableRepeat = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
 
-constexpr int BurstMilliseconds = 50; // a changed layout is told of key by key
+constexpr int BurstMilliseconds = 50; // a changed layout is reported key by key
 
 constexpr int Modifiers = 8;
 constexpr qsizetype WordSize = 4;
@@ -28,7 +29,7 @@ constexpr qsizetype NameSize = sizeof(xcb_xkb_key_name_t);
 
 } // namespace
 
-X11KeyboardLayout::X11KeyboardLayout(X11Connection &connection, QObject *parent)
+LinuxKeyboardLayout::LinuxKeyboardLayout(X11Connection &connection, QObject *parent)
     : QObject(parent)
     , m_connection(connection)
 {
@@ -38,11 +39,11 @@ X11KeyboardLayout::X11KeyboardLayout(X11Connection &connection, QObject *parent)
         handleChange();
         emit changed();
     });
-    connect(&m_connection, &X11Connection::eventReceived, this, &X11KeyboardLayout::handleEvent);
+    connect(&m_connection, &X11Connection::eventReceived, this, &LinuxKeyboardLayout::handleEvent);
     connect(&m_connection, &X11Connection::closed, &m_changedSoon, &QTimer::stop);
 }
 
-X11KeyNames X11KeyboardLayout::keyNames()
+X11KeyNames LinuxKeyboardLayout::keyNames()
 {
     if (!m_connection.isOpen() || !useXkb())
         return {};
@@ -56,7 +57,7 @@ X11KeyNames X11KeyboardLayout::keyNames()
     return {reply->firstKey, QByteArray(packed, reply->nKeys * NameSize)};
 }
 
-X11ModifierBits X11KeyboardLayout::modifierBits()
+X11ModifierBits LinuxKeyboardLayout::modifierBits()
 {
     if (!m_connection.isOpen())
         return {};
@@ -89,7 +90,7 @@ X11ModifierBits X11KeyboardLayout::modifierBits()
     return x11ModifierBits(keys);
 }
 
-bool X11KeyboardLayout::isDown(xcb_keycode_t keyCode)
+bool LinuxKeyboardLayout::isDown(xcb_keycode_t keyCode)
 {
     if (!m_connection.isOpen())
         return false;
@@ -100,10 +101,10 @@ bool X11KeyboardLayout::isDown(xcb_keycode_t keyCode)
     return reply && (reply->keys[keyCode / 8] >> (keyCode % 8) & 1) != 0;
 }
 
-std::uint32_t X11KeyboardLayout::keysym(std::uint32_t virtualKeyCode)
+std::uint32_t LinuxKeyboardLayout::keysym(std::uint32_t virtualKeyCode)
 {
     const std::uint32_t ansi = ansiKeysym(virtualKeyCode);
-    // Letters, digits and signs are all that layouts put elsewhere.
+    // Layouts move only letters, digits and signs.
     if (ansi <= XKB_KEY_space || ansi > XKB_KEY_asciitilde)
         return ansi;
     const std::optional<std::uint32_t> keyCode = keyNames().keyCode(virtualKeyCode);
@@ -113,13 +114,13 @@ std::uint32_t X11KeyboardLayout::keysym(std::uint32_t virtualKeyCode)
     return present != XKB_KEY_NoSymbol ? present : ansi;
 }
 
-QString X11KeyboardLayout::write(const HotkeyCombination &combination)
+QString LinuxKeyboardLayout::write(const HotkeyCombination &combination)
 {
     return combinationText(combination, keysym(combination.keyCode));
 }
 
-/// The first symbol of the key in the layout that is switched on.
-std::uint32_t X11KeyboardLayout::presentKeysym(std::uint32_t keyCode)
+/// The first symbol of the key in the active layout; XKB_KEY_NoSymbol when there is none.
+std::uint32_t LinuxKeyboardLayout::presentKeysym(std::uint32_t keyCode)
 {
     xcb_connection_t *xcb = m_connection.xcb();
     const auto stateCookie = xcb_xkb_get_state(xcb, Core);
@@ -142,14 +143,16 @@ std::uint32_t X11KeyboardLayout::presentKeysym(std::uint32_t keyCode)
     return first < map->nSyms ? xcb_xkb_key_sym_map_syms(map)[first] : quint32{XKB_KEY_NoSymbol};
 }
 
-bool X11KeyboardLayout::useXkb()
+bool LinuxKeyboardLayout::useXkb()
 {
     if (m_firstEvent)
         return true;
     xcb_connection_t *xcb = m_connection.xcb();
     const xcb_query_extension_reply_t *extension = xcb_get_extension_data(xcb, &xcb_xkb_id);
-    if (extension == nullptr || extension->present == 0)
+    if (extension == nullptr || extension->present == 0) {
+        qCDebug(logHotkey, "The X server lacks XKB: keys are taken for those of evdev");
         return false;
+    }
     const auto useCookie = xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
     const auto flagsCookie =
         xcb_xkb_per_client_flags(xcb, Core, DetectableRepeat, DetectableRepeat, 0, 0, 0);
@@ -166,9 +169,9 @@ bool X11KeyboardLayout::useXkb()
     return true;
 }
 
-void X11KeyboardLayout::watch()
+void LinuxKeyboardLayout::watch()
 {
-    // Of the state only the layout: modifiers come and go with every letter.
+    // Of the state only the layout: modifiers change with every capital letter.
     xcb_xkb_select_events_details_t details{};
     details.affectState = XCB_XKB_STATE_PART_GROUP_STATE;
     details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
@@ -178,7 +181,7 @@ void X11KeyboardLayout::watch()
     xcb_flush(m_connection.xcb());
 }
 
-void X11KeyboardLayout::handleEvent(const xcb_generic_event_t *event)
+void LinuxKeyboardLayout::handleEvent(const xcb_generic_event_t *event)
 {
     const int type = event->response_type & 0x7f;
     if (!m_changedSoon.isActive()

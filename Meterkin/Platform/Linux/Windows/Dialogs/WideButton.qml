@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// One of a dialog's buttons. Return presses the default one from anywhere.
+// A button of a dialog.
 PushButton {
     implicitWidth: Math.max(84 * Appearance.textScale, implicitContentWidth + leftPadding + rightPadding)
     leftPadding: 16

@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/Panel.h"
+#include "Platform/Linux/Windows/Panels.h"
 
 #include "Platform/Linux/Windows/PopoverPlacement.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
@@ -32,7 +32,7 @@ QRect x11PanelAt(X11Connection &connection, QPoint place)
     connection.dispatchSoon();
     if (!geometry)
         return QRect();
-    // Only the part on this screen: a panel may span several, and hang over an edge.
+    // Only the part on this screen: a panel may span several screens or reach beyond an edge.
     const qreal scale = screen->devicePixelRatio();
     const QPoint origin = screen->geometry().topLeft();
     const QPointF offset = QPointF(QPoint(geometry->x, geometry->y) - origin) / scale;

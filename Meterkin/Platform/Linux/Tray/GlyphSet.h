@@ -5,16 +5,15 @@
 #include <QHash>
 #include <QImage>
 
-/// A font whose characters are measured and drawn once: a title changes all the time, its letters
-/// do not. All digits take the same width, which not every font gives them. Device pixels; main
-/// thread only.
+/// A font whose characters are measured and drawn once, since a title changes often and its letters
+/// do not. All digits get the same width, whatever the font says. Device pixels; main thread only.
 class GlyphSet {
 public:
     explicit GlyphSet(const QFont &font);
 
     int width(QStringView text);
     int capHeight() const { return m_capHeight; }
-    /// Draws into an image of premultiplied ARGB; what is beyond its edges is left out.
+    /// Draws into an image of premultiplied ARGB, clipped to its edges.
     void draw(QImage &image, QStringView text, QPoint baseline, const QColor &color);
 
 private:
@@ -26,5 +25,5 @@ private:
     int m_capHeight;
     int m_digitWidth = 0;
     QHash<QChar, int> m_advances;
-    QHash<QChar, QImage> m_masks; ///< coverage, the character's cell with the ascent above
+    QHash<QChar, QImage> m_masks; ///< coverage; the baseline is the ascent below the top
 };

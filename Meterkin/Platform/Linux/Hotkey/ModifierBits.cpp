@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/ModifierBits.h"
+#include "Platform/Linux/Hotkey/ModifierBits.h"
 
 #include "Platform/HotkeyRegistrar.h"
 
@@ -11,9 +11,9 @@
 
 namespace {
 
-constexpr int FirstFree = 3; // those before Mod1 always mean the same
+constexpr int FirstFree = 3; // Mod1: those before it have a fixed meaning
 
-/// The lowest bit, where several carry it: a grab takes exact bits.
+/// The lowest bit when keys of several modifiers match: a grab takes exact bits.
 std::uint16_t bitOf(const QList<X11ModifierKey> &keys, std::initializer_list<std::uint32_t> keysyms)
 {
     int lowest = 8;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Windows/Dialogs/DialogWindow.h"
+#include "Platform/Linux/Windows/Dialogs/Window.h"
 
 #include "Platform/DesktopAppearance.h"
 #include "Platform/WindowStyle.h"

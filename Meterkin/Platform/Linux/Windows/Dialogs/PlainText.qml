@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// A text in a dialog. Parts of it may come from outside: shown as it is, broken where it must be.
+// A text in a dialog. Parts of it may come from servers: never interpreted as rich text.
 Text {
     textFormat: Text.PlainText
     wrapMode: Text.Wrap

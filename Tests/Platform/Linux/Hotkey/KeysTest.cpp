@@ -1,0 +1,105 @@
+#include "Platform/Linux/Hotkey/CombinationText.h"
+#include "Platform/Linux/Hotkey/KeyDownMonitor.h"
+#include "Platform/Linux/Hotkey/KeyPositions.h"
+#include "Platform/Linux/Hotkey/ModifierBits.h"
+#include "Services/HotkeyText.h"
+#include "Support/TestMain.h"
+
+#include <QWindow>
+#include <QtTest>
+
+#include <tuple>
+
+class KeysTest : public QObject {
+    Q_OBJECT
+
+private slots:
+    void everyNamedKeyHasAPlace()
+    {
+        for (std::uint32_t code = 0; code < 128; ++code) {
+            const std::optional<std::uint32_t> place = hardwareCode(code);
+            QVERIFY2(place ? virtualKeyCode(*place) == code
+                             && virtualKeyCodeNamed(positionName(code)) == code
+                           : keyName(code).startsWith(u"Key("),
+                     qPrintable(keyName(code)));
+        }
+        QCOMPARE(virtualKeyCode(38), 0U); // left of S, whatever the layout
+        QCOMPARE(virtualKeyCode(0), KeyDown::NoKeyCode); // made up by a program
+    }
+
+    void findsTheModifiersOfAServer()
+    {
+        using Keys = QList<X11ModifierKey>;
+        constexpr quint32 num = 0xff7f, scroll = 0xff14, alt = 0xffe9, altRight = 0xffea,
+                          super = 0xffeb, superRight = 0xffec;
+        // The masks of all four and of command, and the locks when all but command are wanted.
+        for (const auto &[keys, all, command, locks] :
+             {std::tuple(Keys{{3, alt}, {3, altRight}, {4, num}, {6, superRight}, {6, super}}, 0x4d,
+                         0x40, QList<quint16>{0x12, 0x10, 0x02, 0}),
+              {{{3, alt}, {3, num}, {3, super}, {4, scroll}}, 0x0d, 0x08, {0x12, 0x10, 0x02, 0}},
+              {{{6, alt}, {3, altRight}, {7, superRight}, {4, super}}, 0x1d, 0x10, {0x02, 0}},
+              {{{2, alt}, {1, super}, {0, num}}, -1, -1, {0x02, 0}}}) { // of fixed meaning
+            const X11ModifierBits bits = x11ModifierBits(keys);
+            const auto mask = [&](quint32 wanted) {
+                return bits.mask(wanted) ? int{*bits.mask(wanted)} : -1;
+            };
+            QCOMPARE(mask(0x1b00), all);
+            QCOMPARE(mask(CarbonModifier::command), command);
+            QCOMPARE(lockCombinations(quint16(bits.locks & ~std::max(0, mask(0x1a00)))), locks);
+        }
+    }
+
+    void namesCombinations()
+    {
+        const auto names = [](std::uint32_t keyCode, std::uint32_t keysym) {
+            const HotkeyCombination combination{keyCode, 0x1b00};
+            return combinationText(combination, keysym) + u' '
+                + shortcutTrigger(combination, keysym);
+        };
+        for (const auto &[keyCode, text] : {std::pair(40U, "K LOGO+CTRL+ALT+SHIFT+k"),
+                                            {53U, "Esc LOGO+CTRL+ALT+SHIFT+Escape"},
+                                            {91U, "Keypad 8 LOGO+CTRL+ALT+SHIFT+KP_8"},
+                                            {52U, "Key(52) "}})
+            QCOMPARE(names(keyCode, ansiKeysym(keyCode)),
+                     QStringLiteral("Super+Ctrl+Alt+Shift+") + QLatin1String(text));
+        QVERIFY(names(41, 0xf6).contains(u"+Ö LOGO") && names(24, 0xfe51).contains(u"+´ LOGO"));
+    }
+
+    void reportsEachKeyOnce()
+    {
+        LinuxKeyDownMonitor monitor;
+        QStringList seen;
+        monitor.install([&](const KeyDown &key) {
+            seen += QStringLiteral("%1+%2").arg(key.keyCode).arg(key.flags, 0, 16);
+            if (key.flags == EventModifier::shift)
+                return false;
+            monitor.remove();
+            return true;
+        });
+        // How many of the events reach the window unanswered.
+        const auto passes = [](int key, Qt::KeyboardModifiers modifiers, quint32 code,
+                               const QList<QEvent::Type> &types, bool repeats = false) {
+            QWindow window;
+            return std::ranges::count_if(types, [&](QEvent::Type type) {
+                QKeyEvent event(type, key, modifiers, code, 0, 0, {}, repeats);
+                event.ignore();
+                QCoreApplication::sendEvent(&window, &event);
+                return !event.isAccepted();
+            });
+        };
+        const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::MetaModifier;
+        using enum QEvent::Type;
+        QCOMPARE(passes(Qt::Key_Control, both, 37, {ShortcutOverride, KeyPress, KeyRelease}), 3);
+        QCOMPARE(passes(Qt::Key_K, Qt::ShiftModifier, 45, {ShortcutOverride, KeyPress}), 2);
+        QCOMPARE(passes(Qt::Key_Space, both, 65, {ShortcutOverride, KeyPress}), 0);
+        // The handler is gone: held on, released, pressed again.
+        QCOMPARE(passes(Qt::Key_Space, both, 65, {KeyRelease, ShortcutOverride, KeyPress}, true),
+                 0);
+        QCOMPARE(passes(Qt::Key_Space, both, 65, {KeyRelease}), 0);
+        QCOMPARE(passes(Qt::Key_Space, both, 65, {ShortcutOverride, KeyPress, KeyRelease}), 3);
+        QCOMPARE(seen.join(u' '), QStringLiteral("40+20000 49+140000"));
+    }
+};
+
+METERKIN_TEST(KeysTest);
+#include "KeysTest.moc"

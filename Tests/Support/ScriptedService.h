@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QDBusVirtualObject>
+
+/// A D-Bus service with one object and what is below it, for as long as this exists.
+class ScriptedService : public QDBusVirtualObject {
+public:
+    ScriptedService(const QDBusConnection &bus, const QString &name, const QString &path)
+        : connection(bus)
+        , m_name(name)
+        , m_path(path)
+    {
+        connection.registerVirtualObject(path, this, QDBusConnection::SubPath);
+        connection.registerService(name);
+    }
+    ~ScriptedService() override
+    {
+        connection.unregisterService(m_name);
+        connection.unregisterObject(m_path, QDBusConnection::UnregisterTree);
+    }
+
+    QString introspect(const QString &) const override { return QString(); }
+
+    QDBusConnection connection;
+
+private:
+    const QString m_name;
+    const QString m_path;
+};
