@@ -61,6 +61,8 @@ void AppDelegate::connectWindows()
 {
     connect(&m_windows, &ApplicationWindows::settingsRequested, this, &AppDelegate::openSettings);
     connect(&m_windows, &ApplicationWindows::quitRequested, this, &AppDelegate::quit);
+    connect(&m_windows, &ApplicationWindows::dashboardCloseRequested, this,
+            &AppDelegate::closeDashboard);
     connect(&m_windows, &ApplicationWindows::intervalChosen, &m_collector, &MetricCollector::start);
     connect(&m_windows, &ApplicationWindows::launchAtLoginChosen, this,
             [this](bool wish) { setLaunchAtLogin(m_settingsVM, wish, m_platform.loginItem()); });
@@ -246,9 +248,14 @@ void AppDelegate::handleNotificationClick(const QString &identifier)
         showDashboard();
 }
 
-void AppDelegate::openSettings()
+void AppDelegate::closeDashboard()
 {
     m_platform.popover().close();
+}
+
+void AppDelegate::openSettings()
+{
+    closeDashboard();
     m_windows.openSettings(dashboard());
 }
 

@@ -40,6 +40,7 @@ public:
     void togglePopover();
     /// Shows the dashboard, or leaves it shown.
     void showDashboard();
+    void closeDashboard();
     void openSettings();
     void showOnboarding();
     /// The user has seen enough not to be greeted again.

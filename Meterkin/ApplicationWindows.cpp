@@ -44,6 +44,7 @@ std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel
                          {QStringLiteral("settings"), QVariant::fromValue(&m_settings)}});
     connect(view.get(), SIGNAL(openSettings()), this, SIGNAL(settingsRequested()));
     connect(view.get(), SIGNAL(quit()), this, SIGNAL(quitRequested()));
+    connect(view.get(), SIGNAL(closeRequested()), this, SIGNAL(dashboardCloseRequested()));
     connect(view.get(), &QObject::destroyed, this, &ApplicationWindows::giveUpEngineSoon);
     m_dashboard = view.get();
     return view;

@@ -44,6 +44,7 @@ public:
 signals:
     void settingsRequested();
     void quitRequested();
+    void dashboardCloseRequested();
     void intervalChosen(double seconds);
     void launchAtLoginChosen(bool wish);
     void onboardingStarted();

@@ -95,6 +95,14 @@ private:
     QMetaObject::Connection m_screenChange;
 };
 
+void layOut(QQuickItem &item)
+{
+    // Rows and columns know their size only once what they hold does.
+    for (QQuickItem *child : item.childItems())
+        layOut(*child);
+    item.ensurePolished();
+}
+
 } // namespace
 
 void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize least)
@@ -106,10 +114,8 @@ void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize
     new WindowFit(window, *item, least); // belongs to the window
 }
 
-void layOut(QQuickItem &item)
+QSize wantedSize(QQuickItem &item)
 {
-    // Rows and columns know their size only once what they hold does.
-    for (QQuickItem *child : item.childItems())
-        layOut(*child);
-    item.ensurePolished();
+    layOut(item);
+    return QSize(qCeil(item.implicitWidth()), qCeil(item.implicitHeight())).expandedTo(QSize(1, 1));
 }

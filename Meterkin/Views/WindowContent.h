@@ -11,5 +11,6 @@
 /// frame leave of the screen, whose changes are followed, too. The window owns the content.
 void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize least);
 
-/// Makes the item know its implicit size at once, rather than before the next frame.
-void layOut(QQuickItem &item);
+/// The size that the item asks for, in whole logical pixels, at least 1 by 1. Laid out at once
+/// rather than before the next frame.
+QSize wantedSize(QQuickItem &item);

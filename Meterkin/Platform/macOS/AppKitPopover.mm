@@ -2,6 +2,7 @@
 
 #include "Platform/macOS/NativeView.h"
 
+#include <QQuickItem>
 #include <QScopedValueRollback>
 
 #include <utility>
@@ -196,10 +197,11 @@ void AppKitPopover::makePopover()
 
 void AppKitPopover::makeWindow()
 {
-    m_window = std::make_unique<PopoverQuickWindow>(m_make());
-    connect(m_window.get(), &PopoverQuickWindow::wantedSizeChanged, this,
-            [this] { m_fitSoon.start(0); });
-    connect(m_window.get(), &PopoverQuickWindow::dismissed, this, &AppKitPopover::close);
+    std::unique_ptr<QQuickItem> content = m_make();
+    for (const auto signal :
+         {&QQuickItem::implicitWidthChanged, &QQuickItem::implicitHeightChanged})
+        connect(content.get(), signal, this, [this] { m_fitSoon.start(0); });
+    m_window = std::make_unique<PopoverQuickWindow>(std::move(content));
     [m_objects->container addSubview:viewOf(*m_window)];
 }
 

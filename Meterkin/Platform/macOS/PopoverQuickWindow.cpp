@@ -2,9 +2,7 @@
 
 #include "Views/WindowContent.h"
 
-#include <QKeyEvent>
 #include <QQuickItem>
-#include <QtMath>
 
 #include <algorithm>
 #include <utility>
@@ -16,40 +14,23 @@ PopoverQuickWindow::PopoverQuickWindow(std::unique_ptr<QQuickItem> content)
     setFlags(Qt::SubWindow | Qt::FramelessWindowHint);
     setColor(Qt::transparent);
     m_content->setParentItem(contentItem());
-    connect(m_content.get(), &QQuickItem::implicitWidthChanged, this,
-            &PopoverQuickWindow::wantedSizeChanged);
-    connect(m_content.get(), &QQuickItem::implicitHeightChanged, this,
-            &PopoverQuickWindow::wantedSizeChanged);
 }
 
 PopoverQuickWindow::~PopoverQuickWindow()
 {
-    m_content.reset(); // before the window goes that it may refer to
+    m_content.reset(); // it may refer to the window
 }
 
 QSize PopoverQuickWindow::fit(int room)
 {
-    layOut(*m_content);
-    const QSize fitted(std::max(1, qCeil(m_content->implicitWidth())),
-                       std::clamp(qCeil(m_content->implicitHeight()), 1, std::max(1, room)));
+    const QSize wanted = wantedSize(*m_content);
+    const QSize fitted(wanted.width(), std::min(wanted.height(), std::max(1, room)));
     resize(fitted);
     m_content->setSize(fitted);
-    // What does not scroll must not stand out of a frame that the screen has cut short.
-    m_content->setClip(fitted.height() < m_content->implicitHeight());
     return fitted;
 }
 
 void PopoverQuickWindow::focusContent()
 {
     m_content->forceActiveFocus(Qt::PopupFocusReason);
-}
-
-void PopoverQuickWindow::keyPressEvent(QKeyEvent *event)
-{
-    event->ignore(); // it stays so where no item has the focus
-    QQuickWindow::keyPressEvent(event);
-    if (!event->isAccepted() && event->key() == Qt::Key_Escape) {
-        event->accept();
-        emit dismissed();
-    }
 }

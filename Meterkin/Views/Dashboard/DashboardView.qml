@@ -21,10 +21,15 @@ FocusScope {
 
     signal openSettings()
     signal quit()
+    signal closeRequested()
 
     implicitWidth: fixedWidth * Appearance.textScale
     implicitHeight: header.height + upperDivider.height + cards.implicitHeight + 2 * contentPadding
                     + lowerDivider.height + footer.height
+
+    // A screen may be too low for what does not scroll.
+    clip: height < implicitHeight
+    Keys.onEscapePressed: view.closeRequested()
 
     // Whoever opens it again begins at the top: not with the button that he pressed last.
     onIsShownChanged: {

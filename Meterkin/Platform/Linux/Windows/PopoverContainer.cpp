@@ -116,10 +116,11 @@ void LinuxPopoverContainer::makeWindow(FrameStyle style)
     const Qt::WindowFlags flags = bypassesWindowManager()
         ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
         : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
-    m_window = std::make_unique<PopoverWindow>(m_make(), style, flags);
-    connect(m_window.get(), &PopoverWindow::wantedSizeChanged, this,
-            [this] { m_placeSoon.start(0); });
-    connect(m_window.get(), &PopoverWindow::dismissed, this, &LinuxPopoverContainer::close);
+    std::unique_ptr<QQuickItem> content = m_make();
+    for (const auto signal :
+         {&QQuickItem::implicitWidthChanged, &QQuickItem::implicitHeightChanged})
+        connect(content.get(), signal, this, [this] { m_placeSoon.start(0); });
+    m_window = std::make_unique<PopoverWindow>(std::move(content), style, flags);
     connect(m_window.get(), &PopoverWindow::exposed, this, &LinuxPopoverContainer::handleExposure);
     connect(m_window.get(), &PopoverWindow::hidden, this, &LinuxPopoverContainer::handleHidden);
     if (!bypassesWindowManager()) {
@@ -155,7 +156,7 @@ void LinuxPopoverContainer::place()
 {
     if (!m_window || !m_screen)
         return;
-    m_window->place(placePopover(m_surroundings, m_window->wantedSize()), *m_screen);
+    m_window->place(placePopover(m_surroundings, m_window->contentSize()), *m_screen);
     if (!bypassesWindowManager()) {
         // Tiling compositors let windows of a fixed size float.
         m_window->setMinimumSize(m_window->size());

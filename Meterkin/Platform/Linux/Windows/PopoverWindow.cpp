@@ -2,8 +2,6 @@
 
 #include "Views/WindowContent.h"
 
-#include <QKeyEvent>
-
 #include <cmath>
 #include <utility>
 
@@ -12,7 +10,7 @@ namespace {
 constexpr int InMilliseconds = 160;
 constexpr int OutMilliseconds = 110;
 constexpr qreal Slide = 6; // logical pixels, from the panel's side
-constexpr qreal FirstProgress = 0.2; // the first frame already shows something
+constexpr qreal FirstProgress = 0.2; // so that the first frame shows something
 
 } // namespace
 
@@ -27,17 +25,13 @@ PopoverWindow::PopoverWindow(std::unique_ptr<QQuickItem> content, FrameStyle sty
     m_content->setParentItem(style == FrameStyle::Rounded ? m_stage.get() : contentItem());
     m_content->setPosition(QPointF(m_frame->margin(), m_frame->margin()));
     const auto paintBackground = [this] {
-        // A window that is opaque anyway shows no other colour before its first frame.
+        // So that an opaque window has the right colour before its first frame.
         setColor(m_frame->style() == FrameStyle::Rounded ? QColor(Qt::transparent)
                                                          : m_frame->background());
     };
     connect(m_frame, &PopoverFrame::backgroundChanged, this, paintBackground);
     m_frame->follow(*m_content);
 
-    connect(m_content.get(), &QQuickItem::implicitWidthChanged, this,
-            &PopoverWindow::wantedSizeChanged);
-    connect(m_content.get(), &QQuickItem::implicitHeightChanged, this,
-            &PopoverWindow::wantedSizeChanged);
     connect(&m_animation, &QVariantAnimation::valueChanged, this,
             [this](const QVariant &value) { setProgress(value.toReal()); });
     connect(&m_animation, &QVariantAnimation::finished, this, [this] {
@@ -48,14 +42,12 @@ PopoverWindow::PopoverWindow(std::unique_ptr<QQuickItem> content, FrameStyle sty
 
 PopoverWindow::~PopoverWindow()
 {
-    m_content.reset(); // before the window goes that it may refer to
+    m_content.reset(); // it may refer to the window
 }
 
-QSize PopoverWindow::wantedSize() const
+QSize PopoverWindow::contentSize() const
 {
-    layOut(*m_content);
-    return QSize(static_cast<int>(std::ceil(m_content->implicitWidth())),
-                 static_cast<int>(std::ceil(m_content->implicitHeight())));
+    return wantedSize(*m_content);
 }
 
 void PopoverWindow::place(const PopoverPlace &place, QScreen &screen)
@@ -68,8 +60,6 @@ void PopoverWindow::place(const PopoverPlace &place, QScreen &screen)
     m_stage->setSize(window.size());
     m_frame->setSize(window.size());
     m_content->setSize(place.frame.size());
-    // What does not scroll must not stand out of a frame that the screen has cut short.
-    m_content->setClip(place.frame.height() < m_content->implicitHeight());
     setProgress(m_progress);
 }
 
@@ -97,16 +87,6 @@ void PopoverWindow::exposeEvent(QExposeEvent *event)
     QQuickWindow::exposeEvent(event);
     if (isExposed())
         emit exposed();
-}
-
-void PopoverWindow::keyPressEvent(QKeyEvent *event)
-{
-    event->ignore(); // it stays so where no item has the focus
-    QQuickWindow::keyPressEvent(event);
-    if (!event->isAccepted() && event->key() == Qt::Key_Escape) {
-        event->accept();
-        emit dismissed();
-    }
 }
 
 void PopoverWindow::animate(qreal target, int milliseconds)

@@ -8,8 +8,7 @@
 
 #include <memory>
 
-/// The window of a popover: frame, content and the animation of both. Knows nothing of when it is
-/// to be shown.
+/// The window of a popover: frame, content and the animation of both.
 class PopoverWindow : public QQuickWindow {
     Q_OBJECT
 
@@ -18,8 +17,8 @@ public:
     ~PopoverWindow() override;
 
     FrameStyle style() const { return m_frame->style(); }
-    /// The size that the content asks for, with what the frame adds to it.
-    QSize wantedSize() const;
+    /// The size that the content asks for; the shadow comes on top.
+    QSize contentSize() const;
     /// Fits frame and content into a place on that screen.
     void place(const PopoverPlace &place, QScreen &screen);
     /// The visible frame within the window, logical pixels.
@@ -30,15 +29,11 @@ public:
     void animateOut();
 
 signals:
-    void wantedSizeChanged();
     void exposed();
-    /// Escape, which the content had no use for.
-    void dismissed();
     void hidden();
 
 protected:
     void exposeEvent(QExposeEvent *event) override;
-    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     void animate(qreal target, int milliseconds);
