@@ -1,0 +1,23 @@
+# Compiles what the view compiler writes for a module, one file a view, in batches: each view alone
+# would parse all of Qt Quick's headers. The generated code is not as clean as what we write.
+function(meterkin_compile_views_in_batches module size)
+    get_target_property(views ${module} SOURCES)
+    list(FILTER views INCLUDE REGEX "/qmlcache/")
+    set_source_files_properties(${views} PROPERTIES HEADER_FILE_ONLY ON)
+    list(TRANSFORM views REPLACE "(.+)" "#include \"\\1\"\n")
+    while(views)
+        list(SUBLIST views 0 ${size} includes)
+        list(JOIN includes "" content)
+        list(LENGTH views left)
+        set(batch ${CMAKE_CURRENT_BINARY_DIR}/${module}_batch_${left}.cpp)
+        file(CONFIGURE OUTPUT ${batch} CONTENT "${content}")
+        set_source_files_properties(${batch} PROPERTIES
+            SKIP_AUTOGEN ON COMPILE_OPTIONS "-Wno-shadow;-Wno-conversion")
+        target_sources(${module} PRIVATE ${batch})
+        if(left GREATER size)
+            list(SUBLIST views ${size} -1 views)
+        else()
+            break()
+        endif()
+    endwhile()
+endfunction()
