@@ -23,7 +23,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto Timeout = 5s;
+constexpr auto AnswerTimeout = 5s;
 constexpr auto RetryInterval = 50ms;
 constexpr auto AcceptRetryInterval = 1s;
 constexpr const char *SocketName = "socket";
@@ -83,7 +83,7 @@ ProgramHost::Claim SingleInstance::claim()
     m_lock = Descriptor(openat(m_folder.number(), "lock",
                                O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
                                S_IRUSR | S_IWUSR));
-    const QDeadlineTimer deadline(Timeout);
+    const QDeadlineTimer deadline(AnswerTimeout);
     while (flock(m_lock.number(), LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK) {
             std::fputs("meterkin: no folder to lock: other instances go unnoticed\n", stderr);

@@ -8,7 +8,7 @@
 namespace {
 
 constexpr double CentreOpacity = 0.36;
-constexpr int Stops = 16;
+constexpr int GlowStops = 16;
 constexpr double Steepness = 4.5;
 
 /// A bell curve, moved down so that it is 0 at the edge: a step there would show as a disc.
@@ -33,8 +33,8 @@ void OnboardingGlow::paint(QPainter *painter)
 {
     const QPointF centre(width() / 2, height() / 2);
     QRadialGradient light(centre, width() / 2);
-    for (int i = 0; i <= Stops; ++i) {
-        const double distance = double(i) / Stops;
+    for (int i = 0; i <= GlowStops; ++i) {
+        const double distance = double(i) / GlowStops;
         QColor color = m_color;
         color.setAlphaF(float(CentreOpacity * brightness(distance)));
         light.setColorAt(distance, color);

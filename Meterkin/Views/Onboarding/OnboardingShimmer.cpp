@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int Stops = 12;
+constexpr int ShimmerStops = 12;
 constexpr int Brightness = 24; // of 255: the label above it stays legible
 constexpr double HalfWidthPerHeight = 1.1;
 constexpr double SlantPerHeight = 0.35;
@@ -37,8 +37,8 @@ void OnboardingShimmer::paint(QPainter *painter)
     const double reach = halfWidth + SlantPerHeight * height();
     const QPointF centre(m_phase * (width() + 2 * reach) - reach, height() / 2);
     QLinearGradient band(centre - half, centre + half);
-    for (int i = 0; i <= Stops; ++i) {
-        const double place = double(i) / Stops;
+    for (int i = 0; i <= ShimmerStops; ++i) {
+        const double place = double(i) / ShimmerStops;
         const double rise = std::sin(std::numbers::pi * place);
         band.setColorAt(place, QColor(255, 255, 255, qRound(Brightness * rise * rise)));
     }

@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr qsizetype NameSize = 4;
+constexpr qsizetype NameSize = X11KeyNames::NameSize;
 
 std::string_view nameAt(const QByteArray &packed, qsizetype index)
 {

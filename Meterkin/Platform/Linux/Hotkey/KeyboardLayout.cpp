@@ -25,7 +25,7 @@ constexpr int BurstMilliseconds = 50; // a changed layout is reported key by key
 
 constexpr int Modifiers = 8;
 constexpr qsizetype WordSize = 4;
-constexpr qsizetype NameSize = sizeof(xcb_xkb_key_name_t);
+static_assert(X11KeyNames::NameSize == sizeof(xcb_xkb_key_name_t));
 
 } // namespace
 
@@ -54,7 +54,7 @@ X11KeyNames LinuxKeyboardLayout::keyNames()
     if (!reply || reply->which != XCB_XKB_NAME_DETAIL_KEY_NAMES || reply->length < reply->nKeys)
         return {};
     const auto *packed = static_cast<const char *>(xcb_xkb_get_names_value_list(reply.get()));
-    return {reply->firstKey, QByteArray(packed, reply->nKeys * NameSize)};
+    return {reply->firstKey, QByteArray(packed, reply->nKeys * X11KeyNames::NameSize)};
 }
 
 X11ModifierBits LinuxKeyboardLayout::modifierBits()

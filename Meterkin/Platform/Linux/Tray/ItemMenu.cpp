@@ -15,7 +15,7 @@ namespace {
 
 // Logical pixels.
 constexpr int RowHeight = 26;
-constexpr int SidePadding = 14;
+constexpr int EntryPadding = 14;
 constexpr int EdgePadding = 5;
 constexpr int GroupGap = 9;
 
@@ -44,7 +44,7 @@ ItemMenu::ItemMenu(QPoint anchor)
     int widest = 0;
     for (const MenuEntry &item : menuEntries)
         widest = std::max(widest, metrics.horizontalAdvance(item.text));
-    const QSize size(widest + 2 * SidePadding,
+    const QSize size(widest + 2 * EntryPadding,
                      rows * RowHeight + gapsBefore(rows - 1) * GroupGap + 2 * EdgePadding);
     setGeometry(PanelPopup::beside(anchor, size));
     show();
@@ -58,12 +58,12 @@ void ItemMenu::paintEvent(QPaintEvent *)
     for (int row = 0; row < rows; ++row) {
         const QRect rect = rowRect(row);
         if (entry(row).startsGroup)
-            painter.fillRect(rect.left() + SidePadding / 2, rect.top() - GroupGap / 2 - 1,
-                             rect.width() - SidePadding, 1, PanelStyle::border);
+            painter.fillRect(rect.left() + EntryPadding / 2, rect.top() - GroupGap / 2 - 1,
+                             rect.width() - EntryPadding, 1, PanelStyle::border);
         if (row == m_selected)
             painter.fillRect(rect, PanelStyle::selection);
         painter.setPen(PanelStyle::text);
-        painter.drawText(rect.adjusted(SidePadding - 1, 0, 0, 0), Qt::AlignVCenter,
+        painter.drawText(rect.adjusted(EntryPadding - 1, 0, 0, 0), Qt::AlignVCenter,
                          entry(row).text);
     }
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-TrayContent content(const QString &text, const QString &widest = QStringLiteral("100%"))
+TrayContent titled(const QString &text, const QString &widest = QStringLiteral("100%"))
 {
     return {{text, Qt::red, widest}, QStringLiteral("meterkin: ") + text, QString()};
 }
@@ -19,7 +19,7 @@ struct Strip : FloatingStrip {
     Strip(TitlePainter &painter, ScriptedStore &store)
         : FloatingStrip(painter, store)
     {
-        setContent(content(QStringLiteral("42%")));
+        setContent(titled(QStringLiteral("42%")));
         attach();
     }
 };
@@ -100,11 +100,11 @@ private slots:
                 middle + offset - strip.geometry().width() / 2, 200);
         const QRect before = strip.geometry();
         for (int round = 0; round < 3; ++round) {
-            strip.setContent(content(QStringLiteral("1850 RPM"), QStringLiteral("9999 RPM")));
+            strip.setContent(titled(QStringLiteral("1850 RPM"), QStringLiteral("9999 RPM")));
             QVERIFY(strip.geometry().width() > before.width());
             QCOMPARE(strip.geometry().left() == before.left(), offset < 0);
             QCOMPARE(strip.geometry().right() == before.right(), offset >= 0);
-            strip.setContent(content(QStringLiteral("42%")));
+            strip.setContent(titled(QStringLiteral("42%")));
             QCOMPARE(strip.geometry(), before);
         }
         strip.detach();
