@@ -135,8 +135,12 @@ void FloatingStrip::attach()
     place();
     m_window->show();
     // Screens that come, go or change must not take the strip out of sight.
-    for (QScreen *screen : QGuiApplication::screens())
+    const auto follow = [this](QScreen *screen) {
         connect(screen, &QScreen::availableGeometryChanged, m_window.get(), [this] { place(); });
+    };
+    for (QScreen *screen : QGuiApplication::screens())
+        follow(screen);
+    connect(qGuiApp, &QGuiApplication::screenAdded, m_window.get(), follow);
     connect(qGuiApp, &QGuiApplication::screenRemoved, m_window.get(), [this] { place(); });
 }
 
