@@ -3,22 +3,9 @@
 #include "Sampling/MetricSampler.h"
 #include "Sampling/SamplingInterval.h"
 
-#include <algorithm>
 #include <atomic>
 #include <mutex>
 #include <utility>
-
-namespace {
-
-int millisecondsOf(double interval)
-{
-    // In this order a NaN gives the shortest.
-    const double safe =
-        interval > ShortestInterval ? std::min(interval, LongestInterval) : ShortestInterval;
-    return static_cast<int>(safe * 1000.0);
-}
-
-} // namespace
 
 /// What the collector shares with its background jobs, which may outlive it.
 struct MetricCollector::Shared {
@@ -85,7 +72,7 @@ void MetricCollector::start(double interval)
 {
     m_timer.stop();
     takeSample();
-    m_timer.start(millisecondsOf(interval));
+    m_timer.start(static_cast<int>(intervalInEffect(interval) * 1000.0));
 }
 
 void MetricCollector::takeSample()

@@ -110,9 +110,10 @@ class SmokeCase(unittest.TestCase):
         """What the program said on standard error."""
         return self.desktop.log(name).read_text(errors="replace")
 
-    def stop(self, number=15):
+    def stop(self, number=15, warning=""):
+        """The warning is a pattern of all that the program may have said."""
         status = self.desktop.end(self.program, number, PATIENCE)
-        self.assertEqual(self.complaints(), "")
+        self.assertRegex(self.complaints(), rf"\A{warning}\Z")
         self.assertEqual((self.desktop.folder / "program.out").read_text(), "")
         self.assertEqual(status, 0, "a clean end has status 0")
 

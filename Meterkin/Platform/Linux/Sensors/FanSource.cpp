@@ -82,14 +82,16 @@ FanSample LinuxFanSource::read()
     FanSample sample;
     sample.count = std::ssize(m_fans);
     sample.fans.reserve(sample.count);
-    for (std::size_t i = 0; i < m_fans.size(); ++i) {
-        Fan &fan = m_fans[i];
+    std::int64_t index = 0;
+    for (const Fan &fan : m_fans) {
+        const std::string path = fan.path + "_input";
         errno = 0;
-        if (const std::optional<double> rpm = readSpeed(fan.path + "_input"))
-            sample.fans.append({static_cast<std::int64_t>(i), *rpm, readSpeed(fan.path + "_min"),
+        if (const std::optional<double> rpm = readSpeed(path))
+            sample.fans.append({index, *rpm, readSpeed(fan.path + "_min"),
                                 readSpeed(fan.path + "_max"), fan.name});
         else
-            report(fan, errno);
+            warnOnce(path, errno);
+        ++index;
     }
     return sample;
 }
@@ -125,18 +127,20 @@ std::vector<LinuxFanSource::Monitor> LinuxFanSource::listMonitors() const
 
 void LinuxFanSource::findFans()
 {
-    m_fans.clear();
+    const std::vector<Fan> before = std::exchange(m_fans, {});
     for (const Monitor &monitor : m_monitors)
         addFansOf(monitor.path);
     // The kernel numbers the monitors anew at each boot.
     std::ranges::sort(m_fans, {}, [](const Fan &fan) {
         return std::tie(fan.chip, fan.device, fan.number, fan.path);
     });
-    qCDebug(logSampling, "%zu hardware monitors in %s have %zu fans", m_monitors.size(),
-            m_folder.c_str(), m_fans.size());
-    for (const Fan &fan : m_fans)
-        qCDebug(logSampling, "%s_input is a fan of chip \"%s\" with the name \"%ls\"",
-                fan.path.c_str(), fan.chip.c_str(), qUtf16Printable(fan.name));
+    if (m_fans.empty())
+        qCDebug(logSampling, "the %zu hardware monitors in %s have no fan", m_monitors.size(),
+                m_folder.c_str());
+    else if (m_fans != before)
+        for (const Fan &fan : m_fans)
+            qCDebug(logSampling, "%s_input is a fan of chip \"%s\" with the name \"%ls\"",
+                    fan.path.c_str(), fan.chip.c_str(), qUtf16Printable(fan.name));
 }
 
 void LinuxFanSource::addFansOf(const std::string &monitor)
@@ -161,11 +165,12 @@ void LinuxFanSource::addFansOf(const std::string &monitor)
     }
 }
 
-void LinuxFanSource::report(Fan &fan, int error)
+void LinuxFanSource::warnOnce(const std::string &path, int error)
 {
     const bool isGone = error == ENOENT || error == ENODEV;
-    if (isGone || std::exchange(fan.isReported, true))
+    if (isGone || std::ranges::find(m_reported, path) != m_reported.end())
         return;
-    qCWarning(logSampling, "%s_input cannot be read (%s): the fan is left out until it can",
-              fan.path.c_str(), error == 0 ? "not a number" : std::strerror(error));
+    m_reported.push_back(path);
+    qCWarning(logSampling, "%s cannot be read (%s): the fan is left out until it can", path.c_str(),
+              error == 0 ? "not a number" : std::strerror(error));
 }

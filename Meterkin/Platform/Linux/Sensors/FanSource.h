@@ -33,16 +33,15 @@ private:
         std::uint64_t number = 0;
         std::string path; ///< of its files, up to the "_"
         QString name;
-        bool isReported = false; ///< whether the log says that it cannot be read
+        bool operator==(const Fan &) const = default;
     };
 
     void lookForFans();
     std::vector<Monitor> listMonitors() const;
     void findFans();
     void addFansOf(const std::string &monitor);
-    /// Logs, once a fan, that it cannot be read. `error` is an errno, 0 for a text without a
-    /// number.
-    static void report(Fan &fan, int error);
+    /// Logs, once per file, that it cannot be read. `error` is an errno, 0 for what is no number.
+    void warnOnce(const std::string &path, int error);
 
     std::string m_folder;
     MonotonicClock m_clock;
@@ -50,4 +49,5 @@ private:
     std::vector<Monitor> m_monitors; ///< by path
     bool m_hasChanged = true; ///< at the last look; the first one finds the fans in any case
     std::vector<Fan> m_fans;
+    std::vector<std::string> m_reported; ///< paths that the log has named
 };

@@ -5,14 +5,79 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-namespace {
+/// Over a made-up /sys: monitors are links into the devices, as in the real one.
+class FanSourceTest : public QObject {
+    Q_OBJECT
 
-/// A made-up /sys: monitors are links into the devices, as in the real one.
-class SystemTree {
-public:
+private slots:
+    void init()
+    {
+        m_folder.emplace();
+        m_source.emplace(path("class").toStdString(), [this] { return m_now; });
+    }
+
+    void monitorsAppearAndVanish()
+    {
+        QCOMPARE(fans(), "0"); // the kernel's folder for monitors is missing
+        addMonitor("hwmon1", "pci", "name=card fan1_input=1");
+        QCOMPARE(fans(), "0"); // not looked for at every reading
+        m_now += std::chrono::seconds(5);
+        QCOMPARE(fans(), "1 1");
+        addMonitor("hwmon2", "isa", "name=board fan1_input=5");
+        QVERIFY(QFile::remove(path("class/hwmon1")));
+        m_now += std::chrono::seconds(5);
+        QCOMPARE(fans(), "1 5");
+        addMonitor("hwmon7", "pci", "name=card fan1_input=1");
+        QVERIFY(write(path("class/hwmon2/fan2_input"), "6\n"));
+        m_now += std::chrono::seconds(5);
+        QCOMPARE(fans(), "3 5 6 1");
+    }
+
+    void orderDoesNotDependOnNumbers()
+    {
+        QByteArray many("name=rack");
+        for (int i = 1; i <= 12; ++i)
+            many += " fan" + QByteArray::number(i) + "_input=" + QByteArray::number(i);
+        // As numbered at one boot and at the next. An old driver keeps its files with the device.
+        for (const QByteArray boot :
+             {"hwmon0 hwmon1 hwmon2 hwmon3 hwmon4", "hwmon10 hwmon9 hwmon1 hwmon0 hwmon2"}) {
+            init();
+            const QByteArrayList number = boot.split(' ');
+            addMonitor(number[0], "pci/b", "name=card fan1_input=2");
+            addMonitor(number[1], "pci/a", "name=card fan1_input=1");
+            addMonitor(number[2], "isa", "name=board fan10_input=10 fan2_input=5 fanx_input=7");
+            addMonitor(number[3], "old", "device/name=old device/fan1_input=77");
+            addMonitor(number[4], "rack", many);
+            QCOMPARE(fans(), "17 5 10 1 2 77 1 2 3 4 5 6 7 8 9 10 11 12");
+        }
+    }
+
+    void texts()
+    {
+        addMonitor("hwmon1", "pci",
+                   "name=card fan1_input=1234 fan1_min=0 fan1_max=65535 "
+                   "fan1_label=Case fan2_input=1 fan2_max=9");
+        const QList<FanReading> read{{0, 1234.0, 0.0, 65535.0, QStringLiteral("Case")},
+                                     {1, 1.0, {}, 9.0}};
+        QVERIFY(m_source->read() == (FanSample{2, read}));
+        const QByteArray texts = "|\n|-1\n|fast\n|1200 rpm\n|12.5\n|99999999999999999999\n|7"
+            + QByteArray(200, ' ') + "|1200\n" + QByteArray(5000, '0');
+        // Once, for all of them.
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("not a number")));
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("sampling")));
+        for (const QByteArray &text : texts.split('|')) {
+            QVERIFY(write(path("class/hwmon1/fan1_input"), text));
+            m_now += std::chrono::seconds(5);
+            QVERIFY2(fans() == "2 1", text.left(30));
+        }
+        QVERIFY(QFile::remove(path("class/hwmon1/fan2_input"))); // no warning: it is gone
+        QCOMPARE(fans(), "2");
+    }
+
+private:
     QString path(const QByteArray &relative) const
     {
-        return m_folder.filePath(QString::fromLatin1(relative));
+        return m_folder->filePath(QString::fromLatin1(relative));
     }
     /// `files` as "name=text" with spaces in between.
     void addMonitor(const QByteArray &number, const QByteArray &device, const QByteArray &files)
@@ -24,88 +89,19 @@ public:
         for (const QByteArray &file : files.split(' '))
             QVERIFY(write(path(folder + '/' + file.split('=')[0]), file.split('=')[1] + '\n'));
     }
-    FanSample sample() { return m_source.read(); }
     /// The number of fans, and the speeds of those that can be read.
     QByteArray fans()
     {
-        const FanSample sample = m_source.read();
+        const FanSample sample = m_source->read();
         QByteArray text = QByteArray::number(sample.count);
         for (const FanReading &fan : sample.fans)
             text += ' ' + QByteArray::number(fan.rpm);
         return text;
     }
-    void wait() { m_now += std::chrono::seconds(5); }
 
-private:
-    QTemporaryDir m_folder;
+    std::optional<QTemporaryDir> m_folder;
     std::chrono::steady_clock::time_point m_now;
-    LinuxFanSource m_source{path("class").toStdString(), [this] { return m_now; }};
-};
-
-} // namespace
-
-class FanSourceTest : public QObject {
-    Q_OBJECT
-
-private slots:
-    void monitorsAppearAndVanish()
-    {
-        SystemTree tree; // without the kernel's folder for them
-        QCOMPARE(tree.fans(), "0");
-        tree.addMonitor("hwmon1", "pci", "name=card fan1_input=1");
-        QCOMPARE(tree.fans(), "0"); // not looked for at every reading
-        tree.wait();
-        QCOMPARE(tree.fans(), "1 1");
-        tree.addMonitor("hwmon2", "isa", "name=board fan1_input=5");
-        QVERIFY(QFile::remove(tree.path("class/hwmon1")));
-        tree.wait();
-        QCOMPARE(tree.fans(), "1 5");
-        tree.addMonitor("hwmon7", "pci", "name=card fan1_input=1");
-        QVERIFY(write(tree.path("class/hwmon2/fan2_input"), "6\n"));
-        tree.wait();
-        QCOMPARE(tree.fans(), "3 5 6 1");
-    }
-
-    void orderDoesNotDependOnNumbers()
-    {
-        QByteArray many("name=rack");
-        for (int i = 1; i <= 12; ++i)
-            many += " fan" + QByteArray::number(i) + "_input=" + QByteArray::number(i);
-        // As numbered at one boot and at the next. An old driver keeps its files with the device.
-        for (const QByteArray boot :
-             {"hwmon0 hwmon1 hwmon2 hwmon3 hwmon4", "hwmon10 hwmon9 hwmon1 hwmon0 hwmon2"}) {
-            const QByteArrayList number = boot.split(' ');
-            SystemTree tree;
-            tree.addMonitor(number[0], "pci/b", "name=card fan1_input=2");
-            tree.addMonitor(number[1], "pci/a", "name=card fan1_input=1");
-            tree.addMonitor(number[2], "isa",
-                            "name=board fan10_input=10 fan2_input=5 fanx_input=7");
-            tree.addMonitor(number[3], "old", "device/name=old device/fan1_input=77");
-            tree.addMonitor(number[4], "rack", many);
-            QCOMPARE(tree.fans(), "17 5 10 1 2 77 1 2 3 4 5 6 7 8 9 10 11 12");
-        }
-    }
-
-    void texts()
-    {
-        SystemTree tree;
-        tree.addMonitor("hwmon1", "pci",
-                        "name=card fan1_input=1234 fan1_min=0 fan1_max=65535 "
-                        "fan1_label=Case fan2_input=1 fan2_max=9");
-        const QList<FanReading> fans{{0, 1234.0, 0.0, 65535.0, QStringLiteral("Case")},
-                                     {1, 1.0, {}, 9.0}};
-        QVERIFY(tree.sample() == (FanSample{2, fans}));
-        const QByteArray texts = "|\n|-1\n|fast\n|1200 rpm\n|12.5\n|99999999999999999999\n|7"
-            + QByteArray(200, ' ') + "|1200\n" + QByteArray(5000, '0');
-        // Once, for all of them.
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("not a number")));
-        for (const QByteArray &text : texts.split('|')) {
-            QVERIFY(write(tree.path("class/hwmon1/fan1_input"), text));
-            QVERIFY2(tree.fans() == "2 1", text.left(30));
-        }
-        QVERIFY(QFile::remove(tree.path("class/hwmon1/fan2_input"))); // no warning: it is gone
-        QCOMPARE(tree.fans(), "2");
-    }
+    std::optional<LinuxFanSource> m_source;
 };
 
 METERKIN_TEST(FanSourceTest);

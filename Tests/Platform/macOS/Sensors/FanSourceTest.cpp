@@ -21,12 +21,9 @@ const Value Infinite{"flt ", {0, 0, 128, 127}};
 
 using Keys = std::map<std::string, Value>;
 
+Keys keys; ///< of the controller; it refuses to connect when it has none
+
 struct Controller : FanControllerConnection {
-    explicit Controller(const Keys &given)
-        : keys(given)
-    {
-    }
-    Keys keys;
     bool open() override { return !keys.empty(); }
     bool call(const ControllerRecord &request, ControllerRecord &reply) override
     {
@@ -72,7 +69,8 @@ private slots:
             {{"", {}, 0}, 0.0},
         };
         for (const auto &[value, decoded] : cases) {
-            SMCReader reader(std::make_unique<Controller>(Keys{{"F0Ac", value}}));
+            keys = {{"F0Ac", value}};
+            SMCReader reader(std::make_unique<Controller>());
             reader.loggedFanType = true;
             QVERIFY2(reader.readValue("F0Ac") == decoded, value.type.c_str());
         }
@@ -93,8 +91,9 @@ private slots:
              {"F0Ac' type='flt ' size=4 bytes=[0, 0, 128, 127]", "F1Ac" + bytes,
               "F1Mn' type='ui8' size=4 bytes=[9, 0, 0, 0]"}},
         };
-        for (const auto &[keys, expected, lines] : cases) {
-            MacFanSource source(std::make_unique<Controller>(keys));
+        for (const auto &[held, expected, lines] : cases) {
+            keys = held;
+            MacFanSource source(std::make_unique<Controller>());
             QTemporaryFile output;
             std::fflush(stdout);
             const int original = dup(STDOUT_FILENO);
