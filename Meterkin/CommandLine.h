@@ -2,7 +2,6 @@
 
 #include <optional>
 
-/// Answers "--help" and "--version" on standard output, and what the program does not know on
-/// standard error. The exit status; absent when the program is to run. Needs no application object,
-/// and touches nothing else.
+/// Prints what "--help" and "--version" ask for, or an error for an unknown argument. Returns the
+/// exit status; absent when the program is to run. Needs no application object.
 std::optional<int> answerCommandLine(int argc, char **argv);

@@ -15,7 +15,7 @@
 
 namespace {
 
-// A signal handler can reach nothing but globals.
+// A signal handler reaches globals only.
 const char *programToRestart = nullptr; // null for none
 char *const *argumentsOfRestart = nullptr;
 
@@ -26,9 +26,9 @@ void endNow(int /*signal*/)
     _exit(programToRestart == nullptr ? EXIT_SUCCESS : EXIT_FAILURE);
 }
 
-/// At its end Qt waits for the names and proxies that it is looking up, which can take as long as
-/// the network likes. By then all that is ours has been stored.
-void boundTheEnd()
+/// Qt ends only after its lookups of host names and proxies, which may take minutes. All settings
+/// are stored by then.
+void limitTimeToEnd()
 {
     struct sigaction action { };
     action.sa_handler = endNow;
@@ -53,8 +53,7 @@ MeterkinApp::MeterkinApp(int argc, char **argv)
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    // What changes once in seconds needs no graphics processor, whose driver costs more than it
-    // all.
+    // A graphics driver takes more memory than the whole program, which draws once in seconds.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
@@ -78,7 +77,7 @@ int MeterkinApp::run()
         programToRestart = m_program.constData();
         argumentsOfRestart = m_arguments.data();
     }
-    boundTheEnd();
+    limitTimeToEnd();
     if (programToRestart == nullptr)
         return status;
     restart();
@@ -87,7 +86,7 @@ int MeterkinApp::run()
 
 void MeterkinApp::restart()
 {
-    // All of it first: the restarted program would take the old one for a running instance.
+    // All of it before the restart: the new program would find this one as a running instance.
     m_delegate.reset();
     m_host.reset();
     m_application.reset();

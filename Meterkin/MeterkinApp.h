@@ -9,8 +9,8 @@
 class AppDelegate;
 class ProgramHost;
 
-/// The program: sets Qt up, sees to it that there is one instance, and runs the delegate over
-/// this system's back end.
+/// The program: sets up Qt, makes sure that one instance runs, and runs the delegate on the back
+/// end of this system.
 class MeterkinApp {
 public:
     MeterkinApp(int argc, char **argv);

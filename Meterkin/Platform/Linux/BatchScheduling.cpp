@@ -17,7 +17,7 @@ bool setPolicy(int policy)
 void useBatchScheduling()
 {
     const int policy = sched_getscheduler(0);
-    // A restarted program may have it already.
+    // A restarted program has inherited it.
     isBatch = (policy == SCHED_OTHER || policy == SCHED_BATCH) && setPolicy(SCHED_BATCH);
 }
 

@@ -1,11 +1,10 @@
 #pragma once
 
-/// Tells the scheduler that our wake-ups need not interrupt anybody, not even each other: the
-/// sampling thread then runs when the main thread sleeps, at three context switches a sample. To be
-/// called before the first thread is started; without effect where the system does not allow it, or
-/// the program was started with a scheduling of its own.
+/// Asks for SCHED_BATCH (man 7 sched): our wake-ups then interrupt no running thread, not even one
+/// of ours, which saves context switches at each sample. Called before the first thread is started.
+/// Without effect where the system refuses it or the program was started with another policy.
 void useBatchScheduling();
 
-/// Gives the calling thread, and the programs that it starts, the scheduling from before
+/// Gives the calling thread, and programs that it starts, the policy from before
 /// useBatchScheduling(), which may be called again.
 void useOriginalScheduling();

@@ -31,7 +31,7 @@ bool x11Answers()
 
 bool waylandAnswers()
 {
-    // A connection that the compositor has made for us can be used only once.
+    // The compositor has opened a connection for us, which can be used only once.
     if (qEnvironmentVariableIsSet("WAYLAND_SOCKET"))
         return true;
     const QDir runtime(qEnvironmentVariable("XDG_RUNTIME_DIR"));
@@ -43,14 +43,15 @@ bool waylandAnswers()
     if (connect(display.number(), reinterpret_cast<const sockaddr *>(&address), sizeof address)
         != 0)
         return false;
-    // wl_display.sync: to object 1, request 0, 12 bytes long, answered by a new object 2.
+    // The request wl_display.sync of the Wayland protocol (wayland.freedesktop.org): object 1,
+    // request 0, 12 bytes; the answer is to the new object 2.
     constexpr std::array<std::uint32_t, 3> sync{1, sizeof sync << 16, 2};
     char byte = 0;
     return send(display.number(), sync.data(), sizeof sync, MSG_NOSIGNAL) == sizeof sync
         && recv(display.number(), &byte, sizeof byte, 0) == sizeof byte;
 }
 
-/// Whether it says yes in time; else it keeps a thread.
+/// False after the timeout; the thread of a question that hangs is left behind.
 bool isTrueInTime(bool (*question)())
 {
     std::packaged_task<bool()> task(question);

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Chooses the window system before Qt starts: X11, also through Xwayland, where positions and key
-/// grabs exist; else Wayland. Drops from the environment what names a display that does not answer:
-/// other programs set it, and it misleads. What Qt is to try in turn, by Qt's names and with
-/// semicolons between them; null when no display answers. Waits for a display that hangs for 10 s.
+/// Chooses the window system before Qt starts: X11, also through Xwayland, because windows can be
+/// positioned and keys grabbed there; else Wayland. Returns the platforms for Qt's "-platform"
+/// option, null when no display answers. Waits 10 s for a display that hangs. Removes the variable
+/// of a display that does not answer from the environment, so that other code does not rely on it.
 const char *selectDisplay();

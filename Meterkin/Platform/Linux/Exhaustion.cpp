@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr std::size_t Descriptors = 48; // about twice what it opens at first
-constexpr std::size_t Threads = 8; // with those that come and go
+constexpr std::size_t Descriptors = 48; // about twice as many as it opens at the start
+constexpr std::size_t Threads = 8; // short-lived ones included
 
 bool hasDescriptors()
 {

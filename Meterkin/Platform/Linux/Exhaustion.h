@@ -1,9 +1,9 @@
 #pragma once
 
-/// What the program needs to start and cannot have, in plain words; null when all is there. Qt
-/// would wait for ever for a thread that it could not start, and abort without descriptors.
+/// What the program needs to start and does not get, for an error message; null when nothing is
+/// missing. Without threads Qt would wait for ever, without descriptors it would abort.
 const char *lackingResource();
 
-/// From now on the program ends with one line and status 1 where memory or a thread is not to be
-/// had, on any thread.
+/// From now on the program ends with one line and status 1 when it gets no memory or no thread, on
+/// any thread.
 void endWhenExhausted();

@@ -3,15 +3,16 @@
 #include "Platform/Linux/BatchScheduling.h"
 #include "Platform/Linux/DisplaySelection.h"
 #include "Platform/Linux/Exhaustion.h"
-#include "Platform/Linux/QtMessages.h"
-#include "Platform/Linux/Storage/SettingsOwner.h"
 
 #include <QGuiApplication>
 #include <QSessionManager>
+#include <QString>
 
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
+
+#include <unistd.h>
 
 namespace {
 
@@ -21,6 +22,21 @@ namespace {
     std::exit(EXIT_FAILURE);
 }
 
+/// Writes to standard error. Where Qt would abort, or would wait for ever, the program ends with
+/// one line and status 1. Any thread.
+void handleQtMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    // Qt reports a thread that it cannot start in no other way, and waits for it.
+    if (type == QtFatalMsg || text.startsWith(u"QThread::start: Thread creation error")) {
+        // The first line: for a platform plugin QT_DEBUG_PLUGINS=1 tells more.
+        std::fprintf(stderr, "meterkin: %s\n", qPrintable(text.section(u'\n', 0, 0)));
+        _exit(EXIT_FAILURE);
+    }
+    // A warning about a plugin that Qt tries and passes over would look like a failure.
+    if (type == QtDebugMsg || qstrcmp(context.category, "qt.qpa.plugin") != 0)
+        std::fprintf(stderr, "%s\n", qPrintable(qFormatLogMessage(type, context, text)));
+}
+
 } // namespace
 
 QByteArrayList ProgramHost::prepare()
@@ -28,7 +44,7 @@ QByteArrayList ProgramHost::prepare()
     endWhenExhausted();
     if (const char *lack = lackingResource())
         refuse(lack);
-    if (wouldTakeSettingsOver())
+    if (LinuxDefaultsStore::wouldTakeSettingsOver())
         refuse("root would take the user's settings over: start it as that user");
     const char *platforms = selectDisplay();
     if (platforms == nullptr)
@@ -36,8 +52,8 @@ QByteArrayList ProgramHost::prepare()
     useBatchScheduling();
     BusConnection::keepQtFromSilentBus();
     qInstallMessageHandler(handleQtMessage);
-    // Not through the environment, which the programs that we start would inherit. A desktop's
-    // theme plugins would pull whole toolkits into the process.
+    // As options, because programs that we start would inherit environment variables. The theme
+    // plugins of desktops would load whole toolkits.
     return {"-platform", platforms, "-platformtheme", "generic"};
 }
 
@@ -49,7 +65,7 @@ std::unique_ptr<ProgramHost> ProgramHost::make()
 LinuxHost::LinuxHost()
 {
     QObject::connect(&m_signals, &TerminationSignals::received, qGuiApp, &QCoreApplication::quit);
-    // The autostart entry brings us back after a login, not the session's memory.
+    // The autostart entry starts the program at login; the session manager must not do it too.
     QObject::connect(
         qGuiApp, &QGuiApplication::saveStateRequest, qGuiApp,
         [](QSessionManager &session) { session.setRestartHint(QSessionManager::RestartNever); });
@@ -57,7 +73,7 @@ LinuxHost::LinuxHost()
 
 LinuxHost::~LinuxHost()
 {
-    useOriginalScheduling(); // what comes now may be a restart
+    useOriginalScheduling(); // a restarted program would inherit ours
 }
 
 ProgramHost::Claim LinuxHost::claimInstance(std::function<void()> startedAgain)

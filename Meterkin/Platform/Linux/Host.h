@@ -1,12 +1,12 @@
 #pragma once
 
-#include "Platform/Linux/Windows/LinkOpener.h"
 #include "Platform/Linux/Platform.h"
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/TerminationSignals.h"
+#include "Platform/Linux/Windows/LinkOpener.h"
 #include "Platform/ProgramHost.h"
 
-/// A program of a Linux session: one a user and display, ended by signals.
+/// The program in a Linux session: one instance for a user and display, ended by signals.
 class LinuxHost : public ProgramHost {
 public:
     LinuxHost();
@@ -20,5 +20,5 @@ private:
     TerminationSignals m_signals;
     LinkOpener m_links;
     SingleInstance m_instance;
-    std::unique_ptr<LinuxPlatform> m_platform; ///< once it has been asked for
+    std::unique_ptr<LinuxPlatform> m_platform; ///< once it was asked for
 };

@@ -2,5 +2,5 @@
 
 #include <QVariantMap>
 
-/// What the build says of the program. Without a feed there is no "SUFeedURL".
+/// Name, version and feed of this build, as Platform::informationDictionary() describes them.
 QVariantMap informationDictionary();

@@ -4,6 +4,7 @@
 #include "Platform/Linux/DiskImages.h"
 #include "Platform/Linux/Hotkey/KeyDownMonitor.h"
 #include "Platform/Linux/InformationDictionary.h"
+#include "Platform/Linux/Memory.h"
 #include "Platform/Linux/Notifications/NotificationCentre.h"
 #include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Linux/Storage/DefaultsStore.h"
@@ -18,8 +19,6 @@
 #include "Platform/Linux/X11/XSettings.h"
 #include "Platform/Platform.h"
 
-#include <malloc.h>
-
 /// The back ends of a Linux desktop.
 class LinuxPlatform : public Platform {
 public:
@@ -30,7 +29,7 @@ public:
     std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;
     DefaultsStore &defaultsStore() override { return m_defaults; }
-    void giveMemoryBack() override { malloc_trim(0); }
+    void giveMemoryBack() override { giveMemoryBackSoon(); }
     QVariantMap informationDictionary() const override { return ::informationDictionary(); }
     QString bundlePath() const override { return ::bundlePath(); }
     QString computerWord() const override { return QStringLiteral("computer"); }
@@ -46,7 +45,7 @@ public:
     std::shared_ptr<DiskImages> diskImages() override;
     UpdateFramework &updateFramework() override { return m_updates; }
 
-    /// Whether the program is to be started anew once it has ended.
+    /// Whether the program is to be restarted when it has ended.
     bool isRestartWanted() const { return m_isRestartWanted; }
 
 private:
@@ -54,7 +53,7 @@ private:
     X11Connection m_x11;
     BusConnection m_bus;
     LinuxNotificationCentre m_notifications;
-    // Where it is missing it hardly ever comes.
+    // A system bus that is missing hardly ever appears later.
     BusConnection m_systemBus{BusConnection::Kind::System, {.longestRetry = std::chrono::minutes(1)}};
     LinuxPopoverContainer m_popover;
     LinuxWindowStyle m_windowStyle;
@@ -64,7 +63,7 @@ private:
     LinuxDesktopAppearance m_appearance;
     LinuxInformationAlert m_informationAlert{m_windowStyle, m_appearance};
     LinuxLoginItem m_loginItem{programToStart()};
-    std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it has been asked for
+    std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it was asked for
     bool m_isRestartWanted = false;
     LinuxUpdateFramework m_updates;
 };

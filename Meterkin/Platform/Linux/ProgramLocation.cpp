@@ -10,7 +10,7 @@ QString appImage()
 {
     const QString image = qEnvironmentVariable("APPIMAGE");
     const QString content = qEnvironmentVariable("APPDIR");
-    // A program that an AppImage has started inherits its variables, and is not inside it.
+    // A program that was started from an AppImage inherits its variables without lying inside.
     const bool isInside =
         !content.isEmpty() && QCoreApplication::applicationFilePath().startsWith(content + u'/');
     return isInside && QDir::isAbsolutePath(image) ? QDir::cleanPath(image) : QString();

@@ -2,17 +2,17 @@
 
 #include <QString>
 
-/// What was installed: the AppImage that the program runs from, else the folder that it lies in.
+/// What was installed: the AppImage that the program runs from, else the program's folder.
 /// Absolute, without a slash at its end.
 QString bundlePath();
 
 struct ProgramFile {
-    QString path; ///< for opening it; the running file also when another one has taken its name
-    QString placeInBundle; ///< "/meterkin"; empty when the bundle is the file
+    QString path; ///< to open the running file, even when another one has its name now
+    QString placeInBundle; ///< "/meterkin"; empty for an AppImage
 };
 
 /// The file that the program was installed as.
 ProgramFile programFile();
 
-/// What starts the program anew: the AppImage, else the program's own file. Absolute.
+/// What starts the program: the AppImage, else the program's file. Absolute.
 QString programToStart();

@@ -1,15 +1,20 @@
 #include "Platform/Linux/SingleInstance.h"
 
-#include "Platform/Linux/InstanceFolder.h"
+#include "Platform/Log.h"
 
+#include <QByteArray>
 #include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
 #include <QSocketNotifier>
-
+#include <QStandardPaths>
+#include <QSysInfo>
 #include <QTimer>
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <thread>
 
@@ -17,7 +22,9 @@
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <sys/un.h>
+#include <xcb/xcb.h>
 
 namespace {
 
@@ -28,12 +35,65 @@ constexpr auto RetryInterval = 50ms;
 constexpr auto AcceptRetryInterval = 1s;
 constexpr const char *SocketName = "socket";
 
+/// One name for all spellings of a display, such as ":0" and "unix:0.0".
+QByteArray displayName()
+{
+    char *host = nullptr;
+    int number = 0;
+    if (qEnvironmentVariableIsSet("DISPLAY")
+        && xcb_parse_display(nullptr, &host, &number, nullptr) != 0) {
+        QByteArray name =
+            (qstrcmp(host, "unix") == 0 ? "" : host) + (':' + QByteArray::number(number));
+        std::free(host);
+        return name;
+    }
+    const QDir runtime(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+    return QFile::encodeName(runtime.absoluteFilePath(qEnvironmentVariable("WAYLAND_DISPLAY")));
+}
+
+/// Not open unless the folder is this user's and nobody else may write to it.
+Descriptor openOurs(int parent, const QByteArray &path, int flags = 0)
+{
+    Descriptor folder(openat(parent, path.constData(), O_PATH | O_DIRECTORY | O_CLOEXEC | flags));
+    struct stat status { };
+    const bool isOurs = fstat(folder.number(), &status) == 0 && status.st_uid == geteuid()
+        && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    return isOurs ? std::move(folder) : Descriptor(-1);
+}
+
+Descriptor makeFolder(const Descriptor &parent, QByteArray name)
+{
+    name.replace('/', '_');
+    mkdirat(parent.number(), name.constData(), S_IRWXU);
+    return openOurs(parent.number(), name, O_NOFOLLOW);
+}
+
+/// Not open when there is no place for one.
+Descriptor openInstanceFolder()
+{
+    // The second for a start without a session of its own, as by su or cron.
+    for (const QByteArray &path :
+         {qgetenv("XDG_RUNTIME_DIR"), "/run/user/" + QByteArray::number(geteuid())}) {
+        const Descriptor runtime = openOurs(path.startsWith('/') ? AT_FDCWD : -1, path);
+        Descriptor folder = makeFolder(runtime, "meterkin" + displayName());
+        if (folder.isOpen())
+            return folder;
+    }
+    // Machines may share a home folder, and each has displays of its own.
+    const QString settings = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation)
+        + QStringLiteral("/meterkin");
+    QDir().mkpath(settings);
+    const Descriptor folder(
+        open(QFile::encodeName(settings).constData(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+    return makeFolder(folder, QSysInfo::machineHostName().toLocal8Bit() + displayName());
+}
+
 Descriptor makeSocket()
 {
     return Descriptor(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
 }
 
-/// By the folder's descriptor: its path may be longer than an address holds, or be swapped.
+/// By the folder's descriptor, because its path may be too long for an address, or be replaced.
 sockaddr_un addressIn(const Descriptor &folder)
 {
     sockaddr_un address{AF_UNIX, {}};
@@ -42,7 +102,7 @@ sockaddr_un addressIn(const Descriptor &folder)
     return address;
 }
 
-bool isPeerOurs(const Descriptor &socket)
+bool isPeerThisUser(const Descriptor &socket)
 {
     ucred peer{};
     socklen_t size = sizeof peer;
@@ -50,13 +110,13 @@ bool isPeerOurs(const Descriptor &socket)
         && peer.uid == geteuid();
 }
 
-/// Whether the first instance has been told of this start, and has answered in time.
+/// Whether the first instance was told of this start and answered in time.
 bool tellFirst(const Descriptor &folder, const QDeadlineTimer &deadline)
 {
     const Descriptor socket = makeSocket();
     const sockaddr_un address = addressIn(folder);
     if (connect(socket.number(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
-        || !isPeerOurs(socket))
+        || !isPeerThisUser(socket))
         return false;
     pollfd answer{socket.number(), POLLIN, 0};
     char byte = 0;
@@ -86,10 +146,10 @@ ProgramHost::Claim SingleInstance::claim()
     const QDeadlineTimer deadline(AnswerTimeout);
     while (flock(m_lock.number(), LOCK_EX | LOCK_NB) != 0) {
         if (errno != EWOULDBLOCK) {
-            std::fputs("meterkin: no folder to lock: other instances go unnoticed\n", stderr);
+            qCWarning(logStorage, "no folder to lock: other instances go unnoticed");
             return ProgramHost::Claim::First;
         }
-        // It may be just starting, or ending.
+        // The other instance may be just starting or ending.
         if (tellFirst(m_folder, deadline))
             return ProgramHost::Claim::Told;
         if (deadline.hasExpired())
@@ -97,14 +157,14 @@ ProgramHost::Claim SingleInstance::claim()
         std::this_thread::sleep_for(RetryInterval);
     }
     if (!listen())
-        std::fprintf(stderr, "meterkin: cannot listen: further starts go unanswered: %s\n",
-                     std::strerror(errno));
+        qCWarning(logStorage, "cannot listen: %s; further starts get no answer",
+                  std::strerror(errno));
     return ProgramHost::Claim::First;
 }
 
 bool SingleInstance::listen()
 {
-    // Whose socket it is has ended without removing it: the lock is ours.
+    // We hold the lock, so a socket is that of an instance that was killed.
     unlinkat(m_folder.number(), SocketName, 0);
     m_socket = makeSocket();
     const sockaddr_un address = addressIn(m_folder);
@@ -121,13 +181,13 @@ void SingleInstance::answer()
     const Descriptor peer(
         accept4(m_socket.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
     if (!peer.isOpen()) {
-        // Out of descriptors, say: the start keeps waiting, and must not keep us busy.
+        // Out of descriptors, for instance: the other start waits, and must not keep us busy.
         m_notifier->setEnabled(false);
         QTimer::singleShot(AcceptRetryInterval, m_notifier.get(),
                            [this] { m_notifier->setEnabled(true); });
         return;
     }
-    if (!isPeerOurs(peer))
+    if (!isPeerThisUser(peer))
         return;
     emit startedAgain();
     const char byte = 1;

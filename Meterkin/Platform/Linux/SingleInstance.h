@@ -9,8 +9,8 @@
 
 class QSocketNotifier;
 
-/// Sees to it that one instance runs a user and display. A lock in a folder of the user's own
-/// decides who that is; a socket beside it only carries the news of further starts.
+/// Lets one instance run for a user and display. A lock in a folder that only the user can write to
+/// decides which one; through a socket beside it the instance is told of further starts.
 class SingleInstance : public QObject {
     Q_OBJECT
 
@@ -18,12 +18,12 @@ public:
     explicit SingleInstance(QObject *parent = nullptr);
     ~SingleInstance() override;
 
-    /// Blocks for 5 s at most; to be called before the event loop, once. Where nothing can be
-    /// locked it says so on standard error, and this instance counts as the first.
+    /// Blocks for 5 s at most; called once, before the event loop. Where nothing can be locked this
+    /// instance counts as the first.
     ProgramHost::Claim claim();
 
 signals:
-    /// Somebody started the program once more.
+    /// The program was started once more.
     void startedAgain();
 
 private:
@@ -33,5 +33,5 @@ private:
     Descriptor m_folder{-1};
     Descriptor m_lock{-1}; ///< held as long as it is open
     Descriptor m_socket{-1};
-    std::unique_ptr<QSocketNotifier> m_notifier; ///< only while we listen
+    std::unique_ptr<QSocketNotifier> m_notifier; ///< null unless it listens
 };

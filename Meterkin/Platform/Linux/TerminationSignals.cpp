@@ -11,7 +11,7 @@
 namespace {
 
 constexpr std::array signalNumbers{SIGTERM, SIGINT, SIGHUP};
-// A signal handler can reach nothing but globals.
+// A signal handler reaches globals only.
 int writeEnd = -1;
 
 void forward(int)
@@ -42,12 +42,12 @@ TerminationSignals::TerminationSignals(QObject *parent)
     auto *notifier = new QSocketNotifier(m_readEnd, QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
         notifier->setEnabled(false);
-        // A second one ends us the hard way, should the end hang.
+        // A second signal ends the program at once, in case the regular end hangs.
         handleAll(SIG_DFL);
         emit received();
     });
     handleAll(forward);
-    // Whoever read our output may be gone; that is no reason to end.
+    // The reader of our output may be gone, which is no reason to end.
     std::signal(SIGPIPE, SIG_IGN);
 }
 

@@ -2,7 +2,7 @@
 
 #include <QObject>
 
-/// Turns SIGTERM, SIGINT and SIGHUP into a signal of the main thread. One at a time.
+/// Turns SIGTERM, SIGINT and SIGHUP into a Qt signal on the main thread. One instance at a time.
 class TerminationSignals : public QObject {
     Q_OBJECT
 

@@ -14,32 +14,25 @@ class SingleInstanceTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
+    void cleanup()
+    {
+        for (const char *variable : {"XDG_RUNTIME_DIR", "DISPLAY", "XDG_CONFIG_HOME"})
+            qunsetenv(variable);
+    }
+
+    void runsOnceForADisplay()
     {
         qputenv("XDG_RUNTIME_DIR", m_folder.path().toLocal8Bit());
         qputenv("DISPLAY", ":7");
-    }
-    void cleanup()
-    {
-        qunsetenv("XDG_RUNTIME_DIR");
-        qunsetenv("DISPLAY");
-        qunsetenv("XDG_CONFIG_HOME");
-    }
-
-    void runsOnceADisplay()
-    {
         auto first = std::make_unique<SingleInstance>();
         QCOMPARE(first->claim(), Claim::First);
         QSignalSpy again(first.get(), &SingleInstance::startedAgain);
-        for (const char *same : {":7.0", "unix:7"}) {
-            qputenv("DISPLAY", same);
-            auto second = std::async(std::launch::async, [] { return SingleInstance().claim(); });
-            QTRY_COMPARE(second.wait_for(std::chrono::seconds(0)), std::future_status::ready);
-            QCOMPARE(second.get(), Claim::Told);
-        }
-        QCOMPARE(again.count(), 2);
+        qputenv("DISPLAY", "unix:7.0");
+        auto second = std::async(std::launch::async, [] { return SingleInstance().claim(); });
+        QVERIFY(again.wait());
+        QCOMPARE(second.get(), Claim::Told);
         qputenv("DISPLAY", ":8");
-        QCOMPARE(SingleInstance().claim(), Claim::First); // another display has a panel of its own
+        QCOMPARE(SingleInstance().claim(), Claim::First);
         qputenv("DISPLAY", ":7");
         first.reset();
         QCOMPARE(SingleInstance().claim(), Claim::First);

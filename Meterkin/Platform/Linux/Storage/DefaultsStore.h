@@ -1,22 +1,25 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
+#include "Platform/Linux/Storage/KeyValueLines.h"
 #include "Platform/Linux/Storage/SettingsWriter.h"
 #include "Platform/Linux/Storage/TextFile.h"
 
-#include <QByteArray>
 #include <QMap>
 #include <QProperty>
 
-/// The settings in a text file that people may edit, read at the start and written in the
-/// background. The end of the store waits for the last write, but not for a disk that hangs.
+/// The settings in a text file that people may edit: read when the store is made, written in the
+/// background. The destructor waits for the last write, but not for a disk that hangs.
 class LinuxDefaultsStore : public DefaultsStore {
 public:
-    /// Reads the file; one that is not there yet is made by the first write.
+    /// Reads the file; the first write makes a missing one.
     explicit LinuxDefaultsStore(const QString &path = defaultPath());
 
     /// meterkin/meterkin.conf in the user's configuration folder.
     static QString defaultPath();
+    /// Whether this is root with another user's settings, as under "sudo -E" or "su": a file that
+    /// root writes would no longer be the user's.
+    static bool wouldTakeSettingsOver();
 
     void registerDefaults(const QVariantMap &defaults) override;
 
@@ -40,11 +43,11 @@ public:
 private:
     LinuxDefaultsStore(const QString &path, const TextFileContent &content);
 
-    /// The value apart from the defaults.
+    /// Without the defaults.
     std::optional<QString> setOrStored(const QString &key) const;
 
     QString m_path;
-    QByteArray m_text; ///< the file as it was at the start
+    KeyValueLines m_file; ///< as it was at the start
     QMap<QString, QString> m_set; ///< in this run
     QVariantMap m_defaults;
     QProperty<QString> m_problem;

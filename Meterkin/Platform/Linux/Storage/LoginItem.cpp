@@ -1,7 +1,8 @@
 #include "Platform/Linux/Storage/LoginItem.h"
 
-#include "Platform/Linux/Storage/AutostartText.h"
+#include "Platform/Linux/Storage/AutostartEntry.h"
 #include "Platform/Linux/Storage/TextFile.h"
+#include "Platform/Log.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -10,31 +11,29 @@
 
 namespace {
 
-constexpr qint64 SizeLimit = 64 * 1024; // bytes; ours has 500
+constexpr qint64 SizeLimit = 64 * 1024; // bytes; the entry that we write has 500
 
-// Whatever the umask says: nobody else may put a program into the user's sessions.
+// Not by the umask: nobody else may put a program into the user's sessions.
 constexpr mode_t EntryMode = 0644;
 
-/// Qt takes a relative folder too, which would be another one at each login.
+/// Not from Qt, which accepts a relative folder: that would be another one at each login.
 QString configurationFolder()
 {
     const QString folder = qEnvironmentVariable("XDG_CONFIG_HOME");
     return QDir::isAbsolutePath(folder) ? folder : QDir::homePath() + QStringLiteral("/.config");
 }
 
-bool isNothing(const QString &path)
+bool isMissing(const QString &path)
 {
     const QFileInfo info(path);
     return !info.exists() && !info.isSymLink();
 }
 
-/// The whole text; absent when there is none, or it cannot be one of an entry.
-std::optional<QByteArray> readText(const QString &path)
+TextFileContent readEntry(const QString &path)
 {
-    if (!QFileInfo::exists(path))
-        return std::nullopt;
-    const TextFileContent content = readTextFile(path, SizeLimit);
-    return content.problem.isEmpty() ? std::optional(content.text) : std::nullopt;
+    if (QFileInfo::exists(path))
+        return readTextFile(path, SizeLimit);
+    return {{}, QStringLiteral("the link leads nowhere")};
 }
 
 } // namespace
@@ -47,48 +46,67 @@ LinuxLoginItem::LinuxLoginItem(QString program)
 
 bool LinuxLoginItem::isEnabled() const
 {
-    const std::optional<QByteArray> text = readText(m_path);
-    // Where "OnlyShowIn" and the like leave this desktop out, the user wants it so.
-    return text && isDesktopEntry(*text) && !isSwitchedOff(*text) && namesPrograms(*text);
+    const TextFileContent content = readEntry(m_path);
+    const AutostartEntry entry(content.text);
+    // An "OnlyShowIn" that leaves this desktop out is the user's choice, and no reason to change
+    // it.
+    return content.problem.isEmpty() && entry.isValid() && !entry.isSwitchedOff()
+        && entry.findsItsPrograms();
 }
 
 bool LinuxLoginItem::registerItem(LoginItemWish wish)
 {
-    if (isNothing(m_path))
-        return write(autostartText(m_program));
-    const std::optional<QByteArray> text = readText(m_path);
-    if (!text)
+    if (isMissing(m_path))
+        return write(AutostartEntry::textFor(m_program));
+    const TextFileContent content = readEntry(m_path);
+    if (!content.problem.isEmpty())
+        return refuse(content.problem);
+    AutostartEntry entry(content.text);
+    // An empty file in the place of an entry switches it off too.
+    if (wish == LoginItemWish::Standing && (!entry.isValid() || entry.isSwitchedOff())) {
+        qCDebug(logStorage) << m_path << "is switched off: the program does not start at login";
         return false;
-    const bool expressed = wish == LoginItemWish::Expressed;
-    // An empty file in the place of an entry is one more way to switch it off.
-    if (!isDesktopEntry(*text))
-        return expressed && write(autostartText(m_program));
-    if (isSwitchedOff(*text) && !expressed)
-        return false;
-    const bool works = namesPrograms(*text);
-    if (works && !isSwitchedOff(*text))
+    }
+    if (!entry.isValid())
+        return write(AutostartEntry::textFor(m_program));
+    const bool hasProgram = entry.findsItsPrograms();
+    if (hasProgram && !entry.isSwitchedOff())
         return true;
-    // Unlike an entry for a program that is there, one whose program was moved is of no use to
-    // anybody: not even to the user who edited its other lines.
-    const QByteArray working = works ? *text : withProgram(*text, m_program);
-    return write(withSwitch(working, true));
+    // An entry whose program was moved is of no use, not even to a user who edited its other lines.
+    if (!hasProgram)
+        entry.setProgram(m_program);
+    entry.switchOn();
+    return write(entry.text());
 }
 
 bool LinuxLoginItem::unregisterItem()
 {
-    if (isNothing(m_path))
+    if (isMissing(m_path))
         return true;
-    const std::optional<QByteArray> text = readText(m_path);
-    if (!text)
-        return false;
-    if (isOwnAutostartText(*text))
-        return QFile::remove(m_path);
-    // What the user has put into it would be lost with the file.
-    return !isDesktopEntry(*text) || isSwitchedOff(*text) || write(withSwitch(*text, false));
+    const TextFileContent content = readEntry(m_path);
+    if (!content.problem.isEmpty())
+        return refuse(content.problem);
+    AutostartEntry entry(content.text);
+    if (entry.isUnedited())
+        return QFile::remove(m_path) || refuse(QStringLiteral("cannot be removed"));
+    // Removing it would lose what the user has edited.
+    if (!entry.isValid() || entry.isSwitchedOff())
+        return true;
+    entry.switchOff();
+    return write(entry.text());
 }
 
 bool LinuxLoginItem::write(const QByteArray &text) const
 {
-    return QFileInfo(m_program).isExecutable()
-        && replaceTextFile(m_path, text, EntryMode, Sync::Soon).isEmpty();
+    if (!QFileInfo(m_program).isExecutable())
+        return refuse(QStringLiteral("%1 cannot be run").arg(m_program));
+    const QString problem = replaceTextFile(m_path, text, EntryMode, Sync::Soon);
+    return problem.isEmpty() || refuse(problem);
+}
+
+bool LinuxLoginItem::refuse(const QString &problem) const
+{
+    qCWarning(logStorage, "%s: %s; the login item stays as it is", qPrintable(m_path),
+              qPrintable(problem));
+    return false;
 }

@@ -1,43 +1,49 @@
 #include "Platform/Linux/Storage/SettingsWriter.h"
 
+#include "Platform/Linux/Storage/KeyValueLines.h"
 #include "Platform/Linux/Storage/RunDetached.h"
-#include "Platform/Linux/Storage/SettingsText.h"
 #include "Platform/Linux/Storage/TextFile.h"
+#include "Platform/Log.h"
 
 #include <QMap>
 #include <QObject>
 
 #include <chrono>
 #include <condition_variable>
-#include <cstdio>
 #include <mutex>
 #include <sys/stat.h>
 #include <utility>
 
 namespace {
 
-// Time for two slow writes, the one under way and the last, within what the program has for its
-// end.
+// Enough for two slow writes, the running and the last one, within the 5 s that the program takes
+// at most to end.
 constexpr std::chrono::milliseconds EndTimeout{4500};
 
-using Values = QMap<QString, QString>;
+using Values = QMap<QByteArray, QByteArray>;
 
-/// Empty, or why the values could not be stored.
+void warn(const QString &path, const QString &problem)
+{
+    qCWarning(logStorage, "%s: %s; changes last until the program ends", qPrintable(path),
+              qPrintable(problem));
+}
+
+/// Empty, or the reason why the values could not be stored.
 QString store(const QString &path, const Values &values)
 {
     const TextFileContent content = readTextFile(path, SettingsSizeLimit);
     if (!content.problem.isEmpty())
         return content.problem;
-    QByteArray text = content.text;
+    KeyValueLines lines(content.text);
     for (auto value = values.cbegin(); value != values.cend(); ++value)
-        text = withSetting(text, value.key(), value.value());
-    // An equal write leaves the disk alone.
-    if (text == content.text)
+        lines.set(value.key(), value.value());
+    // Equal values leave the disk alone.
+    if (lines.text() == content.text)
         return obstacleToReplacing(path);
-    return replaceTextFile(path, text, S_IRUSR | S_IWUSR, Sync::Before);
+    return replaceTextFile(path, lines.text(), S_IRUSR | S_IWUSR, Sync::Before);
 }
 
-/// What was set anew in the meantime stays.
+/// A value that has changed meanwhile stays.
 void removeStored(Values &unsaved, const Values &stored)
 {
     for (auto value = stored.cbegin(); value != stored.cend(); ++value) {
@@ -57,27 +63,30 @@ struct SettingsWriter::Work {
     {
     }
 
-    /// Starts the thread unless it is there already.
+    /// Starts the thread unless it runs.
     static void request(const std::shared_ptr<Work> &work);
-    /// On the thread: until nothing is wanted any more.
+    /// On the thread, until there is nothing more to store.
     void run();
 
     const QString path;
     const ProblemChanged problemChanged;
-    QString problem; ///< the thread's alone
+    QString problem; ///< used on the thread only
 
-    // Never held while the disk works: the main thread waits for it. All that follows is its.
+    // Guards all that follows. Never held during a write: the main thread waits for it.
     std::mutex mutex;
     std::condition_variable ended;
-    std::unique_ptr<QObject> receiver = std::make_unique<QObject>(); ///< none from the end on
+    std::unique_ptr<QObject> receiver =
+        std::make_unique<QObject>(); ///< null once the writer is destroyed
     Values unsaved; ///< what the file does not hold yet
-    bool isWanted = false; ///< something has changed since the thread took the values
+    bool isWanted = false; ///< something changed after the thread took the values
     bool isRunning = false;
 };
 
 SettingsWriter::SettingsWriter(QString path, const QString &problem, ProblemChanged problemChanged)
     : m_work(std::make_shared<Work>(std::move(path), problem, std::move(problemChanged)))
 {
+    if (!problem.isEmpty())
+        warn(m_work->path, problem);
 }
 
 SettingsWriter::~SettingsWriter()
@@ -85,10 +94,10 @@ SettingsWriter::~SettingsWriter()
     std::unique_lock lock(m_work->mutex);
     m_work->receiver.reset();
     if (!m_work->ended.wait_for(lock, EndTimeout, [this] { return !m_work->isRunning; }))
-        complainOfSettings(m_work->path, QStringLiteral("the disk does not answer"));
+        warn(m_work->path, QStringLiteral("the disk does not answer"));
 }
 
-void SettingsWriter::set(const QString &key, const QString &value)
+void SettingsWriter::set(const QByteArray &key, const QByteArray &value)
 {
     {
         const std::lock_guard lock(m_work->mutex);
@@ -121,7 +130,7 @@ void SettingsWriter::Work::run()
         lock.unlock();
         const QString found = store(path, values);
         if (problem.isEmpty() && !found.isEmpty())
-            complainOfSettings(path, found);
+            warn(path, found);
         lock.lock();
         if (found.isEmpty())
             removeStored(unsaved, values);
@@ -132,10 +141,4 @@ void SettingsWriter::Work::run()
     }
     isRunning = false;
     ended.notify_all();
-}
-
-void complainOfSettings(const QString &path, const QString &problem)
-{
-    std::fprintf(stderr, "[Meterkin] %s: %s; changes last until the program ends\n",
-                 qPrintable(path), qPrintable(problem));
 }

@@ -33,7 +33,7 @@ QString errorText(int number)
     return QString::fromLatin1(text != nullptr ? text : "unknown error");
 }
 
-/// The file that the path leads to, whether it is there or not; replacing a link would cut it.
+/// The file at the end of a chain of links, whether it exists or not.
 QFileInfo targetOf(const QString &path)
 {
     QFileInfo info(path);
@@ -49,14 +49,14 @@ bool makeFolder(const QString &path)
             && mkdir(QFile::encodeName(path).constData(), S_IRWXU) == 0);
 }
 
-/// The name of the file that takes shape beside the target; X stands for a random letter.
+/// The name of the temporary file beside the target; X stands for a random letter.
 QString draftPattern(const QFileInfo &target)
 {
     return target.path() + QStringLiteral("/.") + target.fileName() + QStringLiteral(".XXXXXX")
         + QString::fromLatin1(draftSuffix);
 }
 
-/// Removes what writers left that were killed. A young one may belong to a writer at work.
+/// Removes the files of killed writers. A young one may belong to a running writer.
 void removeLeftovers(const QFileInfo &target)
 {
     const QString pattern = QFileInfo(draftPattern(target)).fileName().replace(u'X', u'?');
@@ -124,7 +124,7 @@ QString replaceTextFile(const QString &path, const QByteArray &text, mode_t mode
     struct stat old { };
     if (stat(targetName.constData(), &old) == 0)
         mode = old.st_mode & PermissionBits;
-    // Where the disk knows no modes the draft's own is private.
+    // Failure does no harm: a new temporary file has mode 600.
     fchmod(draft, mode);
     // Without the sync a power cut could leave an empty file.
     if (!writeWhole(draft, text) || (sync == Sync::Before && fdatasync(draft) != 0)

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Storage/LoginItem.h"
-#include "Platform/Linux/Storage/AutostartText.h"
+#include "Platform/Linux/Storage/AutostartEntry.h"
+#include "Sampling/Files.h"
 #include "Support/TestMain.h"
 
 #include <QTemporaryDir>
@@ -10,13 +11,15 @@
 
 namespace {
 
-enum class Call { Standing, Expressed, Unregister };
+constexpr auto Standing = LoginItemWish::Standing;
+constexpr auto Expressed = LoginItemWish::Expressed;
+constexpr std::nullopt_t Unregister = std::nullopt;
 
-/// What stands in a test's files for our entry, our program, and one that is not there.
+/// The placeholders stand for our entry, that of a program that does not exist, and our program.
 QByteArray filledIn(QByteArray text, const QString &program)
 {
-    return text.replace("@ours", autostartText(program))
-        .replace("@moved", autostartText(QStringLiteral("/nonexistent/meterkin")))
+    return text.replace("@ours", AutostartEntry::textFor(program))
+        .replace("@moved", AutostartEntry::textFor(QStringLiteral("/nonexistent/meterkin")))
         .replace("@program", program.toUtf8());
 }
 
@@ -40,57 +43,47 @@ private slots:
             return "# mine\n[Desktop Entry]\n" + more
                 + "Name = M\r\nExec=env A=b @program -x\n\n[Other]\nHidden=true";
         };
-        const auto gnome = [](const QByteArray &value) {
-            return "[Desktop Entry]\nExec=\"@program\"\nX-GNOME-Autostart-enabled = " + value
-                + " \r\n";
-        };
-        const auto twice = [](const QByteArray &value) {
-            return "[Desktop Entry]\nHidden=" + value + "\nExec=@program\nHidden=" + value;
-        };
+        const QByteArray gnome = "[Desktop Entry]\nExec=\"@program\"\nX-GNOME-Autostart-enabled=";
         const QByteArray moved = "[Desktop Entry]\nExec=/nonexistent/m -x\nTerminal=true\n";
         const QByteArray huge = "[Desktop Entry]\nExec=@program\n" + QByteArray(1 << 20, '#');
         const QByteArray none;
         const QByteArray hidden = edited("Hidden=true\n");
         struct Case {
             QByteArray before; // null: no file
-            Call call;
+            std::optional<LoginItemWish> wish; // absent: unregister
             bool succeeds;
             QByteArray after;
             bool enabled;
         };
         for (const Case &test : std::initializer_list<Case>{
-                 {none, Call::Standing, true, "@ours", true},
-                 {none, Call::Unregister, true, none, false},
-                 {"@ours", Call::Expressed, true, "@ours", true},
-                 {"@ours", Call::Unregister, true, none, false},
-                 {"@moved", Call::Standing, true, "@ours", true},
-                 {"@moved", Call::Unregister, true, none, false},
-                 {edited(""), Call::Standing, true, edited(""), true},
-                 {edited(""), Call::Unregister, true, hidden, false},
-                 {hidden, Call::Standing, false, hidden, false},
-                 {hidden, Call::Unregister, true, hidden, false},
-                 {hidden, Call::Expressed, true, edited("Hidden=false\n"), true},
-                 {gnome("False"), Call::Standing, false, gnome("False"), false},
-                 {gnome("0"), Call::Expressed, true, gnome("true"), true},
-                 {"@oursX-MATE-Autostart-enabled=false", Call::Expressed, true,
+                 {none, Standing, true, "@ours", true},
+                 {none, Unregister, true, none, false},
+                 {"@ours", Unregister, true, none, false},
+                 {"@moved", Standing, true, "@ours", true},
+                 {"@moved", Unregister, true, none, false},
+                 {edited(""), Standing, true, edited(""), true},
+                 {edited(""), Unregister, true, hidden, false},
+                 {hidden, Standing, false, hidden, false},
+                 {hidden, Expressed, true, edited("Hidden=false\n"), true},
+                 {gnome + "False", Standing, false, gnome + "False", false},
+                 {gnome + "0", Expressed, true, gnome + "true", true},
+                 {"@oursX-MATE-Autostart-enabled=false", Expressed, true,
                   "@oursX-MATE-Autostart-enabled=true", true},
-                 {twice("true"), Call::Expressed, true, twice("false"), true},
-                 {moved, Call::Standing, true,
-                  "[Desktop Entry]\nExec=\"@program\"\nTerminal=true\n", true},
-                 {"[Desktop Entry]", Call::Standing, true, "[Desktop Entry]\nExec=\"@program\"\n",
+                 {moved, Standing, true, "[Desktop Entry]\nExec=\"@program\"\nTerminal=true\n",
                   true},
-                 {"", Call::Standing, false, "", false},
-                 {QByteArray("\0\xff[Desktop Entry]", 17), Call::Expressed, true, "@ours", true},
-                 {huge, Call::Expressed, false, huge, false},
-                 {huge, Call::Unregister, false, huge, false},
+                 {"", Standing, false, "", false},
+                 {QByteArray("\0\xff[Desktop Entry]", 17), Expressed, true, "@ours", true},
+                 {huge, Expressed, false, huge, false},
+                 {huge, Unregister, false, huge, false},
              }) {
             QFile::remove(path());
             if (!test.before.isNull())
-                writeFile(path(), filledIn(test.before, m_program));
+                write(path(), filledIn(test.before, m_program));
             LinuxLoginItem entry(m_program);
             const QByteArray name = test.before.left(200);
-            QVERIFY2(make(entry, test.call) == test.succeeds, name);
-            QVERIFY2(readFile(path()) == filledIn(test.after, m_program), name);
+            const bool done = test.wish ? entry.registerItem(*test.wish) : entry.unregisterItem();
+            QVERIFY2(done == test.succeeds, name);
+            QVERIFY2(contents(path()) == filledIn(test.after, m_program), name);
             QVERIFY2(QFile::exists(path()) != test.after.isNull(), name);
             QVERIFY2(entry.isEnabled() == test.enabled, name);
         }
@@ -98,20 +91,15 @@ private slots:
 
     void namesAnyProgram()
     {
-        for (const QString &name :
-             {QStringLiteral("a b"), QStringLiteral("50% $HOME `x`"),
-              QStringLiteral("\"q\" 'r' \\s\\n\\\\"), QStringLiteral("ü\n;#="),
-              QStringLiteral("%f"), QStringLiteral("a  "), QStringLiteral("a \t"),
-              QStringLiteral("a\r"), QStringLiteral("a \f")}) {
+        for (const char *text : {"a b", "50% $HOME `x`", "\"q\" 'r' \\s\\n\\\\", "ü\n;#=", "%f",
+                                 "a  ", "a \t", "a\r", "a \f"}) {
+            const QString name = QString::fromUtf8(text);
             const QString program = makeProgram(name);
             LinuxLoginItem entry(program);
-            QVERIFY2(entry.registerItem(LoginItemWish::Standing) && entry.isEnabled(),
-                     qPrintable(name));
-            QVERIFY(isOwnAutostartText(readFile(path())));
-            // still there, but no longer to be run
+            QVERIFY2(entry.registerItem(Standing) && entry.isEnabled(), text);
+            QVERIFY(AutostartEntry(contents(path())).isUnedited());
             QFile::remove(program);
-            QVERIFY2(!entry.isEnabled() && !entry.registerItem(LoginItemWish::Expressed),
-                     qPrintable(name));
+            QVERIFY2(!entry.isEnabled() && !entry.registerItem(Expressed), text);
             QVERIFY(entry.unregisterItem());
         }
     }
@@ -121,29 +109,20 @@ private slots:
         QDir().mkpath(QFileInfo(path()).path());
         const auto fails = [this] {
             LinuxLoginItem entry(m_program);
-            return !entry.isEnabled() && !entry.registerItem(LoginItemWish::Standing)
-                && !entry.registerItem(LoginItemWish::Expressed) && !entry.unregisterItem();
+            return !entry.isEnabled() && !entry.registerItem(Standing)
+                && !entry.registerItem(Expressed) && !entry.unregisterItem();
         };
         mkfifo(path().toUtf8(), 0600);
         QVERIFY(fails());
         QFile::remove(path());
         QCOMPARE(symlink("/nonexistent/entry", path().toUtf8()), 0);
         QVERIFY(fails() && QFileInfo(path()).isSymLink());
-
-        // a link into a folder that the user keeps under control is followed
-        const QString target = m_folder->filePath(QStringLiteral("kept"));
-        writeFile(target, "[Desktop Entry]\nExec=/nonexistent/x\n");
-        QFile::remove(path());
-        QFile::link(target, path());
-        QVERIFY(LinuxLoginItem(m_program).registerItem(LoginItemWish::Standing));
-        QVERIFY(QFileInfo(path()).isSymLink());
-        QVERIFY(readFile(target).contains(m_program.toUtf8()));
     }
 
     void goesWhereTheDesktopLooks()
     {
         const mode_t mask = umask(0);
-        QVERIFY(LinuxLoginItem(m_program).registerItem(LoginItemWish::Standing));
+        QVERIFY(LinuxLoginItem(m_program).registerItem(Standing));
         umask(mask);
         QCOMPARE(QFileInfo(config()).permissions() & 0x77, QFile::Permissions());
         QCOMPARE(QFileInfo(path()).permissions() & 0x777, QFile::Permissions(0x644));
@@ -151,7 +130,7 @@ private slots:
         const QByteArray home = qgetenv("HOME");
         qputenv("HOME", m_folder->path().toUtf8());
         qputenv("XDG_CONFIG_HOME", "relative");
-        const bool done = LinuxLoginItem(m_program).registerItem(LoginItemWish::Standing);
+        const bool done = LinuxLoginItem(m_program).registerItem(Standing);
         qputenv("HOME", home);
         QVERIFY(done);
         QVERIFY(QFile::exists(
@@ -167,30 +146,10 @@ private:
     QString makeProgram(const QString &name) const
     {
         QString program = m_folder->filePath(name);
-        writeFile(program, "#!/bin/sh\n");
+        write(program, "#!/bin/sh\n");
         QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return program;
     }
-    static bool make(LinuxLoginItem &entry, Call call)
-    {
-        if (call == Call::Unregister)
-            return entry.unregisterItem();
-        return entry.registerItem(call == Call::Standing ? LoginItemWish::Standing
-                                                         : LoginItemWish::Expressed);
-    }
-    static void writeFile(const QString &path, const QByteArray &text)
-    {
-        QDir().mkpath(QFileInfo(path).path());
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-    }
-    static QByteArray readFile(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
     std::unique_ptr<QTemporaryDir> m_folder;
     QString m_program;
 };

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Windows/Dialogs/Window.h"
 
 #include "Platform/DesktopAppearance.h"
+#include "Platform/Linux/Memory.h"
 #include "Platform/WindowStyle.h"
 #include "Views/ApplicationIcon.h"
 #include "Views/ViewEngine.h"
@@ -8,8 +9,6 @@
 
 #include <QIcon>
 #include <QtQml/qqmlextensionplugin.h>
-
-#include <malloc.h>
 
 Q_IMPORT_QML_PLUGIN(Meterkin_DialogsPlugin)
 
@@ -38,7 +37,7 @@ DialogWindow::~DialogWindow()
     m_window->disconnect(this);
     m_window.reset(); // the view before its engine
     m_engine.reset();
-    malloc_trim(0);
+    giveMemoryBackSoon();
 }
 
 void DialogWindow::present()
