@@ -1,5 +1,7 @@
 #include "Updates/UpdateFeedProbe.h"
 
+#include "Platform/Log.h"
+
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -14,7 +16,7 @@ namespace {
 constexpr int MostRedirections = 5;
 constexpr int StatusOk = 200;
 constexpr qint64 BufferBytes = 64 * 1024;
-constexpr int MomentMilliseconds = 100;
+constexpr int EndMilliseconds = 100;
 
 QNetworkRequest requestFor(const QUrl &feed)
 {
@@ -29,22 +31,35 @@ QNetworkRequest requestFor(const QUrl &feed)
     return request;
 }
 
-bool listsItems(const QByteArray &body)
+/// Why the feed cannot be judged; empty when it can.
+QString problemOf(const QNetworkReply &reply, const QByteArray &body)
 {
-    return QUtf8StringView(body).isValidUtf8()
-        && (body.contains("<item>") || body.contains("<item "));
+    const int status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    if (body.size() > UpdateFeedProbe::SizeLimit)
+        return QStringLiteral("it is larger than 1 MiB");
+    if (reply.error() != QNetworkReply::NoError)
+        return reply.errorString();
+    if (status != StatusOk)
+        return QStringLiteral("HTTP status %1").arg(status);
+    return QUtf8StringView(body).isValidUtf8() ? QString() : QStringLiteral("it is not UTF-8");
 }
 
-/// Waits for the feed, or for the end of the thread that it runs on.
+void warn(const QUrl &feed, const QString &problem)
+{
+    qCWarning(logUpdates, "feed %s: %s; counts as up to date", qPrintable(feed.toDisplayString()),
+              qPrintable(problem));
+}
+
+/// Waits for the feed, or for the end of the thread.
 bool listsItems(const QUrl &feed)
 {
     QNetworkAccessManager network;
     const std::unique_ptr<QNetworkReply> reply(network.get(requestFor(feed)));
-    reply->setReadBufferSize(BufferBytes); // what comes faster than it is read waits outside
+    reply->setReadBufferSize(BufferBytes); // no more than that is held unread
     QByteArray body;
     const auto receive = [&] {
-        body += reply->read(UpdateFeedProbe::MostBytes + 1 - body.size());
-        if (body.size() > UpdateFeedProbe::MostBytes)
+        body += reply->read(UpdateFeedProbe::SizeLimit + 1 - body.size());
+        if (body.size() > UpdateFeedProbe::SizeLimit)
             reply->abort();
     };
     QEventLoop exchange;
@@ -53,37 +68,44 @@ bool listsItems(const QUrl &feed)
     exchange.exec();
     if (reply->isOpen()) // not after an abort
         receive();
-    return reply->isFinished() && reply->error() == QNetworkReply::NoError
-        && reply->attribute(QNetworkRequest::HttpStatusCodeAttribute) == StatusOk
-        && body.size() <= UpdateFeedProbe::MostBytes && listsItems(body);
+    if (!reply->isFinished())
+        return false;
+    const QString problem = problemOf(*reply, body);
+    if (!problem.isEmpty())
+        warn(feed, problem);
+    return problem.isEmpty() && (body.contains("<item>") || body.contains("<item "));
 }
 
 } // namespace
 
-bool UpdateFeedProbe::canAsk(const QUrl &feed)
+bool UpdateFeedProbe::canFetch(const QUrl &feed)
 {
     return feed.isValid() && !feed.host().isEmpty()
         && (feed.scheme() == u"https" || feed.scheme() == u"http");
 }
 
-// On a thread of its own, because the system may have to fetch a script over the network before it
-// can name the proxy, and Qt waits for that where it asks.
-UpdateFeedProbe::UpdateFeedProbe(const QUrl &feed, std::chrono::milliseconds timeLimit,
+// On a thread of its own, because Qt waits for the system to name the proxy, and the system may
+// have to fetch a script over the network for that.
+UpdateFeedProbe::UpdateFeedProbe(const QUrl &feed, std::chrono::milliseconds timeout,
                                  QObject *parent)
     : QObject(parent)
 {
     const auto answer = std::make_shared<bool>(false);
     m_thread = QThread::create([feed, answer] { *answer = listsItems(feed); });
     connect(m_thread, &QThread::finished, this, [this, answer] {
-        if (!m_timeLimit.isActive())
-            return; // given up already
-        m_timeLimit.stop();
-        emit answered(*answer);
+        if (!m_timeout.isActive())
+            return; // after the timeout
+        m_timeout.stop();
+        emit finished(*answer);
     });
     connect(m_thread, &QThread::finished, m_thread, &QObject::deleteLater);
-    m_timeLimit.setSingleShot(true);
-    connect(&m_timeLimit, &QTimer::timeout, this, &UpdateFeedProbe::giveUp);
-    m_timeLimit.start(timeLimit);
+    m_timeout.setSingleShot(true);
+    connect(&m_timeout, &QTimer::timeout, this, [this, feed] {
+        warn(feed, QStringLiteral("no answer in time"));
+        m_thread->quit();
+        emit finished(false);
+    });
+    m_timeout.start(timeout);
     m_thread->start();
 }
 
@@ -92,12 +114,6 @@ UpdateFeedProbe::~UpdateFeedProbe()
     if (!m_thread)
         return;
     m_thread->quit();
-    if (m_thread->wait(MomentMilliseconds))
+    if (m_thread->wait(EndMilliseconds))
         delete m_thread;
-}
-
-void UpdateFeedProbe::giveUp()
-{
-    m_thread->quit();
-    emit answered(false);
 }

@@ -8,32 +8,29 @@
 
 #include <chrono>
 
-/// Asks an update feed once whether it lists any item. All that it takes to reach the network is
-/// made with it, on a thread of its own, and gone with it. Destroyed before the answer it gives
-/// none. Main thread only.
+/// Finds out once whether an update feed lists any item. The network access lives on a thread of
+/// its own and ends with the probe. Without a result when it is destroyed first. Main thread only.
 class UpdateFeedProbe : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::milliseconds TimeLimit{15'000};
-    static constexpr qsizetype MostBytes = 1024 * 1024;
+    static constexpr std::chrono::milliseconds Timeout{15'000};
+    static constexpr qsizetype SizeLimit = 1024 * 1024; // bytes
 
-    /// Whether a feed can be asked for at this address: over HTTP or HTTPS, and from a host.
-    static bool canAsk(const QUrl &feed);
+    /// Whether the address is an HTTP or HTTPS one with a host.
+    static bool canFetch(const QUrl &feed);
 
-    /// Begins to ask. The limit is that of the whole exchange, redirections included.
-    explicit UpdateFeedProbe(const QUrl &feed, std::chrono::milliseconds timeLimit = TimeLimit,
+    /// Starts the request. The timeout is for all of it, redirections included.
+    explicit UpdateFeedProbe(const QUrl &feed, std::chrono::milliseconds timeout = Timeout,
                              QObject *parent = nullptr);
-    /// Gives up; what hangs is left to itself after a moment.
+    /// Ends the request; a thread that hangs is left behind after 100 ms.
     ~UpdateFeedProbe() override;
 
 signals:
-    /// Once, later. False also for whatever could not be fetched, is too large or is no text.
-    void answered(bool listsItems);
+    /// Once, later. False also for a feed that cannot be fetched, is too large or is not UTF-8.
+    void finished(bool listsItems);
 
 private:
-    void giveUp();
-
-    QPointer<QThread> m_thread; ///< deletes itself when it has finished
-    QTimer m_timeLimit;
+    QPointer<QThread> m_thread; ///< deletes itself when it ends
+    QTimer m_timeout;
 };

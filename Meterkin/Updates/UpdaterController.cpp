@@ -1,5 +1,7 @@
 #include "Updates/UpdaterController.h"
 
+#include "Platform/Log.h"
+
 #include <QUrl>
 
 #include <utility>
@@ -12,13 +14,13 @@ const QString automaticKey = QStringLiteral("SUAutomaticallyUpdate");
 
 UpdaterController::UpdaterController(UpdateFramework &framework, DefaultsStore &store,
                                      QVariantMap dictionary, InformationAlert &alert,
-                                     std::chrono::milliseconds feedTimeLimit, QObject *parent)
+                                     std::chrono::milliseconds feedTimeout, QObject *parent)
     : QObject(parent)
     , m_framework(framework)
     , m_store(store)
     , m_dictionary(std::move(dictionary))
     , m_alert(alert)
-    , m_feedTimeLimit(feedTimeLimit)
+    , m_feedTimeout(feedTimeout)
 {
     m_store.registerDefaults({{automaticKey, true}});
     m_framework.start();
@@ -43,16 +45,20 @@ void UpdaterController::checkForUpdates()
 {
     const QString address = textOf(QStringLiteral("SUFeedURL"));
     if (address.isEmpty() && !m_framework.needsFeed()) {
+        qCDebug(logUpdates, "no feed is needed: the update framework checks");
         m_framework.checkForUpdates();
         return;
     }
     const QUrl feed(address, QUrl::StrictMode);
-    if (!UpdateFeedProbe::canAsk(feed)) {
+    if (!UpdateFeedProbe::canFetch(feed)) {
+        qCWarning(logUpdates, "no HTTP address of a feed in this build: '%s'; counts as up to date",
+                  qPrintable(address));
         showUpToDateAlert();
         return;
     }
-    auto *probe = new UpdateFeedProbe(feed, m_feedTimeLimit, this);
-    connect(probe, &UpdateFeedProbe::answered, this, [this, probe](bool listsItems) {
+    qCDebug(logUpdates) << "fetching the feed" << feed;
+    auto *probe = new UpdateFeedProbe(feed, m_feedTimeout, this);
+    connect(probe, &UpdateFeedProbe::finished, this, [this, probe](bool listsItems) {
         probe->deleteLater();
         if (!listsItems)
             showUpToDateAlert();

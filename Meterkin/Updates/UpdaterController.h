@@ -12,8 +12,8 @@
 #include <chrono>
 
 /// Software updates for the rest of the program: starts the update framework, mirrors whether it
-/// can check now, keeps the automatic-download preference, and asks the feed itself before it lets
-/// the framework open its windows. Main thread only.
+/// can check now, and stores the automatic-download setting. Reads the feed before it lets the
+/// framework open its windows. Main thread only.
 class UpdaterController : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool canCheckForUpdates READ canCheckForUpdates NOTIFY canCheckForUpdatesChanged
@@ -25,11 +25,11 @@ class UpdaterController : public QObject {
                        BINDABLE bindableAutomaticallyDownloadsUpdates FINAL)
 
 public:
-    /// Starts the framework at once. The dictionary is the platform's. The rest outlives the
+    /// Starts the framework. The dictionary is the platform's; the other objects outlive the
     /// controller.
     UpdaterController(UpdateFramework &framework, DefaultsStore &store, QVariantMap dictionary,
                       InformationAlert &alert,
-                      std::chrono::milliseconds feedTimeLimit = UpdateFeedProbe::TimeLimit,
+                      std::chrono::milliseconds feedTimeout = UpdateFeedProbe::Timeout,
                       QObject *parent = nullptr);
 
     /// Why updates cannot be checked at all, as a sentence for the user; empty when they can.
@@ -40,7 +40,7 @@ public:
     QBindable<bool> bindableCanCheckForUpdates() const { return &m_canCheckForUpdates; }
 
     bool automaticallyDownloadsUpdates() const { return m_automaticallyDownloadsUpdates; }
-    /// Applied to the framework and stored at once, an equal value too.
+    /// Passes the value to the framework and stores it, also when it is equal.
     void setAutomaticallyDownloadsUpdates(bool automatically);
     QBindable<bool> bindableAutomaticallyDownloadsUpdates() const
     {
@@ -48,10 +48,10 @@ public:
     }
 
 public slots:
-    /// The user asked for it. A feed that lists any item is left to the framework, and so is a
-    /// check without an address where the framework needs none; whatever else comes of it, the user
-    /// is told that there is nothing newer. Checks may overlap; each ends in its own answer, or in
-    /// none when the controller is gone by then.
+    /// A check that the user asks for. The framework takes over when the feed lists any item, or
+    /// when there is no address and it needs none; otherwise an alert says that there is nothing
+    /// newer. Checks may overlap: each has its own result, or none when the controller is destroyed
+    /// first.
     void checkForUpdates();
 
 signals:
@@ -67,7 +67,7 @@ private:
     DefaultsStore &m_store;
     QVariantMap m_dictionary;
     InformationAlert &m_alert;
-    std::chrono::milliseconds m_feedTimeLimit;
+    std::chrono::milliseconds m_feedTimeout;
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(UpdaterController, bool, m_canCheckForUpdates, false,
                                          &UpdaterController::canCheckForUpdatesChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UpdaterController, QString, m_unavailableReason,

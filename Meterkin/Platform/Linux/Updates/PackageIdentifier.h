@@ -5,17 +5,18 @@
 
 #include <optional>
 
-/// A package as PackageKit names it: "name;version;architecture;origin".
+/// A package as PackageKit names it: "name;version;architecture;origin" (its reference manual,
+/// "Package IDs").
 struct PackageIdentifier {
     QString name;
     QString version;
     QString architecture; ///< may be empty
-    QString text; ///< the whole, which the service wants back as it gave it
+    QString text; ///< the whole, to be passed to the service unchanged
 
-    /// Nothing for a text that is none, or longer than any real one.
+    /// Absent for a text that is no identifier or longer than any real one.
     static std::optional<PackageIdentifier> parse(const QString &text);
 
-    /// Whether both are versions of one installed thing.
+    /// Whether both are versions of one package.
     bool isSamePackage(const PackageIdentifier &other) const
     {
         return name == other.name && architecture == other.architecture;

@@ -4,7 +4,7 @@ namespace {
 
 constexpr qsizetype LongestDetails = 300;
 
-QString ownWords(PackageKitError error)
+QString ownText(PackageKitError error)
 {
     switch (error) {
     case PackageKitError::OutOfMemory:
@@ -71,10 +71,10 @@ QString ownWords(PackageKitError error)
 
 QString updateProblem(PackageKitError error, const QString &details)
 {
-    if (QString words = ownWords(error); !words.isEmpty())
-        return words;
-    // Cut before it is tidied: tidying megabytes would take a while.
-    const QString told = details.left(4 * LongestDetails).simplified().left(LongestDetails);
-    return told.isEmpty() ? QStringLiteral("The package manager gave no reason.")
-                          : QStringLiteral("The package manager says: ") + told;
+    if (QString text = ownText(error); !text.isEmpty())
+        return text;
+    // Cut first, because simplified() takes long on megabytes.
+    const QString said = details.left(4 * LongestDetails).simplified().left(LongestDetails);
+    return said.isEmpty() ? QStringLiteral("The package manager gave no reason.")
+                          : QStringLiteral("The package manager says: ") + said;
 }

@@ -2,7 +2,8 @@
 
 #include <QString>
 
-/// The codes of PackageKit's ErrorCode signal that the user is told apart.
+/// Those codes of PackageKit's ErrorCode signal (PkErrorEnum in its reference manual) for which the
+/// user gets a text of our own.
 enum class PackageKitError : uint {
     Unknown = 0,
     OutOfMemory = 1,
@@ -35,11 +36,11 @@ enum class PackageKitError : uint {
     UnfinishedTransaction = 66,
     LockRequired = 67,
 
-    // Ours: what a service that is gone cannot tell.
+    // Our own: the service is gone, or does not answer.
     ServiceEnded = 0x10000,
     ServiceSilent,
 };
 
-/// What to tell the user, as sentences. `details` is the service's own text, of any length and
-/// content; it is used only where we have no better words.
+/// Sentences for the user. `details` is the service's text, of any length and content; it is used
+/// only for codes that have no text here.
 QString updateProblem(PackageKitError error, const QString &details);

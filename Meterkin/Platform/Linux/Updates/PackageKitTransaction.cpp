@@ -12,6 +12,7 @@ const QString servicePath = QStringLiteral("/org/freedesktop/PackageKit");
 const QString interface = QStringLiteral("org.freedesktop.PackageKit.Transaction");
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
+// PkExitEnum of the reference manual.
 enum Exit : uint {
     Success = 1,
     Cancelled = 3,
@@ -22,7 +23,7 @@ enum Exit : uint {
     RepairRequired = 11,
 };
 
-/// Endings that come without an error code.
+/// The error of an exit that has no error code.
 PackageKitError errorOf(uint exit)
 {
     switch (exit) {
@@ -40,7 +41,7 @@ PackageKitError errorOf(uint exit)
     }
 }
 
-constexpr uint CancelledError = 17;
+constexpr uint CancelledError = 17; // PK_ERROR_ENUM_TRANSACTION_CANCELLED
 
 QStringList hints(PackageKitTransaction::Manner manner)
 {
@@ -147,12 +148,12 @@ void PackageKitTransaction::handleSignal(const QDBusMessage &message)
     const QVariantList arguments = message.arguments();
     if (name == u"Package" && signature == u"uss") {
         if (const auto package = PackageIdentifier::parse(arguments[1].toString()))
-            // The upper half tells what the lower one was found among, in newer versions.
+            // Newer versions use the upper 16 bits for something else.
             emit packageListed(static_cast<PackageInfo>(arguments[0].toUInt() & 0xFFFF), *package);
     } else if (name == u"UpdateDetail" && signature == u"sasasasasasussuss") {
         const QString text = arguments[7].toString();
         const QString changes = arguments[8].toString();
-        // A single line only says that there is no list of changes.
+        // A single line only says that there is no changelog.
         emit notesListed(text.isEmpty() && changes.contains(u'\n') ? changes : text);
     } else if (name == u"ErrorCode" && signature == u"us") {
         const uint code = arguments[0].toUInt();
@@ -205,7 +206,7 @@ void PackageKitTransaction::takeProperties(const QVariantMap &properties)
 {
     if (const QVariant percentage = properties.value(QStringLiteral("Percentage"));
         percentage.isValid()) {
-        // 101 when it is not known; some say 100 long before they are done.
+        // 101 means unknown, and some package managers say 100 long before the end.
         const uint percent = percentage.toUInt();
         emit progressed(percent < 100 ? static_cast<int>(percent) : -1);
     }
@@ -231,6 +232,6 @@ void PackageKitTransaction::finish(const PackageKitResult &result)
     if (std::exchange(m_hasEnded, true))
         return;
     m_silence.stop();
-    // By value: the receiver may drop all that it knows of us.
+    // A copy, because the receiver may delete m_result's owner from its slot.
     emit finished(PackageKitResult(result));
 }

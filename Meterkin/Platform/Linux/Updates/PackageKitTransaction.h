@@ -12,47 +12,49 @@ struct PackageKitResult {
 
     Ending ending = Ending::Failed;
     PackageKitError error = PackageKitError::Unknown; ///< when it failed
-    QString details; ///< then, the service's own words; not bounded
+    QString details; ///< when it failed: the service's text, of any length
 };
 
-/// One piece of work that PackageKit does for us. Main thread only.
+/// One transaction of PackageKit, over its D-Bus interface org.freedesktop.PackageKit.Transaction
+/// (PackageKit Reference Manual, freedesktop.org/software/PackageKit). Main thread only.
 class PackageKitTransaction : public QObject {
     Q_OBJECT
 
 public:
-    /// How much the service may bother the user and the machine.
+    /// The priority, and whether the service may ask the user for a password.
     enum class Manner {
-        Background, ///< nobody waits for it
-        Attended, ///< the user waits, and is not to be asked for a password
+        Background, ///< low priority; the user is not asked
+        Attended, ///< the user waits, and is not asked
         Authorizing, ///< the user waits, and may be asked
     };
-    /// What a listed package is to the transaction, as far as it matters to us.
+    /// What the transaction does with a listed package: the values of PkInfoEnum that are used
+    /// here.
     enum class PackageInfo : uint { Blocked = 9, Removing = 13, Obsoleting = 15, Downgrading = 20 };
 
-    /// The service that keeps silent for twice that time, alive or not, counts as gone. It may be
-    /// at work without a word for longer, but then it answers when it is asked.
+    /// A service that sends nothing for this long is queried; one that does not answer that in the
+    /// same time counts as gone.
     static constexpr std::chrono::milliseconds Patience{30'000};
 
     explicit PackageKitTransaction(BusConnection &bus,
                                    std::chrono::milliseconds patience = Patience,
                                    QObject *parent = nullptr);
 
-    /// Has the service do `method`, a method of its transactions; finished() follows later. Once.
+    /// Calls `method` of a new transaction; finished() follows later. Once.
     void start(Manner manner, const QString &method, const QVariantList &arguments);
 
-    /// Asks the service to stop, unless it is done; it may refuse.
+    /// Asks the service to stop, which it may refuse.
     void cancel();
 
     bool isCancellable() const { return m_isCancellable; }
 
 signals:
     void packageListed(PackageKitTransaction::PackageInfo info, const PackageIdentifier &package);
-    /// What is new in an update, of any length and content.
+    /// The release notes of an update, of any length and content.
     void notesListed(const QString &text);
-    /// 0 to 99, or -1 when it cannot be told.
+    /// 0 to 99 percent, or -1 when unknown.
     void progressed(int percent);
     void cancellableChanged(bool isCancellable);
-    /// The last signal. The receiver may delete the transaction later, not now.
+    /// The last signal. A receiver deletes the transaction by deleteLater() only.
     void finished(const PackageKitResult &result);
 
 private slots:

@@ -1,10 +1,12 @@
 #include "Platform/Linux/Updates/PackageUpdater.h"
 
+#include "Platform/Log.h"
+
 #include <utility>
 
 namespace {
 
-// Bits of PackageKit's filters and of the flags of its transactions.
+// Bits of PkFilterEnum and PkTransactionFlagEnum in the PackageKit Reference Manual.
 constexpr quint64 FilterNone = 1 << 1;
 constexpr quint64 FilterInstalled = 1 << 2;
 constexpr quint64 OnlyTrusted = 1 << 1;
@@ -27,11 +29,11 @@ QString plainNotes(const QString &text)
 } // namespace
 
 PackageUpdater::PackageUpdater(BusConnection &bus, const QString &program,
-                               std::chrono::milliseconds patience, QObject *parent)
+                               std::chrono::milliseconds timeout, QObject *parent)
     : QObject(parent)
     , m_bus(bus)
     , m_program(program)
-    , m_patience(patience)
+    , m_timeout(timeout)
 {
     m_limit.setSingleShot(true);
     m_limit.setTimerType(Qt::VeryCoarseTimer);
@@ -69,7 +71,7 @@ void PackageUpdater::refresh()
                             "it."));
         return;
     }
-    // Without it the answer is as fresh as the system's own last look.
+    // When it fails, the result is as old as the system's own last refresh.
     const PackageKitTransaction *transaction =
         run(m_manner, QStringLiteral("RefreshCache"), {false});
     connect(transaction, &PackageKitTransaction::finished, this,
@@ -96,7 +98,9 @@ void PackageUpdater::listUpdates()
 void PackageUpdater::endCheck()
 {
     m_offer = m_found;
-    // "Up to date" would be a guess: nobody has looked.
+    qCDebug(logUpdates) << "installed:" << m_own->text
+                        << "offered:" << (m_offer ? m_offer->text : QString());
+    // Without a refresh "up to date" would be a guess.
     if (!m_offer && m_isOffline)
         fail(updateProblem(PackageKitError::NoNetwork, QString()));
     else
@@ -118,7 +122,7 @@ void PackageUpdater::fetchNotes()
 
 PackageKitTransaction *PackageUpdater::update(Manner manner, quint64 flags, Step next)
 {
-    // Nothing but our own package is ever passed on.
+    // Only our own package is ever passed.
     return run(manner, QStringLiteral("UpdatePackages"),
                {QVariant::fromValue(OnlyTrusted | flags), QStringList(m_offer->text)}, next);
 }
@@ -128,27 +132,27 @@ void PackageUpdater::download(Manner manner)
     if (!m_offer)
         return;
     m_manner = manner;
-    m_sacrifice.clear();
+    m_lostPackage.clear();
     setWork(Work::Download);
-    const PackageKitTransaction *rehearsal =
-        update(manner, Simulate, &PackageUpdater::reallyDownload);
-    connect(rehearsal, &PackageKitTransaction::packageListed, this,
+    const PackageKitTransaction *simulation =
+        update(manner, Simulate, &PackageUpdater::startDownload);
+    connect(simulation, &PackageKitTransaction::packageListed, this,
             [this](PackageKitTransaction::PackageInfo info, const PackageIdentifier &package) {
                 using Info = PackageKitTransaction::PackageInfo;
                 const bool loses =
                     info == Info::Removing || info == Info::Obsoleting || info == Info::Downgrading;
                 if (loses && !package.isSamePackage(*m_offer))
-                    m_sacrifice = package.name.left(80);
+                    m_lostPackage = package.name.left(80);
             });
 }
 
-void PackageUpdater::reallyDownload()
+void PackageUpdater::startDownload()
 {
-    // Too much for a button that says nothing of it; the system's own tools show what goes.
-    if (!m_sacrifice.isEmpty()) {
+    // Our button does not say so; the system's own tools show what they remove.
+    if (!m_lostPackage.isEmpty()) {
         fail(QStringLiteral("The update would remove or replace other software (%1). "
                             "Install it with the system's software manager.")
-                 .arg(m_sacrifice));
+                 .arg(m_lostPackage));
         return;
     }
     const PackageKitTransaction *transaction =
@@ -194,7 +198,7 @@ PackageKitTransaction *PackageUpdater::run(Manner manner, const QString &method,
                                            const QVariantList &arguments)
 {
     drop();
-    m_transaction = new PackageKitTransaction(m_bus, m_patience, this);
+    m_transaction = new PackageKitTransaction(m_bus, m_timeout, this);
     m_transaction->start(manner, method, arguments);
     return m_transaction;
 }
@@ -204,10 +208,14 @@ PackageKitTransaction *PackageUpdater::run(Manner manner, const QString &method,
 {
     PackageKitTransaction *transaction = run(manner, method, arguments);
     connect(transaction, &PackageKitTransaction::finished, this,
-            [this, next](const PackageKitResult &result) {
-                if (result.ending == PackageKitResult::Ending::Success)
+            [this, method, next](const PackageKitResult &result) {
+                if (result.ending == PackageKitResult::Ending::Success) {
                     (this->*next)();
-                else if (result.ending == PackageKitResult::Ending::Cancelled)
+                    return;
+                }
+                qCDebug(logUpdates) << "PackageKit ended" << method << "with error"
+                                    << static_cast<uint>(result.error) << result.details.left(300);
+                if (result.ending == PackageKitResult::Ending::Cancelled)
                     endWork(&PackageUpdater::cancelled);
                 else
                     fail(updateProblem(result.error, result.details));
@@ -244,6 +252,8 @@ void PackageUpdater::endWork(void (PackageUpdater::*signal)())
 
 void PackageUpdater::fail(const QString &problem)
 {
+    if (m_manner != Manner::Background)
+        qCWarning(logUpdates, "%s The installed version stays.", qPrintable(problem));
     drop();
     setWork(Work::None);
     emit failed(problem);

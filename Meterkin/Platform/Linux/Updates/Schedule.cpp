@@ -7,8 +7,8 @@ namespace {
 const QString lastCheckKey = QStringLiteral("updateLastCheck"); // seconds since 1970
 constexpr qint64 DaySeconds = 24 * 60 * 60;
 
-// Not a timer of a day, which stands still while the machine sleeps.
-constexpr std::chrono::hours LookInterval{1};
+// Not a day: a timer stands still while the machine sleeps.
+constexpr std::chrono::hours Interval{1};
 
 } // namespace
 
@@ -18,12 +18,12 @@ UpdateSchedule::UpdateSchedule(DefaultsStore &store, QObject *parent)
 {
     m_timer.setSingleShot(true);
     m_timer.setTimerType(Qt::VeryCoarseTimer);
-    connect(&m_timer, &QTimer::timeout, this, &UpdateSchedule::look);
+    connect(&m_timer, &QTimer::timeout, this, &UpdateSchedule::tellIfDue);
 }
 
-void UpdateSchedule::start(std::chrono::milliseconds firstLook)
+void UpdateSchedule::start(std::chrono::milliseconds firstCheck)
 {
-    m_timer.start(firstLook);
+    m_timer.start(firstCheck);
 }
 
 void UpdateSchedule::stop()
@@ -36,12 +36,12 @@ void UpdateSchedule::noteCheck()
     m_store.setInteger(lastCheckKey, QDateTime::currentSecsSinceEpoch());
 }
 
-void UpdateSchedule::look()
+void UpdateSchedule::tellIfDue()
 {
-    m_timer.start(LookInterval);
+    m_timer.start(Interval);
     const qint64 now = QDateTime::currentSecsSinceEpoch();
     const qint64 last = m_store.integer(lastCheckKey);
-    // A last time in the future was told by a clock that was wrong.
+    // A last time in the future comes from a wrong clock.
     if (last > now || last <= now - DaySeconds)
         emit due();
 }

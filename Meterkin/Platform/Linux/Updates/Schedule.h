@@ -7,28 +7,28 @@
 
 #include <chrono>
 
-/// Says when to look for updates in the background: some minutes after the start, so that a login
-/// is not slowed down, and once a day, over restarts too. Main thread only.
+/// Tells when to check for updates in the background: some minutes after the start, so that a login
+/// is not slowed down, and once a day, also across restarts. Main thread only.
 class UpdateSchedule : public QObject {
     Q_OBJECT
 
 public:
-    static constexpr std::chrono::minutes FirstLook{5};
+    static constexpr std::chrono::minutes FirstCheck{5};
 
     /// The store outlives it.
     explicit UpdateSchedule(DefaultsStore &store, QObject *parent = nullptr);
 
-    void start(std::chrono::milliseconds firstLook = FirstLook);
+    void start(std::chrono::milliseconds firstCheck = FirstCheck);
     void stop();
-    /// Somebody has looked just now, so that it need not be done again today.
+    /// A check was made: none is due for a day.
     void noteCheck();
 
 signals:
-    /// Comes again every hour until somebody has looked.
+    /// Repeated every hour until a check is noted.
     void due();
 
 private:
-    void look();
+    void tellIfDue();
 
     DefaultsStore &m_store;
     QTimer m_timer;

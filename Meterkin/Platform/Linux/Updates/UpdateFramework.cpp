@@ -1,13 +1,15 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
 
+#include "Platform/Log.h"
+
 #include <QFileInfo>
 
-#include <malloc.h>
 #include <utility>
 
 namespace {
 
-const QString announcedKey = QStringLiteral("updateAnnounced"); // the version last told of
+const QString announcedKey =
+    QStringLiteral("updateAnnounced"); // the version of the last notification
 const QString notificationIdentifier = QStringLiteral("org.meterkin.Meterkin.update");
 constexpr qsizetype LongestVersion = 60;
 
@@ -16,7 +18,7 @@ QString shownVersion(const PackageIdentifier &package)
     return package.version.left(LongestVersion);
 }
 
-/// Whether another version has been installed over the running one, by whomever.
+/// Whether another version was installed over the running one, by any program.
 bool isReplaced()
 {
     return QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget().endsWith(u" (deleted)");
@@ -24,16 +26,16 @@ bool isReplaced()
 
 } // namespace
 
-LinuxUpdateFramework::LinuxUpdateFramework(Surroundings surroundings, Times times, QObject *parent)
+LinuxUpdateFramework::LinuxUpdateFramework(Dependencies dependencies, Times times, QObject *parent)
     : UpdateFramework(parent)
-    , m_surroundings(std::move(surroundings))
+    , m_dependencies(std::move(dependencies))
     , m_times(times)
-    , m_updater(m_surroundings.systemBus, m_surroundings.program, times.patience)
-    , m_schedule(m_surroundings.store)
+    , m_updater(m_dependencies.systemBus, m_dependencies.program, times.timeout)
+    , m_schedule(m_dependencies.store)
 {
     connectUpdater();
     connect(&m_schedule, &UpdateSchedule::due, this, &LinuxUpdateFramework::checkInBackground);
-    connect(&m_surroundings.notifications, &NotificationCentre::clicked, this,
+    connect(&m_dependencies.notifications, &NotificationCentre::clicked, this,
             &LinuxUpdateFramework::handleClick);
     updateAvailability();
 }
@@ -70,7 +72,7 @@ void LinuxUpdateFramework::connectUpdater()
 
 void LinuxUpdateFramework::start()
 {
-    m_service = std::make_unique<BusService>(m_surroundings.systemBus,
+    m_service = std::make_unique<BusService>(m_dependencies.systemBus,
                                              QStringLiteral("org.freedesktop.PackageKit"));
     connect(m_service.get(), &BusService::availableChanged, this, [this] {
         updateAvailability();
@@ -92,18 +94,18 @@ void LinuxUpdateFramework::updateAvailability()
     const QString reason = isAvailable
         ? QString()
         : QStringLiteral("Updates need PackageKit, which is not installed on this computer.");
-    if (std::exchange(m_reason, reason) != reason)
+    if (std::exchange(m_reason, reason) != reason) {
+        qCDebug(logUpdates) << "PackageKit is available:" << isAvailable;
         emit unavailableReasonChanged();
+    }
     const bool canCheck = isAvailable && m_updater.work() == PackageUpdater::Work::None;
     if (std::exchange(m_canCheck, canCheck) != canCheck)
         emit canCheckForUpdatesChanged(canCheck);
 }
 
-// --- What the user does ----------------------------------------------------------------------
-
 void LinuxUpdateFramework::checkForUpdates()
 {
-    // The user has been told that it can be done, and comes before what nobody waits for.
+    // A check that the user asks for ends one in the background.
     const bool isBusy = m_updater.work() != PackageUpdater::Work::None && !m_isBackground;
     if (!m_service || !m_service->isAvailable() || isBusy)
         return;
@@ -121,7 +123,7 @@ void LinuxUpdateFramework::handleClick(const QString &identifier)
         openWindow();
         showOffer();
     } else {
-        checkForUpdates(); // told of by an earlier run of the program
+        checkForUpdates(); // the notification is that of an earlier run
     }
 }
 
@@ -129,7 +131,7 @@ void LinuxUpdateFramework::openWindow()
 {
     if (!m_session) {
         m_session = std::make_unique<UpdateSession>();
-        m_session->bindableCurrentVersion().setValue(m_surroundings.version);
+        m_session->bindableCurrentVersion().setValue(m_dependencies.version);
         connect(m_session.get(), &UpdateSession::installRequested, this,
                 &LinuxUpdateFramework::beginInstallation);
         connect(m_session.get(), &UpdateSession::cancelRequested, this,
@@ -138,14 +140,14 @@ void LinuxUpdateFramework::openWindow()
                 &LinuxUpdateFramework::beginCheck);
         connect(m_session.get(), &UpdateSession::restartRequested, this, [this] {
             if (m_session->phase() == Phase::Installed)
-                m_surroundings.restart();
+                m_dependencies.restart();
         });
     }
     if (!m_window) {
         m_window = std::make_unique<DialogWindow>(
             QStringLiteral("UpdateView"),
             QVariantMap{{QStringLiteral("session"), QVariant::fromValue(m_session.get())}},
-            QStringLiteral("meterkin Update"), m_surroundings.style, m_surroundings.appearance);
+            QStringLiteral("meterkin Update"), m_dependencies.style, m_dependencies.appearance);
         connect(m_window.get(), &DialogWindow::closed, this, &LinuxUpdateFramework::handleClosed);
     }
     m_window->present();
@@ -155,13 +157,11 @@ void LinuxUpdateFramework::handleClosed()
 {
     m_window->disconnect(this);
     m_window.release()->deleteLater();
-    // An installation goes on, and what becomes of it is shown later.
+    // An installation continues; its result is shown later.
     if (!m_isBackground && m_updater.work() == PackageUpdater::Work::Install)
         return;
     m_session->disconnect(this);
-    m_session.release()->deleteLater(); // after the window
-    QMetaObject::invokeMethod(
-        this, [] { malloc_trim(0); }, Qt::QueuedConnection);
+    m_session.release()->deleteLater(); // after the window, in this order
     if (!m_isBackground)
         m_updater.cancel();
 }
@@ -180,7 +180,7 @@ void LinuxUpdateFramework::beginInstallation()
 {
     if (m_session->phase() != Phase::Offered)
         return;
-    if (!m_updater.offer()) { // a check in the background has taken it back
+    if (!m_updater.offer()) { // a later check in the background found none
         beginCheck();
         return;
     }
@@ -221,12 +221,10 @@ void LinuxUpdateFramework::enter(Phase phase)
     m_session->bindablePhase().setValue(phase);
 }
 
-// --- What becomes of it ----------------------------------------------------------------------
-
 void LinuxUpdateFramework::checkInBackground()
 {
     if (!m_canCheck || m_window)
-        return; // the schedule asks again
+        return; // the schedule repeats it
     m_isBackground = true;
     m_updater.check(PackageUpdater::Manner::Background);
 }
@@ -273,7 +271,7 @@ void LinuxUpdateFramework::handleFailed(const QString &problem)
 {
     if (m_isBackground) {
         m_schedule.noteCheck();
-        // What could not be fetched ahead can still be told of.
+        // An update that cannot be downloaded in advance is still announced.
         if (m_updater.offer())
             announce();
     } else if (m_session) {
@@ -287,14 +285,14 @@ void LinuxUpdateFramework::handleFailed(const QString &problem)
 void LinuxUpdateFramework::announce()
 {
     const QString version = shownVersion(*m_updater.offer());
-    if (m_surroundings.store.text(announcedKey) == version)
+    if (m_dependencies.store.text(announcedKey) == version)
         return;
-    m_surroundings.store.setText(announcedKey, version);
+    m_dependencies.store.setText(announcedKey, version);
     notify(QStringLiteral("Meterkin %1 is available").arg(version),
            QStringLiteral("Choose this notification to install it."));
 }
 
 void LinuxUpdateFramework::notify(const QString &title, const QString &body)
 {
-    m_surroundings.notifications.post({notificationIdentifier, title, body});
+    m_dependencies.notifications.post({notificationIdentifier, title, body});
 }

@@ -12,32 +12,32 @@
 #include <functional>
 #include <memory>
 
-/// Updates through the system's package manager, with a window and a notification of its own. Only
-/// the user's own click ever installs something.
+/// Updates through PackageKit, with a window and notifications. Only a click of the user installs
+/// anything.
 class LinuxUpdateFramework : public UpdateFramework {
     Q_OBJECT
 
 public:
-    /// What it works with; the objects outlive it.
-    struct Surroundings {
+    /// The objects outlive the framework.
+    struct Dependencies {
         BusConnection &systemBus;
         DefaultsStore &store;
         WindowStyle &style;
         const DesktopAppearance &appearance;
         NotificationCentre &notifications;
         QString version; ///< of the running program
-        QString program; ///< its file, by the path that it was started from
-        std::function<void()> restart; ///< ends the program and starts it anew
+        QString program; ///< its file
+        std::function<void()> restart; ///< restarts the program
     };
     struct Times {
-        std::chrono::milliseconds patience = PackageKitTransaction::Patience;
-        std::chrono::milliseconds firstCheck = UpdateSchedule::FirstLook;
+        std::chrono::milliseconds timeout = PackageKitTransaction::Patience;
+        std::chrono::milliseconds firstCheck = UpdateSchedule::FirstCheck;
     };
 
-    explicit LinuxUpdateFramework(Surroundings surroundings, Times times,
+    explicit LinuxUpdateFramework(Dependencies dependencies, Times times,
                                   QObject *parent = nullptr);
-    explicit LinuxUpdateFramework(Surroundings surroundings)
-        : LinuxUpdateFramework(std::move(surroundings), Times())
+    explicit LinuxUpdateFramework(Dependencies dependencies)
+        : LinuxUpdateFramework(std::move(dependencies), Times())
     {
     }
     ~LinuxUpdateFramework() override;
@@ -50,7 +50,7 @@ public:
     bool needsFeed() const override { return false; }
     void checkForUpdates() override;
 
-    /// What the window shows; null while there is nothing to show.
+    /// The model of the window; null while there is nothing to show.
     UpdateSession *session() const { return m_session.get(); }
 
 private:
@@ -76,16 +76,16 @@ private:
     void announce();
     void notify(const QString &title, const QString &body);
 
-    Surroundings m_surroundings;
+    Dependencies m_dependencies;
     Times m_times;
     PackageUpdater m_updater;
     UpdateSchedule m_schedule;
     std::unique_ptr<BusService> m_service; ///< from start() on
     bool m_downloadsAutomatically = false;
     bool m_canCheck = false;
-    bool m_isBackground = false; ///< whether the work is none of the window's
+    bool m_isBackground = false; ///< whether the updater works for nobody's window
     QString m_reason;
-    QString m_downloaded; ///< the package that has been fetched already
+    QString m_downloaded; ///< the package that is downloaded already
     std::unique_ptr<UpdateSession> m_session;
-    std::unique_ptr<DialogWindow> m_window; ///< gone before the session it shows
+    std::unique_ptr<DialogWindow> m_window; ///< destroyed before the session that it shows
 };

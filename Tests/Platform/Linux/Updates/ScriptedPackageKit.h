@@ -8,9 +8,7 @@
 #include <QHash>
 #include <QStringList>
 
-#include <utility>
-
-/// The package manager played by the test.
+/// PackageKit, played by the test.
 class ScriptedPackageKit : public QDBusVirtualObject {
     Q_OBJECT
 
@@ -21,7 +19,7 @@ public:
     };
     enum class Ending { Finishes, Hangs, Vanishes, Refuses };
     struct Script {
-        QList<Signal> told;
+        QList<Signal> sent;
         uint exit = 1;
         Ending ending = Ending::Finishes;
     };
@@ -40,54 +38,44 @@ public:
     ~ScriptedPackageKit() override { m_connection.unregisterObject(QStringLiteral("/")); }
 
     void appear() { m_connection.interface()->registerService(m_name); }
-    /// Ends the transaction that was asked for last.
-    void finishLast() { emitSignal(m_path, {QStringLiteral("Finished"), {1U, 5U}}); }
     void vanish() { m_connection.interface()->unregisterService(m_name); }
+    void finishLast() { emitSignal({QStringLiteral("Finished"), {1U, 5U}}); }
 
     static Signal package(uint info, const QString &id)
     {
         return {QStringLiteral("Package"), {info, id, QString()}};
     }
-    static Signal error(uint code, const QString &details = {})
+    static Script error(uint code, const QString &details = {})
     {
-        return {QStringLiteral("ErrorCode"), {code, details}};
+        return {{{QStringLiteral("ErrorCode"), {code, details}}}, 2};
     }
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
         const QString method = message.member();
-        if (method == u"CreateTransaction") {
-            const QString path = QStringLiteral("/%1_scripted").arg(++m_transactions);
-            m_connection.send(message.createReply(QVariant::fromValue(QDBusObjectPath(path))));
-        } else if (method == u"GetAll") {
-            if (answersProperties)
-                m_connection.send(message.createReply(QVariantMap()));
-        } else if (method == u"SetHints") {
+        if (method == u"SetHints")
             m_hints = message.arguments().value(0).toStringList();
+        if (method == u"CreateTransaction")
+            m_connection.send(message.createReply(QVariant::fromValue(
+                QDBusObjectPath(QStringLiteral("/%1_scripted").arg(++m_transactions)))));
+        else if (method == u"SetHints")
             m_connection.send(message.createReply());
-        } else {
+        else if (method != u"GetAll")
             play(message);
-        }
+        else if (answersProperties)
+            m_connection.send(message.createReply(QVariantMap()));
         return true;
     }
     QString introspect(const QString &) const override { return QString(); }
 
 private:
-    void crash()
-    {
-        const QString name = m_connection.name();
-        m_connection = QDBusConnection(QString()); // it stays open while anybody holds it
-        QDBusConnection::disconnectFromBus(name);
-    }
-
     void play(const QDBusMessage &message)
     {
-        QStringList words{message.member()};
+        QString call = message.member();
         for (const QVariant &argument : message.arguments())
-            words << (argument.typeId() == QMetaType::QStringList
-                          ? argument.toStringList().join(u',')
-                          : argument.toString());
-        const QString call = words.join(u' ');
+            call += u' '
+                + (argument.typeId() == QMetaType::QStringList ? argument.toStringList().join(u',')
+                                                               : argument.toString());
         calls << call;
         m_path = message.path();
         hints[call] = m_hints;
@@ -99,19 +87,25 @@ private:
             return;
         }
         m_connection.send(message.createReply());
-        for (const Signal &told : script.told)
-            emitSignal(message.path(), told);
+        for (const Signal &each : script.sent)
+            emitSignal(each);
         if (script.ending == Ending::Vanishes)
             QMetaObject::invokeMethod(this, &ScriptedPackageKit::crash, Qt::QueuedConnection);
         else if (script.ending == Ending::Finishes && message.member() != u"Cancel")
-            emitSignal(message.path(), {QStringLiteral("Finished"), {script.exit, 5U}});
+            emitSignal({QStringLiteral("Finished"), {script.exit, 5U}});
     }
-
-    void emitSignal(const QString &path, const Signal &told)
+    void crash()
+    {
+        const QString name = m_connection.name();
+        m_connection = QDBusConnection(QString()); // or it would stay open
+        QDBusConnection::disconnectFromBus(name);
+    }
+    /// Of the last transaction.
+    void emitSignal(const Signal &sent)
     {
         QDBusMessage signal = QDBusMessage::createSignal(
-            path, QStringLiteral("org.freedesktop.PackageKit.Transaction"), told.name);
-        signal.setArguments(told.arguments);
+            m_path, QStringLiteral("org.freedesktop.PackageKit.Transaction"), sent.name);
+        signal.setArguments(sent.arguments);
         m_connection.send(signal);
     }
 

@@ -1,50 +1,81 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
-#include "Platform/DesktopAppearance.h"
+
 #include "Platform/Linux/Updates/ScriptedPackageKit.h"
-#include "Platform/WindowStyle.h"
+#include "Shell/ScriptedPlatform.h"
 #include "Support/PrivateBus.h"
-#include "Support/ScriptedServices.h"
-#include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
 #include <QGuiApplication>
-#include <QWindow>
 #include <QtTest>
 
 #include <optional>
 
+using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 using Phase = UpdateSession::Phase;
 using Script = ScriptedPackageKit::Script;
-using Signals = QList<ScriptedPackageKit::Signal>;
 using Ending = ScriptedPackageKit::Ending;
-Q_DECLARE_METATYPE(Script)
 
 namespace {
 
-const QString installed = QStringLiteral("meterkin;1.0;amd64;installed");
-const QString update = QStringLiteral("meterkin;1.1;amd64;shop");
-const QString rehearsal = QStringLiteral("UpdatePackages 6 ") + update;
-const QString download = QStringLiteral("UpdatePackages 10 ") + update;
-const QString installation = QStringLiteral("UpdatePackages 2 ") + update;
-constexpr uint normalUpdate = 5;
-constexpr std::chrono::hours never{100};
+const QString installed = u"meterkin;1.0;amd64;installed"_s;
+const QString update = u"meterkin;1.1;amd64;shop"_s;
+const QString listing = u"GetUpdates 2"_s;
+const QString simulation = u"UpdatePackages 6 "_s + update;
+const QString download = u"UpdatePackages 10 "_s + update;
+const QString installation = u"UpdatePackages 2 "_s + update;
 
-struct Style : WindowStyle {
-    void makeTitled(QQuickWindow &) override { }
-    TitleBar makeOnboarding(QQuickWindow &) override { return TitleBar::System; }
-    void present(QQuickWindow &window) override { window.show(); }
-    void presentUnasked(QQuickWindow &) override { }
-};
-
-struct Appearance : DesktopAppearance {
-    bool isDark() const override { return false; }
-    double textScale() const override { return 1.0; }
-};
-
-ScriptedPackageKit::Signal package(uint info, const QString &id)
+Script listed(uint info, const QString &id)
 {
-    return ScriptedPackageKit::package(info, id);
+    return {{ScriptedPackageKit::package(info, id)}};
 }
+
+/// All that one framework works with.
+struct Bench {
+    PrivateBus daemon;
+    std::optional<BusConnection> bus;
+    ScriptedPlatform system;
+    int restarts = 0;
+    std::optional<ScriptedPackageKit> service;
+    std::unique_ptr<LinuxUpdateFramework> framework;
+
+    Bench()
+    {
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", daemon.address().toUtf8());
+        bus.emplace(BusConnection::Kind::System);
+        service.emplace(daemon.connectClient());
+        service->scripts[u"SearchFiles"_s] = listed(1, installed);
+        service->scripts[u"GetUpdates"_s] = listed(5, update);
+    }
+    ~Bench() { qunsetenv("DBUS_SYSTEM_BUS_ADDRESS"); }
+
+    void start(std::chrono::milliseconds firstCheck = 100h, bool downloads = false,
+               std::chrono::milliseconds timeout = PackageKitTransaction::Patience)
+    {
+        framework = std::make_unique<LinuxUpdateFramework>(
+            LinuxUpdateFramework::Dependencies{*bus, system.store, system.style, system.appearance,
+                                               system.centre, u"1.0"_s, u"/opt/meterkin"_s,
+                                               [this] { ++restarts; }},
+            LinuxUpdateFramework::Times{timeout, firstCheck});
+        framework->start();
+        framework->setAutomaticallyDownloadsUpdates(downloads);
+    }
+    bool waitFor(const QString &call)
+    {
+        return QTest::qWaitFor([&] { return service->calls.contains(call); });
+    }
+    bool waitFor(Phase phase)
+    {
+        return QTest::qWaitFor([&] { return session().phase() == phase; }, 30'000);
+    }
+    bool check()
+    {
+        const bool canCheck = QTest::qWaitFor([&] { return framework->canCheckForUpdates(); });
+        framework->checkForUpdates();
+        return canCheck && framework->session() != nullptr;
+    }
+    UpdateSession &session() const { return *framework->session(); }
+};
 
 } // namespace
 
@@ -52,324 +83,188 @@ class LinuxUpdateFrameworkTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_daemon.emplace();
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_daemon->address().toUtf8());
-        m_bus.emplace(BusConnection::Kind::System);
-        m_store.emplace();
-        m_centre.emplace();
-        m_restarts = 0;
-        m_service.emplace(m_daemon->connectClient());
-        m_service->scripts[QStringLiteral("SearchFiles")] = {{package(1, installed)}};
-        m_service->scripts[QStringLiteral("GetUpdates")] = {{package(normalUpdate, update)}};
-    }
-
-    void cleanup()
-    {
-        m_framework.reset();
-        m_service.reset();
-        m_bus.reset();
-        m_daemon.reset();
-        qunsetenv("DBUS_SYSTEM_BUS_ADDRESS");
-    }
-
     void followsTheService()
     {
-        m_service->vanish();
-        make();
-        QVERIFY(!m_framework->canCheckForUpdates());
-        m_framework->start();
-        QTRY_VERIFY(m_bus->connection());
-        QVERIFY(m_framework->unavailableReason().contains(u"PackageKit"));
-        for (int round = 0; round < 2; ++round) {
-            m_service->appear();
-            QTRY_VERIFY(m_framework->canCheckForUpdates());
-            QCOMPARE(m_framework->unavailableReason(), QString());
-            m_service->vanish();
-            QTRY_VERIFY(!m_framework->canCheckForUpdates());
-        }
-        m_framework->checkForUpdates();
-        QVERIFY(m_framework->session() == nullptr);
-        m_service->appear();
-        QTRY_VERIFY(m_framework->canCheckForUpdates());
-        m_daemon->stop();
-        QTRY_VERIFY(!m_framework->canCheckForUpdates());
+        Bench bench;
+        bench.service->vanish();
+        bench.start();
+        QTRY_VERIFY(bench.bus->connection());
+        QVERIFY(bench.framework->unavailableReason().contains(u"PackageKit"));
+        bench.framework->checkForUpdates();
+        QVERIFY(bench.framework->session() == nullptr);
+        bench.service->appear();
+        QTRY_VERIFY(bench.framework->canCheckForUpdates());
+        QCOMPARE(bench.framework->unavailableReason(), QString());
+        bench.daemon.stop();
+        QTRY_VERIFY(!bench.framework->canCheckForUpdates());
     }
 
-    void checks_data()
-    {
-        QTest::addColumn<QString>("method");
-        QTest::addColumn<Script>("script");
-        QTest::addColumn<Phase>("phase");
-        QTest::addColumn<QString>("words");
-
-        const QString list = QStringLiteral("GetUpdates");
-        const QString refresh = QStringLiteral("RefreshCache");
-        const QString search = QStringLiteral("SearchFiles");
-        const auto listed = [](uint info, const char *id) {
-            return Script{{package(info, QString::fromLatin1(id))}};
-        };
-        QTest::newRow("ours") << list << listed(5, "meterkin;1.1;amd64;shop") << Phase::Offered
-                              << QStringLiteral("1.1");
-        QTest::newRow("none") << list << Script() << Phase::UpToDate << QString();
-        QTest::newRow("another's")
-            << list << listed(5, "meterkin-data;1.1;amd64;shop") << Phase::UpToDate << QString();
-        QTest::newRow("another machine's")
-            << list << listed(5, "meterkin;1.1;arm64;shop") << Phase::UpToDate << QString();
-        QTest::newRow("held back")
-            << list << listed(9, "meterkin;1.1;amd64;shop") << Phase::UpToDate << QString();
-        QTest::newRow("malformed")
-            << list
-            << Script{{package(5, QStringLiteral("meterkin")),
-                       package(5, QStringLiteral(";;;")),
-                       package(5, QStringLiteral("meterkin;1\x1b;amd64;shop")),
-                       package(5, update + QString(100'000, u'x')),
-                       {QStringLiteral("Package"), {update}},
-                       {QStringLiteral("Package"), {}},
-                       {QStringLiteral("ErrorCode"), {QStringLiteral("x")}},
-                       {QStringLiteral("Finished"), {}}}}
-            << Phase::UpToDate << QString();
-        QTest::newRow("refusal to refresh")
-            << refresh << Script{{}, 1, Ending::Refuses} << Phase::Offered << QStringLiteral("1.1");
-        QTest::newRow("no package")
-            << search << Script() << Phase::Failed << QStringLiteral("not installed as a package");
-    }
     void checks()
     {
-        QFETCH(const QString, method);
-        QFETCH(const Script, script);
-        QFETCH(const Phase, phase);
-        QFETCH(const QString, words);
-        m_service->scripts[method] = script;
-        startChecking();
-        QTRY_VERIFY(m_framework->session()->phase() != Phase::Checking);
-        QCOMPARE(m_framework->session()->phase(), phase);
-        const UpdateSession &session = *m_framework->session();
-        QVERIFY2((session.offeredVersion() + session.problem()).contains(words),
-                 qPrintable(session.problem()));
-    }
-
-    void doesNotGuessWithoutANetwork()
-    {
-        m_service->scripts[QStringLiteral("RefreshCache")] = {{ScriptedPackageKit::error(2)}, 2};
-        startChecking();
-        QTRY_COMPARE(m_framework->session()->phase(), Phase::Offered);
-        m_service->scripts[QStringLiteral("GetUpdates")] = {};
-        emit m_framework->session()->retryRequested();
-        QTRY_COMPARE(m_framework->session()->phase(), Phase::Failed);
-        QVERIFY(m_framework->session()->problem().contains(u"network"));
+        const QString list = u"GetUpdates"_s;
+        const Script malformed{{ScriptedPackageKit::package(5, u";;;"_s),
+                                ScriptedPackageKit::package(5, u"meterkin;1\x1b;amd64;shop"_s),
+                                ScriptedPackageKit::package(5, update + QString(100'000, u'x')),
+                                {u"Package"_s, {update}},
+                                {u"ErrorCode"_s, {u"x"_s}},
+                                {u"Finished"_s, {}}}};
+        const Script offline = ScriptedPackageKit::error(2);
+        const QString refresh = u"RefreshCache"_s;
+        using Scripts = QHash<QString, Script>;
+        for (const auto &[scripts, phase, text] :
+             {std::tuple(Scripts(), Phase::Offered, u"1.1"),
+              {{{list, {}}}, Phase::UpToDate, u""},
+              {{{list, listed(5, u"meterkin-data;1.1;amd64;shop"_s)}}, Phase::UpToDate, u""},
+              {{{list, listed(5, u"meterkin;1.1;arm64;shop"_s)}}, Phase::UpToDate, u""},
+              {{{list, listed(9, update)}}, Phase::UpToDate, u""}, // held back
+              {{{list, malformed}}, Phase::UpToDate, u""},
+              {{{refresh, {{}, 1, Ending::Refuses}}}, Phase::Offered, u"1.1"},
+              {{{refresh, offline}}, Phase::Offered, u"1.1"},
+              {{{refresh, offline}, {list, {}}}, Phase::Failed, u"network"},
+              {{{u"SearchFiles"_s, {}}}, Phase::Failed, u"not installed as a package"}}) {
+            Bench bench;
+            bench.service->scripts.insert(scripts);
+            bench.start();
+            QVERIFY(bench.check() && bench.waitFor(phase));
+            QVERIFY((bench.session().offeredVersion() + bench.session().problem()).contains(text));
+        }
     }
 
     void installsNothingButOurPackage()
     {
-        m_service->scripts[QStringLiteral("GetUpdateDetail")] = {
-            {{QStringLiteral("UpdateDetail"),
-              {update, QStringList(), QStringList(), QStringList(), QStringList(), QStringList(),
-               0U, QString(100'000, u'x') + u'\x1b', QString(), 0U, QString(), QString()}}}};
-        m_service->scripts[rehearsal] = {
-            {package(11, update), package(12, QStringLiteral("libnew;1;amd64;shop"))}};
-        startChecking();
-        UpdateSession &session = *m_framework->session();
+        Bench bench;
+        const QStringList none;
+        bench.service->scripts[u"GetUpdateDetail"_s] = {
+            {{u"UpdateDetail"_s,
+              {update, none, none, none, none, none, 0U, QString(100'000, u'x') + u'\x1b',
+               QString(), 0U, QString(), QString()}}}};
+        bench.service->scripts[simulation] = listed(12, u"libnew;1;amd64;shop"_s);
+        bench.start();
+        QVERIFY(bench.check());
+        UpdateSession &session = bench.session();
         QTRY_VERIFY(!session.notes().isEmpty());
         QVERIFY(session.notes().size() < 5000);
         emit session.restartRequested();
         emit session.installRequested();
         emit session.installRequested();
-        QTRY_COMPARE(session.phase(), Phase::Installed);
-        QCOMPARE(m_service->calls.filter(QStringLiteral("Packages")),
-                 QStringList({rehearsal, download, installation}));
-        for (const QString &call : std::as_const(m_service->calls))
-            QCOMPARE(m_service->hints[call].contains(QStringLiteral("interactive=true")),
+        QVERIFY(bench.waitFor(Phase::Installed));
+        QCOMPARE(bench.service->calls.filter(u"Packages"_s),
+                 QStringList({simulation, download, installation}));
+        for (const QString &call : std::as_const(bench.service->calls))
+            QCOMPARE(bench.service->hints[call].contains(u"interactive=true"_s),
                      call == installation);
-        QCOMPARE(m_restarts, 0);
+        QCOMPARE(bench.restarts, 0);
         emit session.restartRequested();
-        QCOMPARE(m_restarts, 1);
+        QCOMPARE(bench.restarts, 1);
     }
 
-    void doesNotGoOn_data()
+    void stopsAtAFailure()
     {
-        QTest::addColumn<QString>("call");
-        QTest::addColumn<Script>("script");
-        QTest::addColumn<QString>("words"); // empty: offered again
-
-        const auto failed = [](uint code, const QString &details = {}) {
-            return Script{{ScriptedPackageKit::error(code, details)}, 2};
-        };
-        const auto row = [](const char *name, const QString &call, const Script &script,
-                            const char *words) {
-            QTest::newRow(name) << call << script << QString::fromLatin1(words);
-        };
-        row("removes others", rehearsal, Script{{package(13, QStringLiteral("desktop;1;amd64;x"))}},
-            "(desktop)");
-        row("replaces us", rehearsal, Script{{package(13, installed)}, 2}, "no reason");
-        row("untrusted", installation, Script{{}, 8}, "signature");
-        row("not authorised", installation, failed(48), "permission");
-        row("refused", installation, Script{{}, 1, Ending::Refuses}, "permission");
-        row("own words", installation,
-            failed(999, QStringLiteral("bad\n\tluck ") + QString(1'000'000, u'x')),
-            "manager says: bad luck x");
-        row("cancelled", installation, failed(17), "");
-        row("cancelled without a code", download, Script{{}, 3}, "");
-        row("vanishes", installation, Script{{}, 1, Ending::Vanishes}, "ended before");
-        row("hangs", installation, Script{{}, 1, Ending::Hangs}, "does not answer");
+        const QString longText = u"bad\n\tluck "_s + QString(1'000'000, u'x');
+        for (const auto &[call, script, text] : // without a text the update is offered again
+             {std::tuple(simulation, listed(13, u"desktop;1;amd64;x"_s), u"(desktop)"),
+              {installation, Script{{}, 8}, u"signature"},
+              {installation, ScriptedPackageKit::error(48), u"permission"},
+              {installation, Script{{}, 1, Ending::Refuses}, u"permission"},
+              {installation, ScriptedPackageKit::error(999, longText), u"says: bad luck x"},
+              {installation, ScriptedPackageKit::error(17), u""},
+              {download, Script{{}, 3}, u""},
+              {installation, Script{{}, 1, Ending::Vanishes}, u"ended before"},
+              {installation, Script{{}, 1, Ending::Hangs}, u"does not answer"}}) {
+            const bool hangs = script.ending == Ending::Hangs;
+            Bench bench;
+            bench.service->scripts[call] = script;
+            bench.service->answersProperties = !hangs;
+            bench.start(100h, false, hangs ? 3000ms : PackageKitTransaction::Patience);
+            QVERIFY(bench.check() && bench.waitFor(Phase::Offered));
+            emit bench.session().installRequested();
+            QVERIFY(bench.waitFor(call));
+            QVERIFY(bench.waitFor(QStringView(text).isEmpty() ? Phase::Offered : Phase::Failed));
+            const QString problem = bench.session().problem();
+            QVERIFY2(problem.contains(text) && problem.size() < 400, qPrintable(problem));
+        }
     }
-    void doesNotGoOn()
+
+    void canBeCancelled()
     {
-        QFETCH(const QString, call);
-        QFETCH(const Script, script);
-        QFETCH(const QString, words);
-        m_service->scripts[call] = script;
-        m_service->answersProperties = script.ending != Ending::Hangs;
-        startChecking(script.ending == Ending::Hangs ? std::chrono::milliseconds(3000)
-                                                     : PackageKitTransaction::Patience);
-        UpdateSession &session = *m_framework->session();
-        QTRY_COMPARE(session.phase(), Phase::Offered);
-        emit session.installRequested();
-        QTRY_COMPARE_WITH_TIMEOUT(session.phase(), words.isEmpty() ? Phase::Offered : Phase::Failed,
-                                  30'000);
-        QVERIFY2(session.problem().contains(words), qPrintable(session.problem()));
-        QVERIFY(session.problem().size() < 400);
-        QVERIFY(m_service->calls.contains(call));
+        Bench bench;
+        bench.service->scripts[u"GetUpdates"_s].ending = Ending::Hangs;
+        bench.start();
+        QVERIFY(bench.check() && bench.waitFor(listing));
+        QVERIFY(!bench.framework->canCheckForUpdates());
+        emit bench.session().cancelRequested();
+        QVERIFY(bench.framework->session() == nullptr);
+        QVERIFY(bench.waitFor(u"Cancel"_s));
+
+        bench.service->scripts[u"GetUpdates"_s].ending = Ending::Finishes;
+        bench.service->scripts[download].ending = Ending::Hangs;
+        QVERIFY(bench.check() && bench.waitFor(Phase::Offered));
+        emit bench.session().installRequested();
+        QVERIFY(bench.waitFor(download));
+        bench.service->calls.clear();
+        emit bench.session().cancelRequested();
+        QCOMPARE(bench.session().phase(), Phase::Offered);
+        QVERIFY(bench.waitFor(u"Cancel"_s) && !bench.service->calls.contains(installation));
+        bench.service->vanish();
+        emit bench.session().installRequested();
+        QVERIFY(bench.waitFor(Phase::Failed));
     }
 
-    void canBeStopped()
-    {
-        m_service->scripts[QStringLiteral("GetUpdates")].ending = Ending::Hangs;
-        startChecking();
-        QTRY_VERIFY(m_service->calls.contains(QStringLiteral("GetUpdates 2")));
-        QVERIFY(!m_framework->canCheckForUpdates());
-        emit m_framework->session()->cancelRequested();
-        QVERIFY(m_framework->session() == nullptr);
-        QTRY_VERIFY(m_service->calls.contains(QStringLiteral("Cancel")));
-
-        m_service->scripts[QStringLiteral("GetUpdates")].ending = Ending::Finishes;
-        m_service->scripts[download].ending = Ending::Hangs;
-        QTRY_VERIFY(m_framework->canCheckForUpdates());
-        m_framework->checkForUpdates();
-        QTRY_COMPARE(m_framework->session()->phase(), Phase::Offered);
-        emit m_framework->session()->installRequested();
-        QTRY_VERIFY(m_service->calls.contains(download));
-        m_service->calls.clear();
-        emit m_framework->session()->cancelRequested();
-        QCOMPARE(m_framework->session()->phase(), Phase::Offered);
-        QTRY_VERIFY(m_service->calls.contains(QStringLiteral("Cancel")));
-        QVERIFY(!m_service->calls.contains(installation));
-
-        m_service->vanish();
-        emit m_framework->session()->installRequested();
-        QTRY_COMPARE(m_framework->session()->phase(), Phase::Failed);
-        QVERIFY(m_framework->session()->problem().contains(u"does not answer"));
-    }
-
-    void givesWayToTheUser()
-    {
-        Script &list = m_service->scripts[QStringLiteral("GetUpdates")];
-        list.ending = Ending::Hangs;
-        make({PackageKitTransaction::Patience, std::chrono::milliseconds(0)});
-        m_framework->start();
-        QTRY_VERIFY(m_service->calls.contains(QStringLiteral("GetUpdates 2")));
-        list.ending = Ending::Finishes;
-        m_framework->checkForUpdates();
-        QTRY_COMPARE(m_framework->session()->phase(), Phase::Offered);
-        QVERIFY(m_service->calls.contains(QStringLiteral("Cancel")));
-    }
-
-    void neverInstallsInTheBackground_data()
-    {
-        QTest::addColumn<bool>("downloads");
-        QTest::newRow("downloads") << true;
-        QTest::newRow("only tells") << false;
-    }
     void neverInstallsInTheBackground()
     {
-        QFETCH(const bool, downloads);
-        const QString last = downloads ? download : QStringLiteral("GetUpdates 2");
-        for (int day = 0; day < 2; ++day) { // the second tells nothing new
-            m_store->stored.remove(QStringLiteral("updateLastCheck"));
-            m_service->calls.clear();
-            make({PackageKitTransaction::Patience, std::chrono::milliseconds(0)});
-            m_framework->setAutomaticallyDownloadsUpdates(downloads);
-            m_framework->start();
-            QTRY_VERIFY(m_service->calls.contains(last));
-            QTRY_VERIFY(m_framework->canCheckForUpdates());
-            QTRY_COMPARE(m_centre->posts.size(), 1U);
-            QCOMPARE(m_centre->posts[0].title, QStringLiteral("Meterkin 1.1 is available"));
+        for (const bool downloads : {true, false}) {
+            Bench bench;
+            for (int day = 0; day < 2; ++day) { // no notification on the second
+                bench.system.store.stored.remove(u"updateLastCheck"_s);
+                bench.service->calls.clear();
+                bench.start(0ms, downloads);
+                QVERIFY(bench.waitFor(downloads ? download : listing));
+                QTRY_VERIFY(bench.framework->canCheckForUpdates());
+                QTRY_COMPARE(bench.system.centre.posts.size(), 1U);
+            }
+            QCOMPARE(bench.system.centre.posts[0].title, u"Meterkin 1.1 is available"_s);
+            QCOMPARE(bench.service->calls.filter(u"Packages"_s),
+                     downloads ? QStringList({simulation, download}) : QStringList());
+            for (const QString &call : std::as_const(bench.service->calls))
+                QVERIFY(bench.service->hints[call].contains(u"background=true"_s));
+            emit bench.system.centre.clicked(u"org.meterkin.Meterkin.other"_s);
+            QVERIFY(bench.framework->session() == nullptr);
+            emit bench.system.centre.clicked(bench.system.centre.posts[0].identifier);
+            QCOMPARE(bench.session().phase(), Phase::Offered);
+            QCOMPARE(bench.session().isDownloaded(), downloads);
+
+            bench.service->calls.clear();
+            bench.start(0ms, downloads); // on the same day
+            QTRY_VERIFY(bench.framework->canCheckForUpdates());
+            QTest::qWait(1'100); // a very coarse timer may take until the next full second
+            QCOMPARE(bench.service->calls, QStringList());
         }
-        QCOMPARE(m_service->calls.filter(QStringLiteral("Packages")),
-                 downloads ? QStringList({rehearsal, download}) : QStringList());
-        for (const QString &call : std::as_const(m_service->calls))
-            QVERIFY(m_service->hints[call].contains(QStringLiteral("background=true")));
-
-        emit m_centre->clicked(QStringLiteral("org.meterkin.Meterkin.other"));
-        QVERIFY(m_framework->session() == nullptr);
-        emit m_centre->clicked(m_centre->posts[0].identifier);
-        QCOMPARE(m_framework->session()->phase(), Phase::Offered);
-        QCOMPARE(m_framework->session()->isDownloaded(), downloads);
-
-        // Looked for within the day already.
-        m_service->calls.clear();
-        make({PackageKitTransaction::Patience, std::chrono::milliseconds(0)});
-        m_framework->start();
-        QTRY_VERIFY(m_framework->canCheckForUpdates());
-        QTest::qWait(1'100); // a very coarse timer may take until the next full second
-        QCOMPARE(m_service->calls, QStringList());
     }
 
-    void goesOnInstallingWithoutItsWindow()
+    void theUserComesFirst()
     {
-        startChecking();
-        QTRY_COMPARE(m_framework->session()->phase(), Phase::Offered);
-        m_service->scripts[installation].ending = Ending::Hangs;
-        emit m_framework->session()->installRequested();
-        QTRY_VERIFY(m_service->calls.contains(installation));
-        window()->close();
-        m_service->finishLast();
-        QTRY_COMPARE(m_centre->posts.size(), 1U);
-        QCOMPARE(m_service->calls.last(), installation); // nobody has cancelled it
-        QVERIFY(m_centre->posts[0].title.contains(u"installed"));
-        emit m_centre->clicked(m_centre->posts[0].identifier);
-        QCOMPARE(m_framework->session()->phase(), Phase::Installed);
-        QVERIFY(window()->isVisible());
-    }
+        Bench bench;
+        bench.service->scripts[u"GetUpdates"_s].ending = Ending::Hangs;
+        bench.start(0ms);
+        QVERIFY(bench.waitFor(listing));
+        bench.service->scripts[u"GetUpdates"_s].ending = Ending::Finishes;
+        bench.framework->checkForUpdates();
+        QVERIFY(bench.waitFor(Phase::Offered));
+        QVERIFY(bench.service->calls.contains(u"Cancel"_s));
 
-private:
-    void make(LinuxUpdateFramework::Times times = {PackageKitTransaction::Patience, never})
-    {
-        m_framework = std::make_unique<LinuxUpdateFramework>(
-            LinuxUpdateFramework::Surroundings{
-                *m_bus, *m_store, m_style, m_appearance, *m_centre, QStringLiteral("1.0"),
-                QStringLiteral("/opt/meterkin"), [this] { ++m_restarts; }},
-            times);
+        // An installation goes on without its window.
+        bench.service->scripts[installation].ending = Ending::Hangs;
+        emit bench.session().installRequested();
+        QVERIFY(bench.waitFor(installation));
+        for (QWindow *window : QGuiApplication::topLevelWindows())
+            window->close();
+        bench.service->finishLast();
+        QTRY_COMPARE(bench.system.centre.posts.size(), 1U);
+        QCOMPARE(bench.service->calls.last(), installation);
+        QVERIFY(bench.system.centre.posts[0].title.contains(u"installed"));
+        emit bench.system.centre.clicked(bench.system.centre.posts[0].identifier);
+        QCOMPARE(bench.session().phase(), Phase::Installed);
     }
-
-    static QWindow *window()
-    {
-        for (QWindow *window : QGuiApplication::topLevelWindows()) {
-            if (window->isVisible())
-                return window;
-        }
-        return nullptr;
-    }
-
-    void startChecking(std::chrono::milliseconds patience = PackageKitTransaction::Patience)
-    {
-        make({patience, never});
-        m_framework->start();
-        QTRY_VERIFY(m_framework->canCheckForUpdates());
-        m_framework->checkForUpdates();
-        QVERIFY(m_framework->session() != nullptr);
-    }
-
-    std::optional<PrivateBus> m_daemon;
-    std::optional<BusConnection> m_bus;
-    std::optional<ScriptedStore> m_store;
-    std::optional<ScriptedNotificationCentre> m_centre;
-    std::optional<ScriptedPackageKit> m_service;
-    Style m_style;
-    Appearance m_appearance;
-    int m_restarts = 0;
-    std::unique_ptr<LinuxUpdateFramework> m_framework;
 };
 
 METERKIN_TEST(LinuxUpdateFrameworkTest);
