@@ -1,13 +1,13 @@
 #include "Platform/Linux/DiskImages.h"
 
-#include "Platform/Linux/Storage/Descriptor.h"
 #include "Platform/Linux/DiskImages/HeldFile.h"
-#include "Platform/Linux/Sensors/KernelFile.h"
 #include "Platform/Linux/DiskImages/MountTable.h"
-#include "Platform/Linux/Sensors/NumberText.h"
 #include "Platform/Linux/DiskImages/ProgramCopy.h"
 #include "Platform/Linux/DiskImages/StorageService.h"
 #include "Platform/Linux/DiskImages/Trash.h"
+#include "Platform/Linux/Sensors/KernelFile.h"
+#include "Platform/Linux/Sensors/NumberText.h"
+#include "Platform/Linux/Storage/Descriptor.h"
 
 #include <QFile>
 
@@ -35,13 +35,13 @@ std::string lineOf(const std::string &path)
     return text;
 }
 
-/// The number of a block device, as "7:0".
+/// The numbers of a block device, as "7:0".
 std::string deviceOf(std::string folder)
 {
     return lineOf(folder.append("/dev"));
 }
 
-/// Absent for a path that a text cannot hold: naming another file by it would be worse.
+/// Absent for a path that is not valid text, because decoding it would name another file.
 std::optional<QString> textOf(const std::string &path)
 {
     const QByteArray bytes = QByteArray::fromStdString(path);
@@ -49,8 +49,8 @@ std::optional<QString> textOf(const std::string &path)
     return QFile::encodeName(text) == bytes ? std::optional(text) : std::nullopt;
 }
 
-/// A disk behind a loop device, or a path that leads elsewhere from here, is no image's file. One
-/// that is gone is: its volume is still there.
+/// False for a disk behind a loop device and for a path from another root folder. True for a file
+/// that was deleted: its volume still exists.
 bool canBeImage(const std::string &path)
 {
     struct stat status = {};
@@ -61,7 +61,7 @@ bool canBeImage(const std::string &path)
 } // namespace
 
 LinuxDiskImages::LinuxDiskImages(std::string blockFolder, std::string mountInfoPath,
-                         std::string deviceFolder)
+                                 std::string deviceFolder)
     : m_blockFolder(std::move(blockFolder))
     , m_mountInfoPath(std::move(mountInfoPath))
     , m_deviceFolder(std::move(deviceFolder))
@@ -110,11 +110,11 @@ void LinuxDiskImages::detachAndDiscard(const DiskImage &image, const QString &mo
         return;
     std::stable_partition(loop->volumes.begin(), loop->volumes.end(), isFound);
 
-    // Many loop devices free themselves when unmounted. While we hold it, the device cannot pass on
-    // to another image; those who may not open it cannot free what is not theirs either.
+    // Many loop devices free themselves when unmounted. An open one cannot be reused for another
+    // image meanwhile; a user who may not open it may not free a wrong one either.
     const Descriptor device(
         open((m_deviceFolder + '/' + loop->name).c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    // Unmounting takes its time, in which the path may come to mean something else.
+    // Unmounting takes time, in which the path may become that of another file.
     const std::optional<HeldFile> file = HeldFile::at(imagePath);
     const bool isOurs =
         file && file->status().st_uid == geteuid() && presents(*loop, device, *file);
@@ -122,9 +122,10 @@ void LinuxDiskImages::detachAndDiscard(const DiskImage &image, const QString &mo
         moveToTrash(*file);
 }
 
-/// Whether the file is the one behind the device: by the device's own word or, for those who may
-/// not open it, by the place where the kernel has the device's file and ours at this moment.
-bool LinuxDiskImages::presents(const Loop &loop, const Descriptor &device, const HeldFile &file) const
+/// Whether the file is the one behind the device: as the device says or, when we may not open it,
+/// because the kernel has the same path for both at this moment.
+bool LinuxDiskImages::presents(const Loop &loop, const Descriptor &device,
+                               const HeldFile &file) const
 {
     loop_info64 information = {};
     if (ioctl(device.number(), LOOP_GET_STATUS64, &information) == 0)
@@ -133,7 +134,7 @@ bool LinuxDiskImages::presents(const Loop &loop, const Descriptor &device, const
     return imagePathOf(loop.name) == file.currentPath();
 }
 
-/// Whether the means were there at all, which does not say that it worked.
+/// Whether there was a way to detach at all, not whether it worked.
 bool LinuxDiskImages::detach(const Loop &loop, const Descriptor &device) const
 {
     const auto isSame = [&] { return imagePathOf(loop.name) == loop.imagePath; };
@@ -170,7 +171,7 @@ std::optional<std::vector<LinuxDiskImages::Loop>> LinuxDiskImages::loops() const
         for (const std::string &partition : namesIn(folder, name + 'p'))
             devices.emplace_back(deviceOf(std::string(folder).append("/").append(partition)),
                                  partition);
-        // By number: the source that a mount names is whatever the one who mounted it has said.
+        // By number, because the source in the table is any text that mount() was given.
         for (const Mount &mount : mounts) {
             const auto device = std::find_if(devices.begin(), devices.end(), [&](const auto &each) {
                 return each.first == mount.device;
@@ -183,9 +184,9 @@ std::optional<std::vector<LinuxDiskImages::Loop>> LinuxDiskImages::loops() const
     return found;
 }
 
-/// The entries of a folder that are the prefix and a number, in the order of their numbers.
+/// The entries of a folder that consist of the prefix and a number, in the order of the numbers.
 std::vector<std::string> LinuxDiskImages::namesIn(const std::string &folder,
-                                              const std::string &prefix) const
+                                                  const std::string &prefix) const
 {
     std::vector<std::pair<std::uint64_t, std::string>> numbered;
     std::error_code error;

@@ -8,21 +8,21 @@
 class Descriptor;
 class HeldFile;
 
-/// The disk images of Linux: files that loop devices present as disks. Images of other programs
-/// are listed like any other; only the content of a volume tells whose an image is.
+/// Files that loop devices present as disks (man 4 loop), found through /sys/block. Images of other
+/// programs are listed too; the content of a volume tells which one is ours.
 class LinuxDiskImages : public DiskImages {
 public:
     explicit LinuxDiskImages(std::string blockFolder = "/sys/block",
-                         std::string mountInfoPath = "/proc/self/mountinfo",
-                         std::string deviceFolder = "/dev");
+                             std::string mountInfoPath = "/proc/self/mountinfo",
+                             std::string deviceFolder = "/dev");
 
     /// In the order of the devices' numbers, the mount points of each in the order of mounting.
     std::optional<QList<DiskImage>> attachedImages() override;
-    /// Whether the very program that runs lies there too.
+    /// Whether a copy of the running program lies there.
     bool holdsBundle(const QString &mountPoint, const QString &name) override;
     /// Unmounts the volume, then the other volumes of its image, and frees the loop device: through
-    /// the storage service, else directly where we may. The first refusal leaves the rest alone.
-    /// The file has to be the user's own and still the one that the device presents.
+    /// UDisks, else directly. Stops at the first refusal. The file is discarded only when it is the
+    /// user's and still the one behind the device.
     void detachAndDiscard(const DiskImage &image, const QString &mountPoint) override;
 
 private:
@@ -36,7 +36,7 @@ private:
         std::vector<Volume> volumes;
     };
 
-    /// Those with a file, in the order of their numbers; nothing when they cannot be read.
+    /// Those with a file, in the order of their numbers; absent when they cannot be read.
     std::optional<std::vector<Loop>> loops() const;
     bool presents(const Loop &loop, const Descriptor &device, const HeldFile &file) const;
     bool detach(const Loop &loop, const Descriptor &device) const;

@@ -7,19 +7,19 @@
 
 #include <sys/stat.h>
 
-/// A regular file that is held together with its folder: what becomes of the folders on the way to
-/// it can no longer put another file in its place. Any thread.
+/// A regular file, open together with its folder: renaming the folders of its path cannot replace
+/// it by another file. Any thread.
 class HeldFile {
 public:
-    /// Absent when there is none at that absolute path, or when a link lies on the way.
+    /// Absent when there is none at the absolute path, or when the path leads through a link.
     static std::optional<HeldFile> at(const std::string &path);
 
     const std::string &name() const { return m_name; } ///< in the folder
-    std::string currentPath() const; ///< as the kernel has it now; empty when it does not tell
-    const Descriptor &folder() const { return m_folder; } ///< opened as a mere place
-    const struct stat &status() const { return m_status; } ///< at the time it was opened
+    std::string currentPath() const; ///< the kernel's path of the file now; empty when unknown
+    const Descriptor &folder() const { return m_folder; } ///< opened with O_PATH
+    const struct stat &status() const { return m_status; } ///< when it was opened
 
-    /// Whether its name in its folder still stands for it.
+    /// Whether its name in its folder still is that of this file.
     bool isInPlace() const;
 
 private:
@@ -27,6 +27,6 @@ private:
 
     std::string m_name;
     Descriptor m_folder;
-    Descriptor m_file; ///< while it is open nobody else gets its inode number
+    Descriptor m_file; ///< open, so that no other file gets its inode number
     struct stat m_status = {};
 };

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The columns that tell something here; a separator and the file system's type come later.
+// The columns that are used here.
 enum Column { Device = 2, Root, Point, ColumnCount };
 
 std::string_view takeField(std::string_view &line)
@@ -23,7 +23,7 @@ bool isOctal(char c)
     return c >= '0' && c <= '7';
 }
 
-/// Blanks and the like are written as "\040".
+/// Spaces, tabs, line feeds and backslashes are written in octal, as "\040".
 std::string unescaped(std::string_view field)
 {
     std::string text;

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-/// A file system that can be seen at a place of the file tree.
+/// A file system that is mounted at a folder.
 struct Mount {
     std::string device; ///< the numbers of its device, "7:0"
     std::string point;
@@ -12,6 +12,6 @@ struct Mount {
     bool operator==(const Mount &) const = default;
 };
 
-/// The mounts of a text in the format of /proc/self/mountinfo, in its order. Left out are damaged
-/// lines, mounts of a mere folder of a file system, and those that a later one covers.
+/// The mounts of a text in the format of /proc/self/mountinfo (man 5 proc), in its order. Without
+/// damaged lines, mounts of a subfolder of a file system, and mounts that a later one covers.
 std::vector<Mount> mountsIn(std::string_view text);

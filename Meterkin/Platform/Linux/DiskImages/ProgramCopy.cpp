@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t ChunkBytes = 64 * 1024;
 
-/// At most as much is read as the first one holds.
+/// Reads no more than `size` bytes of each.
 bool haveSameContent(int one, int other, off_t size)
 {
     std::vector<char> chunk(ChunkBytes);

@@ -10,14 +10,14 @@
 
 namespace {
 
-constexpr int TimeoutMilliseconds = 30'000; // writing back what is cached takes its time
+constexpr int TimeoutMilliseconds = 30'000; // unmounting first writes what is cached
 
 struct Unreference {
     void operator()(DBusMessage *message) const { dbus_message_unref(message); }
 };
 using Message = std::unique_ptr<DBusMessage, Unreference>;
 
-/// Appends the options of a call that must go unnoticed.
+/// Appends the option that no password is asked for.
 bool appendOptions(DBusMessage *message)
 {
     DBusMessageIter arguments, options;
@@ -36,7 +36,7 @@ bool appendOptions(DBusMessage *message)
         && dbus_message_iter_close_container(&arguments, &options);
 }
 
-/// Whether nobody was there to refuse.
+/// Whether no service has answered.
 bool isSilence(const DBusError &error)
 {
     return dbus_error_has_name(&error, DBUS_ERROR_SERVICE_UNKNOWN)
@@ -97,7 +97,7 @@ bool StorageService::send(DBusMessage *message)
     DBusError error = DBUS_ERROR_INIT;
     const Message reply(dbus_connection_send_with_reply_and_block(m_connection, message,
                                                                   TimeoutMilliseconds, &error));
-    // Who hangs once is not asked again.
+    // A service that has not answered once is not called again.
     if (dbus_error_is_set(&error) && isSilence(error))
         close();
     dbus_error_free(&error);

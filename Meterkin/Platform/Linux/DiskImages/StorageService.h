@@ -7,23 +7,23 @@
 struct DBusConnection;
 struct DBusMessage;
 
-/// The system's storage service, asked on a connection of its own. Every call blocks, for a bounded
-/// time; nothing is asked of the user. Any one thread.
+/// UDisks, over its D-Bus interface (storaged.org/doc/udisks2-api) on a connection of its own. Each
+/// call blocks for 30 s at most and asks the user for no password. Any one thread.
 ///
-/// Spoken to through the plain library: Qt's own layer serves all buses on one thread, where a
-/// system bus that hangs would hold the session's bus up, and the program's end.
+/// Through libdbus: QtDBus serves all buses on one thread, where a system bus that hangs would
+/// block the session bus and the end of the program.
 class StorageService {
 public:
     StorageService();
     ~StorageService();
     Q_DISABLE_COPY_MOVE(StorageService)
 
-    /// False from the first call on that nobody answers, and when there is no bus.
+    /// False without a bus, and after a call that nobody answered.
     bool isThere() const { return m_connection != nullptr; }
 
-    /// Unmounts the file system of the block device of that name, "loop0p1".
+    /// Unmounts the file system of the block device of that name, such as "loop0p1".
     bool unmount(const std::string &device);
-    /// Takes the loop device of that name from its file.
+    /// Detaches the loop device of that name from its file.
     bool deleteLoop(const std::string &device);
 
 private:

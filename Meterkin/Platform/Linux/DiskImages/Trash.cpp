@@ -23,7 +23,7 @@ constexpr int MostAttempts = 1000; // to find a free name
 
 struct Trash {
     Descriptor folder; ///< not open when there is none
-    std::string top; ///< what the paths in it are relative to; empty: they are whole
+    std::string top; ///< the folder that stored paths are relative to; empty for absolute ones
 };
 
 std::string parentOf(const std::string &path)
@@ -49,8 +49,7 @@ Descriptor folderIn(const Descriptor &parent, const std::string &name)
         openat(parent.number(), name.c_str(), O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
 }
 
-/// Makes the user's own folder where it is missing. One that a link or another user put there is
-/// none.
+/// Makes the folder when it is missing. Not open for a link or another user's folder.
 Descriptor ownFolderIn(const Descriptor &parent, const std::string &name)
 {
     if (mkdirat(parent.number(), name.c_str(), 0700) != 0 && errno != EEXIST)
@@ -60,7 +59,7 @@ Descriptor ownFolderIn(const Descriptor &parent, const std::string &name)
     return status && status->st_uid == geteuid() ? std::move(folder) : Descriptor(-1);
 }
 
-/// Where the user keeps data; empty when that is unknown.
+/// Empty when it is unknown.
 std::string dataFolder()
 {
     std::string data = qgetenv("XDG_DATA_HOME").toStdString();
@@ -70,7 +69,7 @@ std::string dataFolder()
     return home.starts_with('/') ? home + "/.local/share" : std::string();
 }
 
-/// The file system's topmost folder on the way to `folder`.
+/// The topmost folder of the file system that holds `folder`.
 std::string topOf(std::string folder, dev_t device)
 {
     while (folder != "/") {
@@ -83,7 +82,7 @@ std::string topOf(std::string folder, dev_t device)
     return folder;
 }
 
-/// The Trash for what lies in a folder of the file system `device`.
+/// The Trash for files in `folder`, which lies on the file system `device`.
 Trash trashFor(const std::string &folder, dev_t device)
 {
     const std::string data = dataFolder();
@@ -118,7 +117,7 @@ std::string informationOn(const std::string &path, const Trash &trash)
     return "[Trash Info]\nPath=" + shown.toStdString() + "\nDeletionDate=" + date.data() + '\n';
 }
 
-/// Only where nothing is in the way.
+/// Fails where a file of that name exists.
 bool rename(const HeldFile &file, const Descriptor &folder, const std::string &name)
 {
     if (!file.isInPlace()) {
@@ -167,7 +166,7 @@ bool moveToTrash(const HeldFile &file)
     for (int attempt = 1; attempt <= MostAttempts; ++attempt) {
         const std::string free =
             attempt == 1 ? file.name() : file.name() + '.' + std::to_string(attempt);
-        // Whose information stands first has the name.
+        // Creating the information file reserves the name.
         const std::string info = free + ".trashinfo";
         if (!writeNew(infos, info, information)) {
             if (errno == EEXIST)

@@ -2,10 +2,9 @@
 
 class HeldFile;
 
-/// Moves a file to the user's Trash: the one of the file's own file system, as the desktops agreed
-/// on it. The file stays where it is when that fails or when it lies in there already, and so does
-/// another one that has taken its name. Any thread.
+/// Moves a file to the user's Trash on the file's own file system (Trash Specification,
+/// specifications.freedesktop.org). The file stays when that fails or when it lies there already,
+/// and so does another file that has its name now. Any thread.
 ///
-/// Not Qt's way, which tries names for ever where it may not write, and has its say on the
-/// error output.
+/// Not QFile::moveToTrash(), which tries names for ever where it may not write, and prints errors.
 bool moveToTrash(const HeldFile &file);

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A storage service that notes what it is asked, and refuses or keeps silent on demand.
+/// A storage service that notes the calls and refuses those for one device.
 class ScriptedStorage : public QDBusVirtualObject {
 public:
     QStringList calls;
@@ -76,7 +76,7 @@ private slots:
         attach("loop6", "7:6", "/\xff.img");
         attach("loop7", "7:7", at("c.img").toUtf8() + "/below/a/file");
         attach("loopback", "7:8", at("c.img").toUtf8());
-        attach("loop0", "7:0"); // free
+        attach("loop0", "7:0"); // has no file
         mount("8:1", "/", "/");
         mount("259:10", "/", "/media/with\\040blank\\011and\\134tab");
         mount("7:10", "/", "/media/covered");
@@ -101,97 +101,79 @@ private slots:
                  std::optional(QList<DiskImage>()));
     }
 
-    void detachesThroughTheService_data()
-    {
-        QTest::addColumn<QString>("refused");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("whole image") << QString()
-                                     << QStringLiteral("Unmount loop900p2,Unmount loop900p1,"
-                                                       "Delete loop900");
-        QTest::newRow("busy") << QStringLiteral("loop900p2") << QStringLiteral("Unmount loop900p2");
-        QTest::newRow("the other volume is busy")
-            << QStringLiteral("loop900p1") << QStringLiteral("Unmount loop900p2,Unmount loop900p1");
-    }
     void detachesThroughTheService()
     {
-        QFETCH(QString, refused);
-        m_storage.refused = refused;
-        attachOurs(at("a b.img"));
-        discard(at("c.img"), "two"); // another image by now
-        discard(at("a b.img"), "gone");
-        QCOMPARE(m_storage.calls, QStringList());
-        discard(at("a b.img"), "two");
-        QTEST(m_storage.calls.join(u','), "expected");
-        QCOMPARE(trashed(), QStringList{QStringLiteral("a b.img")});
+        for (const auto &[refused, expected] :
+             {std::pair("", "Unmount loop900p2,Unmount loop900p1,Delete loop900"),
+              {"loop900p2", "Unmount loop900p2"},
+              {"loop900p1", "Unmount loop900p2,Unmount loop900p1"}}) {
+            init();
+            m_storage.refused = QString::fromLatin1(refused);
+            attachOurs(at("a b.img"));
+            discard(at("c.img"), "two"); // another image by now
+            discard(at("a b.img"), "gone");
+            QCOMPARE(m_storage.calls, QStringList());
+            discard(at("a b.img"), "two");
+            QCOMPARE(m_storage.calls.join(u','), QString::fromLatin1(expected));
+            QCOMPARE(trashed(), QStringList{QStringLiteral("a b.img")});
+        }
     }
 
-    void discardsOnlyTheDevicesFile_data()
-    {
-        QTest::addColumn<QString>("attached"); // what the real device presents; empty: no device
-        QTest::addColumn<QString>("named"); // the path that is told of it
-        QTest::addColumn<bool>("isDiscarded");
-        for (const auto &[name, attached, named, isDiscarded] :
-             {std::tuple{"the device's own", "c.img", "c.img", true},
-              {"another one", "a b.img", "c.img", false},
-              {"no word of the device", "", "c.img", true},
-              {"through a link", "", "link/c.img", false},
-              {"gone", "", "gone.img", false}})
-            QTest::newRow(name) << QString::fromLatin1(attached) << QString::fromLatin1(named)
-                                << isDiscarded;
-    }
     void discardsOnlyTheDevicesFile()
     {
-        QFETCH(QString, attached);
-        QFETCH(QString, named);
-        QVERIFY(QFile::link(m_folder->path(), at("link")));
-        QByteArray device("loop900");
-        if (!attached.isEmpty()) {
-            QProcess losetup;
-            losetup.start(
-                QStringLiteral("losetup"),
-                {QStringLiteral("--find"), QStringLiteral("--show"), m_folder->filePath(attached)});
-            losetup.waitForFinished();
-            device = losetup.readAllStandardOutput().trimmed().mid(5);
+        for (const auto &[attached, named, isDiscarded] : // what the device presents, what is told
+             {std::tuple("c.img", "c.img", true),
+              {"a b.img", "c.img", false},
+              {"", "c.img", true},
+              {"", "link/c.img", false},
+              {"", "gone.img", false}}) {
+            const bool isReal = qstrlen(attached) > 0;
+            init();
+            QVERIFY(QFile::link(m_folder->path(), at("link")));
+            QByteArray device("loop900");
+            if (isReal)
+                device = shell("losetup --find --show \"$0\"", at(attached)).mid(5);
             if (device.isEmpty())
-                QSKIP("only root attaches disk images");
+                continue; // only root attaches images
+            attachOurs(at(named), device);
+            discard(at(named), "two", "/dev"); // which frees the device
+            QCOMPARE(m_storage.calls.size(), isReal ? 2 : 3);
+            QVERIFY2(trashed().isEmpty() != isDiscarded, named);
         }
-        attachOurs(m_folder->filePath(named), device);
-        discard(m_folder->filePath(named), "two", "/dev"); // which frees the device
-        QCOMPARE(m_storage.calls.size(), attached.isEmpty() ? 3 : 2);
-        QTEST(!trashed().isEmpty(), "isDiscarded");
     }
 
-    void knowsItsProgram_data()
-    {
-        QTest::addColumn<QString>("made"); // the command that makes the entry of the volume
-        QTest::addColumn<bool>("isOurs");
-        for (const auto &[name, made, isOurs] :
-             {std::tuple{"its copy", "cp $0 Tools", true},
-              {"another program", "cp /bin/true Tools", false},
-              {"of another name", "cp $0 Tools/other", false},
-              {"as large",
-               "cp $0 Tools && printf x | dd of=Tools/${0##*/} conv=notrunc bs=1 seek=9", false},
-              {"larger", "cp $0 Tools && printf x >>Tools/${0##*/}", false},
-              {"a folder", "mkdir Tools/${0##*/}", false},
-              {"a pipe", "mkfifo Tools/${0##*/}", false},
-              {"a link to it", "ln -s $0 Tools", false},
-              {"a link to its folder", "rmdir Tools && ln -s ${0%/*} Tools", false}})
-            QTest::newRow(name) << QString::fromLatin1(made) << isOurs;
-    }
     void knowsItsProgram()
     {
-        QFETCH(QString, made);
-        QVERIFY(QDir().mkpath(at("volume/Tools")));
-        QProcess shell;
-        shell.setWorkingDirectory(at("volume"));
-        shell.start(QStringLiteral("sh"),
-                    {QStringLiteral("-c"), made, QCoreApplication::applicationFilePath()});
-        QVERIFY(shell.waitForFinished() && shell.exitCode() == 0);
-        QTEST(devices().holdsBundle(at("volume"), QStringLiteral("Tools")), "isOurs");
+        for (const auto &[command, isOurs] : // makes the entry of the volume
+             {std::pair("cp $0 Tools", true),
+              {"cp /bin/true Tools", false},
+              {"cp $0 Tools/other", false},
+              {"cp $0 Tools; printf x | dd of=Tools/${0##*/} conv=notrunc bs=1 seek=9", false},
+              {"cp $0 Tools; printf x >>Tools/${0##*/}", false},
+              {"mkdir Tools/${0##*/}", false},
+              {"mkfifo Tools/${0##*/}", false},
+              {"ln -s $0 Tools", false},
+              {"rmdir Tools; ln -s ${0%/*} Tools", false}}) {
+            init();
+            QVERIFY(QDir().mkpath(at("Tools")));
+            shell(command, QCoreApplication::applicationFilePath());
+            const bool isHeld = devices().holdsBundle(m_folder->path(), QStringLiteral("Tools"));
+            QVERIFY2(isHeld == isOurs, command);
+        }
     }
 
 private:
     QString at(const char *path) const { return m_folder->filePath(QString::fromUtf8(path)); }
+    /// What the command prints, run in the test's folder with `argument` as $0.
+    QByteArray shell(const char *command, const QString &argument) const
+    {
+        QProcess process;
+        process.setWorkingDirectory(m_folder->path());
+        process.start(QStringLiteral("sh"),
+                      {QStringLiteral("-c"), QString::fromLatin1(command), argument});
+        process.waitForFinished();
+        return process.readAllStandardOutput().trimmed();
+    }
 
     LinuxDiskImages devices(const QString &nodes = {})
     {
@@ -199,7 +181,7 @@ private:
         if (!write(at("mountinfo"), m_mounts))
             qFatal("cannot write");
         return LinuxDiskImages(at("block").toStdString(), at("mountinfo").toStdString(),
-                           nodes.toStdString());
+                               nodes.toStdString());
     }
 
     void attach(const QByteArray &name, const QByteArray &number, const QByteArray &file = {})
@@ -223,7 +205,7 @@ private:
         mount("259:1", "/", at("one").toUtf8());
         mount("259:2", "/", at("two").toUtf8());
     }
-    /// In the background, as the program does, while the service answers here.
+    /// In the background, as the program does it, while the service answers on this thread.
     void discard(const QString &image, const char *mountPoint, const char *nodes = "/nowhere")
     {
         const std::unique_ptr<QThread> thread(
