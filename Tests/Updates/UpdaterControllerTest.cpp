@@ -47,47 +47,38 @@ class UpdaterControllerTest : public QObject {
 private slots:
     void initTestCase() { QNetworkProxyFactory::setUseSystemConfiguration(false); }
 
-    void judgesTheFeed_data()
+    void judgesTheFeed()
     {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<Then>("then");
-        QTest::addColumn<bool>("hasUpdates");
-        const auto row = [](const char *name, const QByteArray &bytes, bool hasUpdates = false,
-                            Then then = Then::Close) {
-            QTest::newRow(name) << bytes << then << hasUpdates;
-        };
         const QByteArray item = "<item>";
         const QByteArray mebibyte = item + QByteArray(UpdateFeedProbe::SizeLimit - 6, ' ');
         const QByteArray unending = "HTTP/1.1 200 OK\r\n\r\n<item>";
-        row("item with attributes", reply("<rss><item id=\"1\"/></rss>"), true);
-        row("items", reply("<items></items><item/>"));
-        row("no UTF-8", reply(item + "\xFF"));
-        row("not found", reply(item, "404 Not Found"));
-        row("other success", reply(item, "203 Non-Authoritative Information"));
-        row("redirected", redirection("/item"), true);
-        row("redirected to a file", redirection("file:///etc/passwd"));
-        row("redirected for ever", redirection("/loop"));
-        row("as large as can be", reply(mebibyte), true);
-        row("too large", reply(mebibyte + ' '));
-        row("without an end", unending, false, Then::Flood);
-        row("slow", unending, false, Then::Drip);
-        row("hangs up amid the body", reply(mebibyte).first(1000));
-    }
-    void judgesTheFeed()
-    {
-        QFETCH(const QByteArray, bytes);
-        QFETCH(const Then, then);
-        m_server.answers = {{"/feed", {bytes, then}},
-                            {"/item", {reply("<item>")}},
-                            {"/loop", {redirection("/loop")}}};
-        UpdaterController controller(m_framework, m_store, feed(), m_alert,
-                                     then == Then::Drip ? 200ms : UpdateFeedProbe::Timeout);
-        startCounting();
-        controller.checkForUpdates();
-        QVERIFY2(outcomes() == 0, "it has waited for the network");
-        QTRY_COMPARE_WITH_TIMEOUT(outcomes(), 1, 12'000);
-        QTEST(m_framework.calls == QStringList{u"check"_s}, "hasUpdates");
-        QTRY_VERIFY2(controller.children().isEmpty(), "the network is kept");
+        for (const auto &[name, bytes, hasUpdates, then] :
+             {std::tuple("item with attributes", reply("<rss><item id=\"1\"/></rss>"), true,
+                         Then::Close),
+              {"items", reply("<items></items><item/>"), false, Then::Close},
+              {"no UTF-8", reply(item + "\xFF"), false, Then::Close},
+              {"not found", reply(item, "404 Not Found"), false, Then::Close},
+              {"other success", reply(item, "203 Other"), false, Then::Close},
+              {"redirected", redirection("/item"), true, Then::Close},
+              {"redirected to a file", redirection("file:///etc/passwd"), false, Then::Close},
+              {"redirected for ever", redirection("/loop"), false, Then::Close},
+              {"as large as can be", reply(mebibyte), true, Then::Close},
+              {"too large", reply(mebibyte + ' '), false, Then::Close},
+              {"without an end", unending, false, Then::Flood},
+              {"slow", unending, false, Then::Drip},
+              {"hangs up amid the body", reply(mebibyte).first(1000), false, Then::Close}}) {
+            m_server.answers = {{"/feed", {bytes, then}},
+                                {"/item", {reply("<item>")}},
+                                {"/loop", {redirection("/loop")}}};
+            UpdaterController controller(m_framework, m_store, feed(), m_alert,
+                                         then == Then::Drip ? 200ms : UpdateFeedProbe::Timeout);
+            startCounting();
+            controller.checkForUpdates();
+            QVERIFY2(outcomes() == 0, "it has waited for the network");
+            QTRY_VERIFY2_WITH_TIMEOUT(outcomes() == 1, name, 12'000);
+            QVERIFY2((m_framework.calls == QStringList{u"check"_s}) == hasUpdates, name);
+            QTRY_VERIFY2(controller.children().isEmpty(), "the network is kept");
+        }
     }
 
     void needsAnAddress()

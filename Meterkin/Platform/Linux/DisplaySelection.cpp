@@ -1,6 +1,7 @@
 #include "Platform/Linux/DisplaySelection.h"
 
 #include "Platform/Linux/Storage/Descriptor.h"
+#include "Platform/Log.h"
 
 #include <QDir>
 #include <QFile>
@@ -65,6 +66,7 @@ bool isUsable(const char *variable, bool (*answers)())
     if (qEnvironmentVariableIsEmpty(variable))
         return false;
     const bool isUsable = isTrueInTime(answers);
+    qCDebug(logWindows, "%s=%s answers: %d", variable, qgetenv(variable).constData(), isUsable);
     if (!isUsable)
         qunsetenv(variable);
     return isUsable;

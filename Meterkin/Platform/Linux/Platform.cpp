@@ -6,6 +6,7 @@
 #include "Platform/Linux/Sensors/PageCounters.h"
 #include "Platform/Linux/Sensors/ProcessorTicks.h"
 #include "Platform/Linux/Tray/StatusItem.h"
+#include "Platform/Log.h"
 
 #include <QGuiApplication>
 
@@ -13,7 +14,7 @@
 
 namespace {
 
-// On X11 the size of texts is part of the screen's scale, which Qt follows by itself.
+// On X11 the text size is part of the screen's scale, which Qt follows.
 LinuxDesktopAppearance::TextScale textScaleSource()
 {
     return QGuiApplication::platformName() == QStringLiteral("xcb")
@@ -70,16 +71,17 @@ std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()
 
 std::shared_ptr<DiskImages> LinuxPlatform::diskImages()
 {
-    // What root could detach and move is everybody's.
+    // Root could detach and move the images of all users.
     return geteuid() == 0 ? nullptr : std::make_shared<LinuxDiskImages>();
 }
 
 HotkeyRegistrar &LinuxPlatform::hotkeyRegistrar()
 {
-    // Through Xwayland keys of other programs' windows never reach us: the session counts, not the
-    // window system of Qt.
+    // By the session, not by the window system of Qt: Xwayland gets no keys of Wayland windows.
     if (!m_hotkeyRegistrar) {
-        if (qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"))
+        const bool isX11 = qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+        qCDebug(logHotkey) << "hot key through" << (isX11 ? "X11" : "the portal");
+        if (isX11)
             m_hotkeyRegistrar = std::make_unique<X11Registrar>(m_x11, m_keyboard);
         else
             m_hotkeyRegistrar = std::make_unique<PortalRegistrar>(

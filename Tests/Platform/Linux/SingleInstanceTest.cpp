@@ -1,12 +1,10 @@
 #include "Platform/Linux/SingleInstance.h"
+#include "Support/TestFolder.h"
 #include "Support/TestMain.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <future>
-
-#include <sys/stat.h>
 
 using Claim = ProgramHost::Claim;
 
@@ -40,17 +38,15 @@ private slots:
 
     void leavesFoldersThatOthersWriteTo()
     {
-        const QString open = m_folder.filePath(QStringLiteral("open"));
-        const QString config = m_folder.filePath(QStringLiteral("config"));
-        QCOMPARE(mkdir(qPrintable(open), 0777) + chmod(qPrintable(open), 0777), 0);
-        qputenv("XDG_RUNTIME_DIR", open.toLocal8Bit());
-        qputenv("XDG_CONFIG_HOME", config.toLocal8Bit());
+        m_folder.shell("mkdir -m 777 open");
+        qputenv("XDG_RUNTIME_DIR", m_folder.at("open").toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", m_folder.at("config").toLocal8Bit());
         QCOMPARE(SingleInstance().claim(), Claim::First);
-        QVERIFY(QDir(open).isEmpty());
+        QCOMPARE(m_folder.shell("ls open"), QByteArray());
     }
 
 private:
-    QTemporaryDir m_folder;
+    TestFolder m_folder;
 };
 
 METERKIN_TEST(SingleInstanceTest);

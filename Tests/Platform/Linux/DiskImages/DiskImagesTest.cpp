@@ -1,16 +1,18 @@
 #include "Platform/Linux/DiskImages.h"
 #include "Support/Files.h"
 #include "Support/PrivateBus.h"
+#include "Support/TestFolder.h"
 #include "Support/TestMain.h"
 
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
-#include <QProcess>
-#include <QTemporaryDir>
 #include <QThread>
 #include <QtTest>
 
 #include <memory>
+#include <optional>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -25,10 +27,9 @@ public:
     {
         const QString device = message.path().section(u'/', -1);
         calls << message.member() + u' ' + device;
-        return connection.send(
-            device == refused ? message.createErrorReply(
-                QStringLiteral("org.freedesktop.UDisks2.Error.DeviceBusy"), QString())
-                              : message.createReply());
+        return connection.send(device == refused ? message.createErrorReply(
+                                   u"org.freedesktop.UDisks2.Error.DeviceBusy"_s, QString())
+                                                 : message.createReply());
     }
 };
 
@@ -40,21 +41,15 @@ class LinuxDiskImagesTest : public QObject {
 private slots:
     void initTestCase()
     {
-        m_bus = std::make_unique<PrivateBus>();
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus->address().toUtf8());
-        m_client = m_bus->connectClient();
-        m_client.registerVirtualObject(QStringLiteral("/org/freedesktop/UDisks2/block_devices"),
-                                       &m_storage, QDBusConnection::SubPath);
-        QVERIFY(m_client.registerService(QStringLiteral("org.freedesktop.UDisks2")));
+        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus.address().toUtf8());
+        m_client.registerVirtualObject(u"/org/freedesktop/UDisks2/block_devices"_s, &m_storage,
+                                       QDBusConnection::SubPath);
+        QVERIFY(m_client.registerService(u"org.freedesktop.UDisks2"_s));
     }
-    void cleanupTestCase()
-    {
-        qunsetenv("DBUS_SYSTEM_BUS_ADDRESS");
-        m_bus.reset();
-    }
+    void cleanupTestCase() { qunsetenv("DBUS_SYSTEM_BUS_ADDRESS"); }
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
+        m_folder.emplace();
         m_mounts.clear();
         m_storage.calls.clear();
         m_storage.refused.clear();
@@ -91,9 +86,8 @@ private slots:
         const auto images = devices().attachedImages();
         QVERIFY(images.has_value());
         const QList<DiskImage> expected{
-            {at("a b.img"),
-             {QStringLiteral("/media/with blank\tand\\tab"), QStringLiteral("/media/whole")}},
-            {at("a b.img (deleted)"), {QStringLiteral("/media/deleted")}},
+            {at("a b.img"), {u"/media/with blank\tand\\tab"_s, u"/media/whole"_s}},
+            {at("a b.img (deleted)"), {u"/media/deleted"_s}},
             {at("c.img"), {}}};
         QCOMPARE(*images, expected);
         QVERIFY(!LinuxDiskImages(at("block").toStdString(), "/nowhere").attachedImages());
@@ -115,7 +109,7 @@ private slots:
             QCOMPARE(m_storage.calls, QStringList());
             discard(at("a b.img"), "two");
             QCOMPARE(m_storage.calls.join(u','), QString::fromLatin1(expected));
-            QCOMPARE(trashed(), QStringList{QStringLiteral("a b.img")});
+            QCOMPARE(trashed(), QStringList{u"a b.img"_s});
         }
     }
 
@@ -132,7 +126,9 @@ private slots:
             QVERIFY(QFile::link(m_folder->path(), at("link")));
             QByteArray device("loop900");
             if (isReal)
-                device = shell("losetup --find --show \"$0\"", at(attached)).mid(5);
+                device = m_folder->shell("losetup --find --show \"$0\" 2>/dev/null", at(attached))
+                             .trimmed()
+                             .mid(5);
             if (device.isEmpty())
                 continue; // only root attaches images
             attachOurs(at(named), device);
@@ -156,24 +152,14 @@ private slots:
               {"rmdir Tools; ln -s ${0%/*} Tools", false}}) {
             init();
             QVERIFY(QDir().mkpath(at("Tools")));
-            shell(command, QCoreApplication::applicationFilePath());
-            const bool isHeld = devices().holdsBundle(m_folder->path(), QStringLiteral("Tools"));
+            m_folder->shell(command, QCoreApplication::applicationFilePath());
+            const bool isHeld = devices().holdsBundle(m_folder->path(), u"Tools"_s);
             QVERIFY2(isHeld == isOurs, command);
         }
     }
 
 private:
-    QString at(const char *path) const { return m_folder->filePath(QString::fromUtf8(path)); }
-    /// What the command prints, run in the test's folder with `argument` as $0.
-    QByteArray shell(const char *command, const QString &argument) const
-    {
-        QProcess process;
-        process.setWorkingDirectory(m_folder->path());
-        process.start(QStringLiteral("sh"),
-                      {QStringLiteral("-c"), QString::fromLatin1(command), argument});
-        process.waitForFinished();
-        return process.readAllStandardOutput().trimmed();
-    }
+    QString at(const char *path) const { return m_folder->at(path); }
 
     LinuxDiskImages devices(const QString &nodes = {})
     {
@@ -187,9 +173,9 @@ private:
     void attach(const QByteArray &name, const QByteArray &number, const QByteArray &file = {})
     {
         const QString folder = at("block/") + QString::fromUtf8(name);
-        QVERIFY(write(folder + QStringLiteral("/dev"), number + '\n'));
+        QVERIFY(write(folder + u"/dev"_s, number + '\n'));
         if (!file.isEmpty())
-            QVERIFY(write(folder + QStringLiteral("/loop/backing_file"), file + '\n'));
+            QVERIFY(write(folder + u"/loop/backing_file"_s, file + '\n'));
     }
     void mount(const char *device, const char *root, const QByteArray &point)
     {
@@ -218,10 +204,10 @@ private:
     }
     QStringList trashed() const { return QDir(at("data/Trash/files")).entryList(QDir::Files); }
 
-    std::unique_ptr<PrivateBus> m_bus;
-    QDBusConnection m_client{QString()};
+    PrivateBus m_bus;
+    QDBusConnection m_client = m_bus.connectClient();
     ScriptedStorage m_storage;
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::optional<TestFolder> m_folder;
     QByteArray m_mounts;
 };
 

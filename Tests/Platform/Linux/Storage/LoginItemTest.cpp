@@ -1,13 +1,16 @@
 #include "Platform/Linux/Storage/LoginItem.h"
 #include "Platform/Linux/Storage/AutostartEntry.h"
 #include "Sampling/Files.h"
+#include "Support/TestFolder.h"
 #include "Support/TestMain.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
 
+#include <optional>
+
 #include <sys/stat.h>
-#include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -19,7 +22,7 @@ constexpr std::nullopt_t Unregister = std::nullopt;
 QByteArray filledIn(QByteArray text, const QString &program)
 {
     return text.replace("@ours", AutostartEntry::textFor(program))
-        .replace("@moved", AutostartEntry::textFor(QStringLiteral("/nonexistent/meterkin")))
+        .replace("@moved", AutostartEntry::textFor(u"/nonexistent/meterkin"_s))
         .replace("@program", program.toUtf8());
 }
 
@@ -31,11 +34,16 @@ class LinuxLoginItemTest : public QObject {
 private slots:
     void init()
     {
-        m_folder = std::make_unique<QTemporaryDir>();
-        qputenv("XDG_CONFIG_HOME", config().toUtf8());
-        m_program = makeProgram(QStringLiteral("meterkin"));
+        m_folder.emplace();
+        qputenv("HOME", m_folder->path().toUtf8());
+        qputenv("XDG_CONFIG_HOME", "relative"); // which does not count
+        m_program = makeProgram("meterkin");
     }
-    void cleanup() { qunsetenv("XDG_CONFIG_HOME"); }
+    void cleanup()
+    {
+        qunsetenv("XDG_CONFIG_HOME");
+        qputenv("HOME", m_home);
+    }
 
     void keepsWhatTheUserDid()
     {
@@ -48,14 +56,8 @@ private slots:
         const QByteArray huge = "[Desktop Entry]\nExec=@program\n" + QByteArray(1 << 20, '#');
         const QByteArray none;
         const QByteArray hidden = edited("Hidden=true\n");
-        struct Case {
-            QByteArray before; // null: no file
-            std::optional<LoginItemWish> wish; // absent: unregister
-            bool succeeds;
-            QByteArray after;
-            bool enabled;
-        };
-        for (const Case &test : std::initializer_list<Case>{
+        using Case = std::tuple<QByteArray, std::optional<LoginItemWish>, bool, QByteArray, bool>;
+        for (const auto &[before, wish, succeeds, after, isEnabled] : std::initializer_list<Case>{
                  {none, Standing, true, "@ours", true},
                  {none, Unregister, true, none, false},
                  {"@ours", Unregister, true, none, false},
@@ -77,15 +79,15 @@ private slots:
                  {huge, Unregister, false, huge, false},
              }) {
             QFile::remove(path());
-            if (!test.before.isNull())
-                write(path(), filledIn(test.before, m_program));
+            if (!before.isNull())
+                write(path(), filledIn(before, m_program));
             LinuxLoginItem entry(m_program);
-            const QByteArray name = test.before.left(200);
-            const bool done = test.wish ? entry.registerItem(*test.wish) : entry.unregisterItem();
-            QVERIFY2(done == test.succeeds, name);
-            QVERIFY2(contents(path()) == filledIn(test.after, m_program), name);
-            QVERIFY2(QFile::exists(path()) != test.after.isNull(), name);
-            QVERIFY2(entry.isEnabled() == test.enabled, name);
+            const QByteArray name = before.left(200);
+            const bool done = wish ? entry.registerItem(*wish) : entry.unregisterItem();
+            QVERIFY2(done == succeeds, name);
+            QVERIFY2(contents(path()) == filledIn(after, m_program), name);
+            QVERIFY2(QFile::exists(path()) != after.isNull(), name);
+            QVERIFY2(entry.isEnabled() == isEnabled, name);
         }
     }
 
@@ -93,8 +95,7 @@ private slots:
     {
         for (const char *text : {"a b", "50% $HOME `x`", "\"q\" 'r' \\s\\n\\\\", "ü\n;#=", "%f",
                                  "a  ", "a \t", "a\r", "a \f"}) {
-            const QString name = QString::fromUtf8(text);
-            const QString program = makeProgram(name);
+            const QString program = makeProgram(text);
             LinuxLoginItem entry(program);
             QVERIFY2(entry.registerItem(Standing) && entry.isEnabled(), text);
             QVERIFY(AutostartEntry(contents(path())).isUnedited());
@@ -106,51 +107,39 @@ private slots:
 
     void doesNoHarmToOtherThings()
     {
-        QDir().mkpath(QFileInfo(path()).path());
-        const auto fails = [this] {
-            LinuxLoginItem entry(m_program);
-            return !entry.isEnabled() && !entry.registerItem(Standing)
-                && !entry.registerItem(Expressed) && !entry.unregisterItem();
-        };
-        mkfifo(path().toUtf8(), 0600);
-        QVERIFY(fails());
-        QFile::remove(path());
-        QCOMPARE(symlink("/nonexistent/entry", path().toUtf8()), 0);
-        QVERIFY(fails() && QFileInfo(path()).isSymLink());
+        const QByteArray entry = path().toUtf8();
+        QVERIFY(m_folder->shell("mkdir -p .config/autostart").isEmpty());
+        for (const QByteArray &made : {"mkfifo " + entry, "ln -s /nonexistent/entry " + entry}) {
+            QVERIFY(m_folder->shell("rm -f " + entry + "; " + made).isEmpty());
+            LinuxLoginItem item(m_program);
+            QVERIFY2(!item.isEnabled() && !item.registerItem(Standing)
+                         && !item.registerItem(Expressed) && !item.unregisterItem(),
+                     made);
+        }
+        QVERIFY(QFileInfo(path()).isSymLink());
     }
 
-    void goesWhereTheDesktopLooks()
+    void letsNobodyElseWrite()
     {
         const mode_t mask = umask(0);
         QVERIFY(LinuxLoginItem(m_program).registerItem(Standing));
         umask(mask);
-        QCOMPARE(QFileInfo(config()).permissions() & 0x77, QFile::Permissions());
-        QCOMPARE(QFileInfo(path()).permissions() & 0x777, QFile::Permissions(0x644));
-
-        const QByteArray home = qgetenv("HOME");
-        qputenv("HOME", m_folder->path().toUtf8());
-        qputenv("XDG_CONFIG_HOME", "relative");
-        const bool done = LinuxLoginItem(m_program).registerItem(Standing);
-        qputenv("HOME", home);
-        QVERIFY(done);
-        QVERIFY(QFile::exists(
-            m_folder->filePath(QStringLiteral(".config/autostart/org.meterkin.Meterkin.desktop"))));
+        QCOMPARE(m_folder->shell("stat -c %a .config " + path().toUtf8()),
+                 QByteArray("700\n644\n"));
     }
 
 private:
-    QString config() const { return m_folder->filePath(QStringLiteral("config")); }
-    QString path() const
+    QString path() const { return m_folder->at(".config/autostart/org.meterkin.Meterkin.desktop"); }
+    QString makeProgram(const char *name) const
     {
-        return config() + QStringLiteral("/autostart/org.meterkin.Meterkin.desktop");
-    }
-    QString makeProgram(const QString &name) const
-    {
-        QString program = m_folder->filePath(name);
+        const QString program = m_folder->at(name);
         write(program, "#!/bin/sh\n");
         QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return program;
     }
-    std::unique_ptr<QTemporaryDir> m_folder;
+
+    std::optional<TestFolder> m_folder;
+    QByteArray m_home = qgetenv("HOME");
     QString m_program;
 };
 
