@@ -7,7 +7,7 @@
 
 namespace {
 
-// As a session's own bus, but for the services that this machine has installed.
+// Like a session bus, without the services that this machine has installed.
 constexpr const char *Configuration = R"(<busconfig>
 <type>session</type>
 <listen>%1</listen>
@@ -34,7 +34,7 @@ PrivateBus::PrivateBus()
     qputenv("DBUS_SESSION_BUS_ADDRESS", address().toUtf8());
     QDir(m_folder.path()).mkdir(QStringLiteral("services"));
     m_daemon.setStandardErrorFile(QProcess::nullDevice());
-    // A test that crashes takes its bus along.
+    // It ends with the test, even when that crashes.
     m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
     start();
 }
@@ -49,9 +49,9 @@ PrivateBus::~PrivateBus()
 
 void PrivateBus::start()
 {
-    QFile::remove(m_folder.filePath(QStringLiteral("bus")));
-    const QString configuration = m_folder.filePath(QStringLiteral("bus.conf"));
-    write(configuration, QString::fromLatin1(Configuration).arg(address(), servicesFolder()));
+    QFile::remove(path("bus"));
+    const QString configuration = path("bus.conf");
+    write(configuration, QString::fromLatin1(Configuration).arg(address(), path("services")));
     m_daemon.start(QStringLiteral("dbus-daemon"),
                    {QStringLiteral("--config-file=") + configuration, QStringLiteral("--nofork"),
                     QStringLiteral("--nopidfile"), QStringLiteral("--print-address")});
@@ -65,20 +65,10 @@ void PrivateBus::stop()
     m_daemon.waitForFinished();
 }
 
-QString PrivateBus::address() const
-{
-    return QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("bus"));
-}
-
 void PrivateBus::addService(const QString &name, const QString &command)
 {
-    write(servicesFolder() + u'/' + name + QStringLiteral(".service"),
+    write(path("services") + u'/' + name + QStringLiteral(".service"),
           QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(name, command));
-}
-
-QString PrivateBus::servicesFolder() const
-{
-    return m_folder.filePath(QStringLiteral("services"));
 }
 
 QDBusConnection PrivateBus::connectClient()

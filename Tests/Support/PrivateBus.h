@@ -6,30 +6,30 @@
 
 #include <csignal>
 
-/// A session bus of the test's own. It always listens at the same address, which the environment
-/// names from the making of the object to its end.
+/// A session bus for one test. It always listens at the same address, to which the environment
+/// points for as long as this exists.
 class PrivateBus {
 public:
     /// Starts it.
     PrivateBus();
     ~PrivateBus();
 
-    /// Returns once the bus takes connections.
+    /// Returns once the bus accepts connections.
     void start();
     void stop();
-    /// Takes clients, and answers nobody until it goes on.
+    /// Accepts clients and answers nobody until resume().
     void suspend() { ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP); }
     void resume() { ::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT); }
 
-    QString address() const;
-    /// Lets the bus start a service by that command; the bus notices it by itself. No other service
-    /// can be started by it.
+    QString address() const { return QStringLiteral("unix:path=") + path("bus"); }
+    /// Lets the bus start a service by that command; the bus notices it by itself. It can start no
+    /// other.
     void addService(const QString &name, const QString &command);
-    /// Another client of this bus; closed with the bus object.
+    /// Another client, disconnected with this.
     QDBusConnection connectClient();
 
 private:
-    QString servicesFolder() const;
+    QString path(const char *name) const { return m_folder.filePath(QString::fromLatin1(name)); }
 
     QTemporaryDir m_folder;
     QProcess m_daemon;

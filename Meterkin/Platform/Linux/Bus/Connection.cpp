@@ -103,6 +103,8 @@ void BusConnection::sendCall(const QDBusMessage &call, QObject *receiver,
 
 void BusConnection::logError(const QDBusMessage &call, const QDBusError &error)
 {
+    if (error.name() == u"org.freedesktop.DBus.Error.NameHasNoOwner")
+        return; // no failure, but the answer to a query
     qCDebug(logBus, "%s of %s: %s: %s", qUtf8Printable(call.member()),
             qUtf8Printable(call.service()), qUtf8Printable(error.name()),
             qUtf8Printable(error.message()));

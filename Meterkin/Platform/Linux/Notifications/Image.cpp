@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr int Side = 64; // what servers show at most, give or take
+constexpr int Side = 64; // pixels: few servers show more
 
 } // namespace
 

@@ -4,7 +4,8 @@
 #include <QDBusArgument>
 #include <QVariant>
 
-/// A picture as notification servers take it, `(iiibiiay)`.
+/// A picture on the bus, `(iiibiiay)`: the hint "image-data" of the "Desktop Notifications
+/// Specification" of freedesktop.org.
 struct NotificationImage {
     int width = 0;
     int height = 0;
@@ -12,7 +13,7 @@ struct NotificationImage {
     bool hasAlpha = true;
     int bitsPerSample = 8;
     int channels = 4;
-    QByteArray pixels; ///< red, green, blue, alpha, from the upper left
+    QByteArray pixels; ///< red, green, blue and alpha each, from the upper left on
 };
 
 QDBusArgument &operator<<(QDBusArgument &argument, const NotificationImage &image);

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Notifications/NotificationCentre.h"
 
+#include "Platform/Log.h"
+
 #include <utility>
 
 LinuxNotificationCentre::LinuxNotificationCentre(BusConnection &bus, QObject *parent)
@@ -35,7 +37,10 @@ void LinuxNotificationCentre::post(const NotificationRecord &record)
     const QString owner = *m_service.owner();
     if (owner.isEmpty()) {
         if (m_waiting.empty())
-            m_service.start([this] { m_waiting.clear(); }); // later this would be old news
+            m_service.start([this] {
+                qCWarning(logBus, "No notification server can be started: the alert is dropped");
+                m_waiting.clear(); // later it would be old news
+            });
         m_waiting.insert_or_assign(record.identifier, record);
         return;
     }

@@ -8,8 +8,8 @@
 #include <memory>
 #include <vector>
 
-/// Notifications over org.freedesktop.Notifications. The desktop asks nobody for permission: we are
-/// authorised when there is a notification server, or the bus can start one.
+/// Notifications over org.freedesktop.Notifications. The desktop needs no permission: we are
+/// authorised when a notification server runs, or the bus can start one. Main thread only.
 class LinuxNotificationCentre : public NotificationCentre {
     Q_OBJECT
 
@@ -17,9 +17,9 @@ public:
     /// The bus outlives the centre.
     explicit LinuxNotificationCentre(BusConnection &bus, QObject *parent = nullptr);
 
-    /// Answered once there is a bus and it has told.
+    /// Calls `done` once there is a bus and the server's state is known.
     void queryAuthorization(std::function<void(NotificationAuthorization)> done) override;
-    /// Answered from what is known by now, without a call on the bus.
+    /// Calls `done` later with what is known by then, without a call on the bus.
     void requestAuthorization(std::function<void(AuthorizationAnswer)> done) override;
     void post(const NotificationRecord &record) override;
 

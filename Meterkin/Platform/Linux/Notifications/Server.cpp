@@ -1,6 +1,7 @@
 #include "Platform/Linux/Notifications/Server.h"
 
 #include "Platform/Linux/Notifications/Image.h"
+#include "Platform/Log.h"
 
 #include <utility>
 
@@ -16,10 +17,10 @@ QVariantMap hints()
 {
     constexpr uchar normalUrgency = 1;
     return {{QStringLiteral("desktop-entry"), application},
-            // Themes know the icon's name only where the program is installed.
+            // For programs that are not installed: themes do not know their icon's name.
             {QStringLiteral("image-data"), notificationIcon()},
             {QStringLiteral("urgency"), QVariant::fromValue(normalUrgency)},
-            // No name stands for a server's default; of the standard ones this says it best.
+            // There is no name for a server's default sound; of the standard ones this fits best.
             {QStringLiteral("sound-name"), QStringLiteral("dialog-warning")}};
 }
 
@@ -33,7 +34,7 @@ NotificationServer::NotificationServer(BusConnection &bus, const QString &owner,
     , m_owner(owner)
 {
     QDBusConnection connection = *bus.connection();
-    // From any sender: to name the sender here would mean to wait for the bus.
+    // From any sender: to name it here would mean to wait for the bus.
     connection.connect(QString(), path, Service, QStringLiteral("ActionInvoked"), this,
                        SLOT(handleAction(QDBusMessage)));
     connection.connect(QString(), path, Service, QStringLiteral("NotificationClosed"), this,
@@ -57,7 +58,7 @@ void NotificationServer::askForCapabilities()
         const QStringList names = reply.value();
         if (reply.isValid())
             m_capabilities = {names.contains(u"actions"), names.contains(u"body-markup")};
-        // A server that does not tell them gets the plainest form, and is asked again next time.
+        // A server that does not tell them gets the plainest form, and a retry at the next post.
         for (const auto &[identifier, listing] : m_listings)
             postNext(identifier, m_capabilities.value_or(Capabilities()));
     };
@@ -84,6 +85,10 @@ void NotificationServer::postNext(const QString &identifier, const Capabilities 
         answered.isPosting = false;
         if (reply.isValid())
             answered.number = reply.value();
+        else if (!std::exchange(m_hasWarned, true))
+            qCWarning(logBus,
+                      "The notification server has not taken an alert (%s): it may not be shown",
+                      qUtf8Printable(reply.error().name()));
         postNext(identifier, capabilities);
     });
 }

@@ -6,8 +6,9 @@
 #include <map>
 #include <optional>
 
-/// One running owner of org.freedesktop.Notifications and what it lists of ours. The numbers that
-/// it has given mean nothing to the next owner. Main thread only.
+/// One running owner of org.freedesktop.Notifications, and our notifications in its list, by
+/// numbers that mean nothing to the next owner: "Desktop Notifications Specification" of
+/// freedesktop.org. Main thread only.
 class NotificationServer : public QObject {
     Q_OBJECT
 
@@ -19,7 +20,7 @@ public:
 
     const QString &owner() const { return m_owner; }
 
-    /// Returns at once; a failure is silent. While an earlier post of the same identifier is
+    /// Returns at once; a failure is only logged. While an earlier post of the same identifier is
     /// unanswered, the newest one waits.
     void post(const NotificationRecord &record);
 
@@ -47,7 +48,8 @@ private:
 
     BusConnection &m_bus;
     QString m_owner;
-    std::optional<Capabilities> m_capabilities; ///< absent until they were told
+    std::optional<Capabilities> m_capabilities; ///< absent until the server has told them
     bool m_isAsking = false;
+    bool m_hasWarned = false;
     std::map<QString, Listing> m_listings; ///< by identifier
 };

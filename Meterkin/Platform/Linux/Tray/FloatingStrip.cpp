@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/FloatingStrip.h"
 
-#include "Platform/Linux/Tray/PanelStyle.h"
+#include "Platform/Linux/Tray/PanelWindow.h"
 
 #include <QGuiApplication>
 #include <QMouseEvent>
@@ -16,20 +16,20 @@ namespace {
 
 constexpr int Height = 24; // logical pixels, as a slim panel
 constexpr int EdgeMargin = 6; // logical pixels to the screen's edge
-constexpr QRect believable(-100'000, -100'000, 200'000, 200'000); // what arithmetic can bear
+constexpr QRect believable(-100'000, -100'000, 200'000, 200'000); // sums do not overflow
 
 const QString positionKey = QStringLiteral("stripPosition");
 
-/// "x,y" in logical coordinates; nothing when the text is not that.
+/// "x,y" in logical coordinates; absent when the text is anything else.
 std::optional<QPoint> parsePosition(const std::optional<QString> &text)
 {
     const QStringList parts = text.value_or(QString()).split(u',');
     if (parts.size() != 2)
         return std::nullopt;
-    bool xGood = false;
-    bool yGood = false;
-    const QPoint point(parts[0].trimmed().toInt(&xGood), parts[1].trimmed().toInt(&yGood));
-    return xGood && yGood && believable.contains(point) ? std::optional(point) : std::nullopt;
+    bool isXGood = false;
+    bool isYGood = false;
+    const QPoint point(parts[0].trimmed().toInt(&isXGood), parts[1].trimmed().toInt(&isYGood));
+    return isXGood && isYGood && believable.contains(point) ? std::optional(point) : std::nullopt;
 }
 
 const QScreen &screenNear(QPoint point)
@@ -61,8 +61,7 @@ protected:
     void paintEvent(QPaintEvent *) override
     {
         QPainter painter(this);
-        painter.fillRect(QRect(QPoint(), size()), PanelStyle::border);
-        painter.fillRect(QRect(QPoint(), size()).adjusted(1, 1, -1, -1), PanelStyle::background);
+        PanelWindow::paintBackground(painter, size());
         QImage image = m_strip.m_painter.wide(m_strip.m_content.title,
                                               static_cast<int>(height() * devicePixelRatio()),
                                               devicePixelRatio());
@@ -74,7 +73,7 @@ protected:
     {
         if (event->button() == Qt::LeftButton) {
             m_grip = event->position().toPoint();
-            m_dragged = false;
+            m_isDragged = false;
         } else if (event->button() == Qt::RightButton) {
             emit m_strip.menuRequested(geometry().center());
         }
@@ -85,11 +84,11 @@ protected:
         if (!(event->buttons() & Qt::LeftButton))
             return;
         const QPoint distance = event->position().toPoint() - m_grip;
-        if (!m_dragged
+        if (!m_isDragged
             && distance.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
             return;
-        if (!std::exchange(m_dragged, true) && QGuiApplication::platformName() == u"wayland")
-            startSystemMove(); // windows do not know their place there
+        if (!std::exchange(m_isDragged, true) && QGuiApplication::platformName() == u"wayland")
+            startSystemMove(); // Wayland does not tell windows where they are
         else
             setPosition(event->globalPosition().toPoint() - m_grip);
     }
@@ -98,7 +97,7 @@ protected:
     {
         if (event->button() != Qt::LeftButton)
             return;
-        if (m_dragged)
+        if (m_isDragged)
             m_strip.remember();
         else
             emit m_strip.clicked();
@@ -114,7 +113,7 @@ protected:
 private:
     FloatingStrip &m_strip;
     QPoint m_grip;
-    bool m_dragged = false;
+    bool m_isDragged = false;
 };
 
 FloatingStrip::FloatingStrip(TitlePainter &painter, DefaultsStore &store, QObject *parent)
@@ -134,7 +133,7 @@ void FloatingStrip::attach()
     m_window->setTitle(m_content.accessibilityLabel);
     place();
     m_window->show();
-    // Screens that come, go or change must not take the strip out of sight.
+    // The strip stays in sight when screens are added, removed or changed.
     const auto follow = [this](QScreen *screen) {
         connect(screen, &QScreen::availableGeometryChanged, m_window.get(), [this] { place(); });
     };
@@ -159,7 +158,7 @@ void FloatingStrip::setContent(const TrayContent &content)
     if (previous.title == content.title)
         return;
     if (m_window->size() != wantedSize()) {
-        if (m_window->position() != m_placedAt) // by the window manager, for the user
+        if (m_window->position() != m_placedAt) // moved by the user through the window manager
             m_anchor = anchorOf(m_window->geometry());
         place();
     }

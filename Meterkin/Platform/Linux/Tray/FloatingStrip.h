@@ -1,17 +1,17 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
-#include "Platform/Linux/Tray/TitlePainter.h"
 #include "Platform/Linux/Tray/Host.h"
+#include "Platform/Linux/Tray/TitlePainter.h"
 
 #include <memory>
 #include <optional>
 
 class QWindow;
 
-/// The last resort of a session without any tray: a small strip of our own at the screen's edge.
-/// It never takes the keyboard, stays below full-screen windows, and can be dragged out of the way;
-/// its position is remembered.
+/// The host of last resort, in a session without any tray: a small strip at the screen's edge. It
+/// never takes the keyboard focus, stays below full-screen windows, and can be dragged out of the
+/// way; its position is remembered. Main thread only.
 class FloatingStrip : public TrayHost {
     Q_OBJECT
 
@@ -26,15 +26,15 @@ public:
     QRect geometry() const override;
 
 signals:
-    /// The pointer has come over the strip or left it.
-    void hoverChanged(bool inside);
+    /// The pointer has entered the strip or left it.
+    void hoverChanged(bool isInside);
 
 private:
     class Window;
 
-    /// What stays in place when the width changes.
+    /// The corner that stays in place when the width changes.
     struct Anchor {
-        QPoint corner; ///< the upper left one of the strip, or the point right of its upper right
+        QPoint corner; ///< the upper left one, or the point to the right of the upper right one
         bool isRight;
     };
 
@@ -47,6 +47,6 @@ private:
     DefaultsStore &m_store;
     TrayContent m_content;
     std::unique_ptr<Window> m_window; ///< only while attached: it costs memory
-    std::optional<Anchor> m_anchor; ///< absent while the strip stands where it does by default
-    QPoint m_placedAt; ///< where the window was last put; elsewhere it has been moved from outside
+    std::optional<Anchor> m_anchor; ///< absent while the strip is in its default corner
+    QPoint m_placedAt; ///< where place() put it; anywhere else the window manager has moved it
 };

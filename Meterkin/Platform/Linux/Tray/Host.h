@@ -7,7 +7,7 @@
 #include <QPoint>
 #include <QRect>
 
-/// What every kind of tray shows of the program.
+/// What every host shows.
 struct TrayContent {
     AttributedTitle title;
     QString accessibilityLabel;
@@ -16,28 +16,29 @@ struct TrayContent {
     bool operator==(const TrayContent &) const = default;
 };
 
-/// One way to stand in a panel. At most one of them is attached at any time. Main thread only.
+/// A place for the item: a kind of tray, or the strip. At most one is attached at any time. Main
+/// thread only.
 class TrayHost : public QObject {
     Q_OBJECT
 
 public:
     using QObject::QObject;
 
-    /// Whether a panel of this kind is there to take the item.
+    /// Whether there is a panel of this kind that takes the item.
     virtual bool isAvailable() const = 0;
-    /// Puts the item into the panel; nothing happens while none is available.
+    /// Puts the item into the panel; does nothing while none is available.
     virtual void attach() = 0;
     /// Takes the item out of the panel.
     virtual void detach() = 0;
     /// Kept while detached; only a real difference reaches the panel.
     virtual void setContent(const TrayContent &content) = 0;
-    /// Where the item is on the screens, logical coordinates; empty when that is not known.
+    /// Where the item is on the screens, in logical coordinates; empty when that is unknown.
     virtual QRect geometry() const = 0;
 
 signals:
     void availabilityChanged();
     void clicked();
-    /// The user asked for the menu and the panel leaves it to us to show it.
+    /// The user wants the menu, in a panel that does not show it by itself.
     void menuRequested(QPoint globalPosition);
     /// The user chose from the menu that the panel showed.
     void menuChosen(MenuAction action);

@@ -1,7 +1,6 @@
 #include "Platform/Linux/Tray/ItemMenu.h"
 
-#include "Platform/Linux/Tray/PanelPopup.h"
-#include "Platform/Linux/Tray/PanelStyle.h"
+#include "Platform/Linux/Tray/PanelWindow.h"
 
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -40,29 +39,29 @@ ItemMenu::ItemMenu(QPoint anchor)
 {
     setFlags(Qt::Popup | Qt::FramelessWindowHint);
     setTitle(QStringLiteral("meterkin"));
-    const QFontMetrics metrics(PanelPopup::font());
+    const QFontMetrics metrics(PanelWindow::font());
     int widest = 0;
     for (const MenuEntry &item : menuEntries)
         widest = std::max(widest, metrics.horizontalAdvance(item.text));
     const QSize size(widest + 2 * EntryPadding,
                      rows * RowHeight + gapsBefore(rows - 1) * GroupGap + 2 * EdgePadding);
-    setGeometry(PanelPopup::beside(anchor, size));
+    setGeometry(PanelWindow::beside(anchor, size));
     show();
 }
 
 void ItemMenu::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    PanelPopup::paintBackground(painter, size());
-    painter.setFont(PanelPopup::font());
+    PanelWindow::paintBackground(painter, size());
+    painter.setFont(PanelWindow::font());
     for (int row = 0; row < rows; ++row) {
         const QRect rect = rowRect(row);
         if (entry(row).startsGroup)
             painter.fillRect(rect.left() + EntryPadding / 2, rect.top() - GroupGap / 2 - 1,
-                             rect.width() - EntryPadding, 1, PanelStyle::border);
+                             rect.width() - EntryPadding, 1, PanelWindow::border);
         if (row == m_selected)
-            painter.fillRect(rect, PanelStyle::selection);
-        painter.setPen(PanelStyle::text);
+            painter.fillRect(rect, PanelWindow::selection);
+        painter.setPen(PanelWindow::text);
         painter.drawText(rect.adjusted(EntryPadding - 1, 0, 0, 0), Qt::AlignVCenter,
                          entry(row).text);
     }
@@ -71,7 +70,7 @@ void ItemMenu::paintEvent(QPaintEvent *)
 void ItemMenu::exposeEvent(QExposeEvent *event)
 {
     QRasterWindow::exposeEvent(event);
-    // With the grabs a click elsewhere and the keyboard reach us whatever window is active.
+    // So that keys and clicks elsewhere reach the menu, whatever window is active.
     if (isExposed()) {
         setMouseGrabEnabled(true);
         setKeyboardGrabEnabled(true);
@@ -85,16 +84,17 @@ void ItemMenu::mouseMoveEvent(QMouseEvent *event)
 
 void ItemMenu::mousePressEvent(QMouseEvent *event)
 {
-    m_pressed = true;
+    m_isPressed = true;
     if (!QRect(QPoint(), size()).contains(event->position().toPoint()))
         dismiss();
 }
 
 void ItemMenu::mouseReleaseEvent(QMouseEvent *event)
 {
-    // The release of the press that opened the menu is no choice, unless it was dragged to a row.
+    // The release of the press that opened the menu chooses nothing, unless the pointer was dragged
+    // to a row.
     const int row = rowAt(event->position().toPoint());
-    if (row != NoRow && (m_pressed || event->button() == Qt::RightButton))
+    if (row != NoRow && (m_isPressed || event->button() == Qt::RightButton))
         choose(row);
 }
 

@@ -4,13 +4,13 @@
 
 #include <QRasterWindow>
 
-/// The item's menu where the panel does not show one by itself. Closes on a choice, on Escape and
-/// on a click elsewhere. Deletes itself when closed.
+/// The item's menu where the panel shows none. Closes on a choice, on Escape and on a click
+/// elsewhere, and then deletes itself. Main thread only.
 class ItemMenu : public QRasterWindow {
     Q_OBJECT
 
 public:
-    /// Opens next to `anchor`, a place in the panel, fully on that screen.
+    /// Opens next to `anchor`, a point in the panel, and entirely on that screen.
     explicit ItemMenu(QPoint anchor);
 
 signals:
@@ -34,5 +34,5 @@ private:
     void dismiss();
 
     int m_selected = NoRow;
-    bool m_pressed = false;
+    bool m_isPressed = false;
 };

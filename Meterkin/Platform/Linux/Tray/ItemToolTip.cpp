@@ -1,14 +1,13 @@
 #include "Platform/Linux/Tray/ItemToolTip.h"
 
-#include "Platform/Linux/Tray/PanelPopup.h"
-#include "Platform/Linux/Tray/PanelStyle.h"
+#include "Platform/Linux/Tray/PanelWindow.h"
 
 #include <QFontMetrics>
 #include <QPainter>
 
 namespace {
 
-constexpr int DelayMilliseconds = 500;
+constexpr std::chrono::milliseconds Delay{500};
 constexpr int Padding = 9; // logical pixels
 
 } // namespace
@@ -18,7 +17,7 @@ ItemToolTip::ItemToolTip()
     setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus
              | Qt::WindowTransparentForInput);
     m_delay.setSingleShot(true);
-    m_delay.setInterval(DelayMilliseconds);
+    m_delay.setInterval(Delay);
     connect(&m_delay, &QTimer::timeout, this, [this] {
         fit();
         show();
@@ -49,16 +48,16 @@ void ItemToolTip::dismiss()
 void ItemToolTip::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    PanelPopup::paintBackground(painter, size());
-    painter.setFont(PanelPopup::font());
-    painter.setPen(PanelStyle::text);
+    PanelWindow::paintBackground(painter, size());
+    painter.setFont(PanelWindow::font());
+    painter.setPen(PanelWindow::text);
     painter.drawText(QRect(QPoint(), size()).marginsRemoved({Padding, Padding, Padding, Padding}),
                      Qt::AlignLeft, m_text);
 }
 
 void ItemToolTip::fit()
 {
-    const QFontMetrics metrics(PanelPopup::font());
+    const QFontMetrics metrics(PanelWindow::font());
     const QSize size = metrics.size(0, m_text) + QSize(2 * Padding, 2 * Padding);
-    setGeometry(PanelPopup::beside(m_anchor, size));
+    setGeometry(PanelWindow::beside(m_anchor, size));
 }

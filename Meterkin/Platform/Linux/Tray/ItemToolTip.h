@@ -3,14 +3,14 @@
 #include <QRasterWindow>
 #include <QTimer>
 
-/// The item's tool tip where the panel does not show one by itself.
+/// The item's tool tip where the panel shows none. Main thread only.
 class ItemToolTip : public QRasterWindow {
     Q_OBJECT
 
 public:
     ItemToolTip();
 
-    /// Plain text, lines separated by line feeds; a visible tip follows at once.
+    /// Plain text, lines separated by line feeds. A visible tip changes at once.
     void setText(const QString &text);
     /// Appears next to `anchor` after the pointer has rested a moment.
     void schedule(QPoint anchor);

@@ -4,7 +4,7 @@
 
 #include <array>
 
-/// What the item's menu offers, in every kind of panel.
+/// The item's menu, the same in every kind of panel.
 enum class MenuAction { OpenDashboard, OpenSettings, Quit };
 
 struct MenuEntry {

@@ -1,13 +1,14 @@
 #include "Platform/Linux/Tray/StatusItem.h"
 
 #include "Platform/Linux/Tray/ItemMenu.h"
+#include "Platform/Log.h"
 
 #include <utility>
 
 namespace {
 
 // A panel that restarts, or starts together with us, should not make the strip flash up.
-constexpr int StripDelayMilliseconds = 1500;
+constexpr std::chrono::milliseconds StripDelay{1500};
 
 } // namespace
 
@@ -25,8 +26,10 @@ LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, Default
     connect(&m_xembed, &XembedIcon::hoverChanged, this, &LinuxStatusItem::showToolTip);
     connect(&m_strip, &FloatingStrip::hoverChanged, this, &LinuxStatusItem::showToolTip);
     m_stripDelay.setSingleShot(true);
-    m_stripDelay.setInterval(StripDelayMilliseconds);
-    connect(&m_stripDelay, &QTimer::timeout, this, [this] { moveTo(&m_strip); });
+    m_stripDelay.setInterval(StripDelay);
+    connect(&m_stripDelay, &QTimer::timeout, this, [this] {
+        moveTo({&m_strip, "into a strip of its own: no panel takes it"});
+    });
     m_publish.setSingleShot(true);
     connect(&m_publish, &QTimer::timeout, this, &LinuxStatusItem::publish);
     choose();
@@ -36,6 +39,19 @@ LinuxStatusItem::~LinuxStatusItem()
 {
     if (m_current != nullptr)
         m_current->detach();
+}
+
+QColor LinuxStatusItem::systemColor(SystemColor color) const
+{
+    switch (color) {
+    case SystemColor::Green:
+        return QColor(0x1f, 0x99, 0x3d);
+    case SystemColor::Yellow:
+        return QColor(0xb0, 0x80, 0x00);
+    case SystemColor::Red:
+        return QColor(0xe5, 0x48, 0x4d);
+    }
+    Q_UNREACHABLE();
 }
 
 void LinuxStatusItem::setTitle(const AttributedTitle &title)
@@ -67,50 +83,54 @@ void LinuxStatusItem::follow(TrayHost &host)
 {
     connect(&host, &TrayHost::availabilityChanged, this, &LinuxStatusItem::choose);
     connect(&host, &TrayHost::clicked, this, [this] {
-        showToolTip(false); // nor over what the click opens
+        showToolTip(false); // it would cover what the click opens
         emit clicked();
     });
     connect(&host, &TrayHost::menuChosen, this, &LinuxStatusItem::perform);
     connect(&host, &TrayHost::menuRequested, this, &LinuxStatusItem::showMenu);
 }
 
-TrayHost *LinuxStatusItem::best()
+LinuxStatusItem::Choice LinuxStatusItem::best()
 {
     // Only the X11 tray can show wide coloured text on most panels; where it gives a mere square,
     // the bus protocol does the same and adds tool tip, menu and accessible text.
     if (m_xembed.isAvailable() && !m_xembed.isSqueezed())
-        return &m_xembed;
+        return {&m_xembed, "into the X11 tray, which may have room for wide text"};
     if (m_notifier.isAvailable())
-        return &m_notifier;
+        return {&m_notifier,
+                m_xembed.isAvailable()
+                    ? "to the StatusNotifierWatcher: the X11 tray squeezes it into a square"
+                    : "to the StatusNotifierWatcher: no X11 tray takes it"};
     if (m_xembed.isAvailable())
-        return &m_xembed;
-    return nullptr;
+        return {&m_xembed, "into the X11 tray, as a square: no StatusNotifierWatcher takes it"};
+    return {nullptr, "nowhere: no panel takes it"};
 }
 
 void LinuxStatusItem::choose()
 {
-    TrayHost *host = best();
-    if (host != nullptr) {
-        moveTo(host);
+    const Choice choice = best();
+    if (choice.host != nullptr) {
+        moveTo(choice);
     } else if (m_current != &m_strip) {
-        moveTo(nullptr);
+        moveTo(choice);
         m_stripDelay.start();
     }
 }
 
-void LinuxStatusItem::moveTo(TrayHost *host)
+void LinuxStatusItem::moveTo(const Choice &choice)
 {
     m_stripDelay.stop();
-    if (host != m_current) {
+    if (choice.host != m_current) {
+        qCDebug(logTray, "The item goes %s", choice.reason);
         if (m_toolTip)
             m_toolTip->dismiss();
         if (m_current != nullptr)
             m_current->detach();
-        m_current = host;
+        m_current = choice.host;
         if (m_current != nullptr)
             m_current->setContent(m_content);
     }
-    // Also for the same host: the panel behind it may be another one now.
+    // Also in the same host: its panel may have been replaced.
     if (m_current != nullptr)
         m_current->attach();
 }
@@ -143,9 +163,9 @@ void LinuxStatusItem::perform(MenuAction action)
     }
 }
 
-void LinuxStatusItem::showToolTip(bool inside)
+void LinuxStatusItem::showToolTip(bool isInside)
 {
-    if (!inside) {
+    if (!isInside) {
         if (m_toolTip)
             m_toolTip->dismiss();
         return;

@@ -3,7 +3,6 @@
 #include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemToolTip.h"
 #include "Platform/Linux/Tray/Notifier/Item.h"
-#include "Platform/Linux/Tray/PanelColors.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
 #include "Platform/Linux/Tray/XembedIcon.h"
 #include "Platform/StatusItem.h"
@@ -12,8 +11,8 @@
 
 #include <memory>
 
-/// The status item of a Linux desktop: picks the best panel there is and moves when panels come,
-/// go or are swapped for another kind.
+/// The status item of a Linux desktop: sits in the best host there is, and moves when panels start,
+/// end or are replaced by another kind.
 class LinuxStatusItem : public StatusItem {
     Q_OBJECT
 
@@ -24,21 +23,29 @@ public:
     ~LinuxStatusItem() override;
 
     bool hasButton() const override { return true; }
-    QColor systemColor(SystemColor color) const override { return panelColor(color); }
+    /// The same on every panel, since a panel does not tell its background. Each keeps a contrast
+    /// of 3:1 on the light and on the dark panels of the common desktops.
+    QColor systemColor(SystemColor color) const override;
     void setTitle(const AttributedTitle &title) override;
     void setAccessibilityLabel(const QString &label) override;
     void setToolTip(const QString &text) override;
     QRect geometry() const override;
 
 private:
+    /// A host, or none, and why, for the log.
+    struct Choice {
+        TrayHost *host;
+        const char *reason;
+    };
+
     void follow(TrayHost &host);
-    TrayHost *best();
+    Choice best();
     void choose();
-    void moveTo(TrayHost *host);
+    void moveTo(const Choice &choice);
     void publish();
     void showMenu(QPoint anchor);
     void perform(MenuAction action);
-    void showToolTip(bool inside);
+    void showToolTip(bool isInside);
 
     TitlePainter m_painter;
     XembedIcon m_xembed;
@@ -48,5 +55,5 @@ private:
     TrayContent m_content;
     QTimer m_stripDelay;
     QTimer m_publish;
-    std::unique_ptr<ItemToolTip> m_toolTip; ///< from the first time the pointer rests on us
+    std::unique_ptr<ItemToolTip> m_toolTip; ///< from the first time that the pointer rests on it
 };

@@ -100,7 +100,7 @@ GlyphSet &TitlePainter::glyphs(Face face, int pixelSize)
 
 GlyphSet &TitlePainter::lineGlyphs(int height, double scale)
 {
-    // A low panel takes a smaller text rather than a cut one.
+    // In a low panel the text gets smaller rather than cut.
     return glyphs(Face::Line,
                   std::min(static_cast<int>(std::lround(AttributedTitle::FontSize * scale)),
                            static_cast<int>(height * 0.8)));
@@ -108,7 +108,7 @@ GlyphSet &TitlePainter::lineGlyphs(int height, double scale)
 
 int TitlePainter::squareSize(const QList<QStringView> &lines, int side)
 {
-    // Two digits and a sign set the size, so that it stays the same from 0% to 99%.
+    // Measured with two digits, so that the size stays the same from 0% to 99%.
     GlyphSet &reference = glyphs(Face::Square, ReferenceSize);
     int widest = reference.width(u"00%");
     for (const QStringView line : lines)

@@ -1,32 +1,43 @@
 #include "Platform/Linux/Tray/XembedIcon.h"
 
+#include "Platform/Linux/Tray/ProcessName.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
+#include "Platform/Log.h"
 
 #include <QGuiApplication>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr int DefaultHeight = 24; // logical pixels, until the panel says otherwise
-constexpr int SettleMilliseconds = 250; // panels resize an item in two or three steps
-constexpr int DockMilliseconds = 3000; // a panel that is just starting may be slow to answer
-constexpr int RetryMilliseconds = 30000; // until a panel that did not answer is asked again
-constexpr int LossMilliseconds = 1000; // until a panel that dropped the item is asked again
+constexpr auto SettleTime = 250ms; // panels resize an item in two or three steps
+constexpr auto DockTimeout = 3s; // a panel that is just starting may be slow to answer
+constexpr auto RefusalRetry = 30s; // after a panel did not take the item
+constexpr auto LossRetry = 1s; // after a panel dropped the item
 constexpr double LeastGrant = 0.85; // of the wanted width: the padding can be spared, digits cannot
-constexpr quint32 XembedMapped = 1;
-constexpr quint32 XembedVersion = 0;
-constexpr quint32 SystemTrayRequestDock = 0;
 constexpr quint8 LeftButton = 1;
 constexpr quint8 RightButton = 3;
-constexpr quint8 AlphaDepth = 32;
 
-/// The fields of WM_SIZE_HINTS up to the base size; all else is zero.
-using SizeHints = std::array<quint32, 18>;
-constexpr quint32 SizeHintMinimum = 1U << 4;
+void logManager(X11Connection &connection, const XembedManager &manager)
+{
+    if (!logTray().isDebugEnabled())
+        return;
+    if (manager.window() == XCB_WINDOW_NONE) {
+        qCDebug(logTray, "There is no X11 tray: no panel offers one");
+        return;
+    }
+    const QList<quint32> process =
+        connection.words(manager.window(), connection.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL);
+    const QString name = process.isEmpty() ? QString() : processName(process.first());
+    qCDebug(logTray, "The X11 tray is window 0x%x of %s, %d bits deep", manager.window(),
+            name.isEmpty() ? "a panel that does not tell its name" : qUtf8Printable(name),
+            manager.depth());
+}
 
 } // namespace
 
@@ -35,54 +46,58 @@ XembedIcon::XembedIcon(X11Connection &connection, TitlePainter &painter, QObject
     , m_connection(connection)
     , m_painter(painter)
     , m_manager(connection)
-    , m_picture(connection)
+    , m_window(connection)
 {
     m_settleTimer.setSingleShot(true);
     connect(&m_settleTimer, &QTimer::timeout, this, &XembedIcon::settle);
     m_retryTimer.setSingleShot(true);
     connect(&m_retryTimer, &QTimer::timeout, this, [this] { setRefused(false); });
-    if (!m_connection.isOpen())
+    if (!m_connection.isOpen()) {
+        qCDebug(logTray, "There is no X11 tray: there is no X server");
         return;
+    }
     connect(&m_connection, &X11Connection::eventReceived, this, &XembedIcon::handleEvent);
     connect(&m_manager, &XembedManager::windowChanged, this, &XembedIcon::handleManager);
+    logManager(m_connection, m_manager);
 }
 
 XembedIcon::~XembedIcon()
 {
-    if (m_connection.isOpen())
-        detach();
+    m_window.close();
 }
 
 bool XembedIcon::isAvailable() const
 {
-    return m_manager.window() != XCB_WINDOW_NONE && !m_refused;
+    return m_manager.window() != XCB_WINDOW_NONE && !m_isRefused;
 }
 
 void XembedIcon::attach()
 {
-    if (!isAvailable() || m_window != XCB_WINDOW_NONE)
+    if (!isAvailable() || m_window.isOpen())
         return;
-    createWindow();
-    requestDock();
-    m_settleTimer.start(DockMilliseconds);
+    m_size = QSize(wantedWidth(), static_cast<int>(std::lround(DefaultHeight * scale())));
+    m_window.open(m_manager, m_size);
+    m_window.setName(m_content.accessibilityLabel);
+    requestSize();
+    m_window.requestDock(m_manager);
+    m_settleTimer.start(DockTimeout);
 }
 
 void XembedIcon::detach()
 {
-    if (m_window == XCB_WINDOW_NONE)
-        return;
-    xcb_destroy_window(m_connection.xcb(), m_window);
-    forgetWindow();
-    xcb_flush(m_connection.xcb());
+    m_settleTimer.stop();
+    m_window.close();
+    m_isEmbedded = false;
+    m_isPressed = false;
 }
 
 void XembedIcon::setContent(const TrayContent &content)
 {
     const TrayContent previous = std::exchange(m_content, content);
-    if (m_window == XCB_WINDOW_NONE)
+    if (!m_window.isOpen())
         return;
     if (previous.accessibilityLabel != content.accessibilityLabel)
-        writeNames();
+        m_window.setName(content.accessibilityLabel);
     if (previous.title != content.title) {
         requestSize();
         paint();
@@ -92,16 +107,8 @@ void XembedIcon::setContent(const TrayContent &content)
 
 QRect XembedIcon::geometry() const
 {
-    if (m_window == XCB_WINDOW_NONE || !m_embedded)
-        return {};
-    const auto cookie =
-        xcb_translate_coordinates(m_connection.xcb(), m_window, m_connection.screen().root, 0, 0);
-    const XcbReply<xcb_translate_coordinates_reply_t> reply(
-        xcb_translate_coordinates_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.dispatchSoon();
-    if (!reply)
-        return {};
-    return logicalRect(QRect(QPoint(reply->dst_x, reply->dst_y), m_size));
+    const QRect place = m_isEmbedded ? m_window.place(m_size) : QRect();
+    return place.isEmpty() ? QRect() : logicalRect(place);
 }
 
 void XembedIcon::handleEvent(const xcb_generic_event_t *event)
@@ -109,7 +116,7 @@ void XembedIcon::handleEvent(const xcb_generic_event_t *event)
     const int type = event->response_type & 0x7f;
     switch (type) {
     case XCB_DESTROY_NOTIFY:
-        if (xcbEvent<xcb_destroy_notify_event_t>(event).window == m_window)
+        if (xcbEvent<xcb_destroy_notify_event_t>(event).window == m_window.window())
             handleLoss();
         break;
     case XCB_REPARENT_NOTIFY:
@@ -120,7 +127,7 @@ void XembedIcon::handleEvent(const xcb_generic_event_t *event)
         break;
     case XCB_EXPOSE:
         if (const auto &expose = xcbEvent<xcb_expose_event_t>(event);
-            expose.window == m_window && expose.count == 0)
+            expose.window == m_window.window() && expose.count == 0)
             paint();
         break;
     case XCB_BUTTON_PRESS:
@@ -129,9 +136,9 @@ void XembedIcon::handleEvent(const xcb_generic_event_t *event)
         break;
     case XCB_ENTER_NOTIFY:
     case XCB_LEAVE_NOTIFY:
-        // The end of a grab, as after a click, is no coming of the pointer.
+        // The end of a grab, as after a click, is reported too: there the pointer has not moved.
         if (const auto &crossing = xcbEvent<xcb_enter_notify_event_t>(event);
-            crossing.event == m_window
+            crossing.event == m_window.window()
             && (type == XCB_LEAVE_NOTIFY || crossing.mode == XCB_NOTIFY_MODE_NORMAL))
             emit hoverChanged(type == XCB_ENTER_NOTIFY);
         break;
@@ -140,47 +147,42 @@ void XembedIcon::handleEvent(const xcb_generic_event_t *event)
     }
 }
 
-void XembedIcon::handleButton(const xcb_button_press_event_t &event, bool released)
+void XembedIcon::handleButton(const xcb_button_press_event_t &event, bool isRelease)
 {
-    if (event.event != m_window || m_window == XCB_WINDOW_NONE)
+    if (!m_window.isOpen() || event.event != m_window.window())
         return;
-    if (event.detail == RightButton && !released) {
+    if (event.detail == RightButton && !isRelease) {
         const QRect place = geometry();
         emit menuRequested(place.isEmpty() ? QPoint(event.root_x, event.root_y) : place.center());
     }
     if (event.detail != LeftButton)
         return;
-    const bool inside = QRect(QPoint(), m_size).contains(event.event_x, event.event_y);
-    if (std::exchange(m_pressed, !released) && released && inside)
+    const bool isInside = QRect(QPoint(), m_size).contains(event.event_x, event.event_y);
+    if (std::exchange(m_isPressed, !isRelease) && isRelease && isInside)
         emit clicked();
 }
 
 void XembedIcon::handleReparent(const xcb_reparent_notify_event_t &event)
 {
-    if (event.window != m_window || m_window == XCB_WINDOW_NONE)
+    if (!m_window.isOpen() || event.window != m_window.window())
         return;
-    m_embedded = event.parent != m_connection.screen().root;
+    m_isEmbedded = event.parent != m_connection.screen().root;
     // A panel that dies may leave us behind as a stray window of the desktop.
-    if (!m_embedded) {
+    if (!m_isEmbedded) {
         handleLoss();
         return;
     }
-    if (m_manager.depth() != AlphaDepth) {
-        // Without an alpha channel the panel's own background has to show through.
-        constexpr quint32 parentRelative = XCB_BACK_PIXMAP_PARENT_RELATIVE;
-        xcb_change_window_attributes(m_connection.xcb(), m_window, XCB_CW_BACK_PIXMAP,
-                                     &parentRelative);
-    }
-    m_settleTimer.start(SettleMilliseconds);
+    m_window.takeParentBackground();
+    m_settleTimer.start(SettleTime);
 }
 
 void XembedIcon::handleConfigure(const xcb_configure_notify_event_t &event)
 {
-    if (event.window != m_window || QSize(event.width, event.height) == m_size)
+    if (event.window != m_window.window() || QSize(event.width, event.height) == m_size)
         return;
     m_size = QSize(event.width, event.height);
-    if (m_embedded) {
-        m_settleTimer.start(SettleMilliseconds);
+    if (m_isEmbedded) {
+        m_settleTimer.start(SettleTime);
         requestSize();
     }
     paint();
@@ -189,131 +191,58 @@ void XembedIcon::handleConfigure(const xcb_configure_notify_event_t &event)
 
 void XembedIcon::handleLoss()
 {
-    // Most often the panel itself is about to go; if it is not, it gets another try.
+    qCDebug(logTray, "The X11 tray has dropped the item");
+    // Most often the panel itself is about to go; if it is not, the item docks again.
     setRefused(true);
-    m_retryTimer.start(LossMilliseconds);
+    m_retryTimer.start(LossRetry);
 }
 
 void XembedIcon::handleManager()
 {
-    m_refused = false;
+    logManager(m_connection, m_manager);
+    m_isRefused = false;
+    m_refusals = 0;
     m_retryTimer.stop();
-    m_squeezed = false;
-    if (m_connection.isOpen())
-        detach();
-    else
-        forgetWindow();
-    emit availabilityChanged();
-}
-
-void XembedIcon::createWindow()
-{
-    xcb_connection_t *xcb = m_connection.xcb();
-    m_size = QSize(wantedWidth(), static_cast<int>(std::lround(DefaultHeight * scale())));
-    m_window = xcb_generate_id(xcb);
-    m_colormap = xcb_generate_id(xcb);
-    xcb_create_colormap(xcb, XCB_COLORMAP_ALLOC_NONE, m_colormap, m_connection.screen().root,
-                        m_manager.visual());
-
-    constexpr quint32 events = XCB_EVENT_MASK_EXPOSURE | XCB_EVENT_MASK_STRUCTURE_NOTIFY
-        | XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_ENTER_WINDOW
-        | XCB_EVENT_MASK_LEAVE_WINDOW;
-    const std::array<quint32, 4> values{0, 0, events, m_colormap};
-    xcb_create_window(xcb, m_manager.depth(), m_window, m_connection.screen().root, 0, 0,
-                      static_cast<quint16>(m_size.width()), static_cast<quint16>(m_size.height()),
-                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, m_manager.visual(),
-                      XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
-                      values.data());
-
-    m_picture.open(m_window, m_manager.visual());
-    const std::array<quint32, 2> embed{XembedVersion, XembedMapped};
-    const xcb_atom_t info = m_connection.atom("_XEMBED_INFO");
-    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, info, info, 32, embed.size(),
-                        embed.data());
-    constexpr char name[] = "meterkin\0Meterkin";
-    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
-                        sizeof name, name);
-    writeNames();
-    requestSize();
-}
-
-void XembedIcon::forgetWindow()
-{
-    m_settleTimer.stop();
-    m_picture.close();
-    if (m_connection.isOpen() && m_colormap != XCB_NONE)
-        xcb_free_colormap(m_connection.xcb(), m_colormap);
-    m_window = XCB_WINDOW_NONE;
-    m_colormap = XCB_NONE;
-    m_embedded = false;
-    m_requestedSize = {};
-    m_pressed = false;
-}
-
-void XembedIcon::requestDock()
-{
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = m_manager.window();
-    message.type = m_connection.atom("_NET_SYSTEM_TRAY_OPCODE");
-    message.data.data32[0] = XCB_CURRENT_TIME;
-    message.data.data32[1] = SystemTrayRequestDock;
-    message.data.data32[2] = m_window;
-    xcb_send_event(m_connection.xcb(), 0, m_manager.window(), XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char *>(&message));
-    xcb_flush(m_connection.xcb());
-}
-
-void XembedIcon::requestSize()
-{
-    if (m_squeezed)
-        return;
-    // Some panels keep the shape asked for rather than the width, so both sides have to be right.
-    const int width = wantedWidth();
-    SizeHints hints{};
-    hints[0] = SizeHintMinimum;
-    hints[5] = static_cast<quint32>(width);
-    hints[6] = static_cast<quint32>(m_size.height());
-    xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_window,
-                        XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(),
-                        hints.data());
-    const QSize size(width, m_size.height());
-    if (std::exchange(m_requestedSize, size) == size)
-        return;
-    const std::array<quint32, 2> values{hints[5], hints[6]};
-    xcb_configure_window(m_connection.xcb(), m_window,
-                         XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data());
-    if (m_embedded)
-        m_settleTimer.start(SettleMilliseconds);
-}
-
-void XembedIcon::writeNames()
-{
-    const QByteArray name = m_content.accessibilityLabel.toUtf8();
-    const xcb_atom_t utf8 = m_connection.atom("UTF8_STRING");
-    for (const xcb_atom_t property :
-         {static_cast<xcb_atom_t>(XCB_ATOM_WM_NAME), m_connection.atom("_NET_WM_NAME")})
-        xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_window, property, utf8, 8,
-                            static_cast<quint32>(name.size()), name.constData());
-}
-
-void XembedIcon::setRefused(bool refused)
-{
-    m_refused = refused;
+    m_isSqueezed = false;
     detach();
     emit availabilityChanged();
 }
 
+void XembedIcon::requestSize()
+{
+    if (!m_isSqueezed && m_window.requestSize(QSize(wantedWidth(), m_size.height()))
+        && m_isEmbedded)
+        m_settleTimer.start(SettleTime);
+}
+
+void XembedIcon::setRefused(bool isRefused)
+{
+    m_isRefused = isRefused;
+    detach();
+    emit availabilityChanged();
+}
+
+/// Called once the panel has had the time to dock and to resize the item.
 void XembedIcon::settle()
 {
-    if (!m_embedded) {
+    if (!m_isEmbedded) {
+        // Not at the first time: a panel that is just starting may be slower still.
+        if (++m_refusals == 2)
+            qCWarning(logTray,
+                      "The panel with the X11 tray does not take the item: it goes "
+                      "elsewhere, with a retry every 30 s");
+        else
+            qCDebug(logTray, "The X11 tray has not docked the item in time");
         setRefused(true);
-        m_retryTimer.start(RetryMilliseconds);
+        m_retryTimer.start(RefusalRetry);
         return;
     }
-    const bool squeezed = m_size.width() < wantedWidth() * LeastGrant;
-    if (std::exchange(m_squeezed, squeezed) != squeezed)
+    m_refusals = 0;
+    const int wanted = wantedWidth();
+    const bool isSqueezed = m_size.width() < wanted * LeastGrant;
+    qCDebug(logTray, "The X11 tray has docked the item: %d x %d pixels of %d wanted, %s",
+            m_size.width(), m_size.height(), wanted, isSqueezed ? "a square" : "wide");
+    if (std::exchange(m_isSqueezed, isSqueezed) != isSqueezed)
         emit squeezedChanged();
     paint();
     xcb_flush(m_connection.xcb());
@@ -333,19 +262,13 @@ double XembedIcon::scale() const
 
 void XembedIcon::paint()
 {
-    if (m_window == XCB_WINDOW_NONE || !m_embedded || m_size.isEmpty())
+    if (!m_window.isOpen() || !m_isEmbedded || m_size.isEmpty())
         return;
-    const bool wide = !m_squeezed && m_size.width() > m_size.height();
-    const QImage image = wide
+    const bool isWide = !m_isSqueezed && m_size.width() > m_size.height();
+    const QImage image = isWide
         ? m_painter.wide(m_content.title, m_size.height(), scale())
         : m_painter.square(m_content.title, std::min(m_size.width(), m_size.height()));
-
-    if (m_manager.depth() != AlphaDepth) {
-        constexpr quint32 parentRelative = XCB_BACK_PIXMAP_PARENT_RELATIVE;
-        xcb_change_window_attributes(m_connection.xcb(), m_window, XCB_CW_BACK_PIXMAP,
-                                     &parentRelative);
-    }
-    m_picture.draw(
+    m_window.draw(
         image,
         QPoint((m_size.width() - image.width()) / 2, (m_size.height() - image.height()) / 2));
 }

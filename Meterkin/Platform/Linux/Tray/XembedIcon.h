@@ -1,14 +1,13 @@
 #pragma once
 
-#include "Platform/Linux/Tray/TitlePainter.h"
 #include "Platform/Linux/Tray/Host.h"
-#include "Platform/Linux/X11/Picture.h"
-#include "Platform/Linux/Tray/XembedManager.h"
+#include "Platform/Linux/Tray/TitlePainter.h"
+#include "Platform/Linux/Tray/XembedWindow.h"
 
 #include <QTimer>
 
-/// The tray of X11 panels: a small window of ours that lives inside the panel's. Wide coloured text
-/// where the panel grants the width, a stacked square where it does not.
+/// The tray of X11 panels: wide coloured text where the panel grants the width, a stacked square
+/// where it does not.
 class XembedIcon : public TrayHost {
     Q_OBJECT
 
@@ -23,28 +22,24 @@ public:
     void setContent(const TrayContent &content) override;
     QRect geometry() const override;
 
-    /// Whether this tray has turned out to squeeze every item into a square.
-    bool isSqueezed() const { return m_squeezed; }
+    /// Whether this panel has turned out to squeeze every item into a square.
+    bool isSqueezed() const { return m_isSqueezed; }
 
 signals:
     void squeezedChanged();
-    /// The pointer has come over the item or left it.
-    void hoverChanged(bool inside);
+    /// The pointer has entered the item or left it.
+    void hoverChanged(bool isInside);
 
 private:
     void handleEvent(const xcb_generic_event_t *event);
-    void handleButton(const xcb_button_press_event_t &event, bool released);
+    void handleButton(const xcb_button_press_event_t &event, bool isRelease);
     void handleReparent(const xcb_reparent_notify_event_t &event);
     void handleConfigure(const xcb_configure_notify_event_t &event);
     void handleLoss();
     void handleManager();
-    void createWindow();
-    void forgetWindow();
-    void requestDock();
     void requestSize();
-    void writeNames();
     void settle();
-    void setRefused(bool refused);
+    void setRefused(bool isRefused);
     int wantedWidth() const;
     double scale() const;
     void paint();
@@ -54,16 +49,14 @@ private:
     XembedManager m_manager;
     TrayContent m_content;
 
-    bool m_refused = false; ///< this panel did not take the item
-    bool m_squeezed = false;
+    bool m_isRefused = false; ///< by this panel, for now
+    int m_refusals = 0; ///< by this panel in a row
+    bool m_isSqueezed = false;
 
-    xcb_window_t m_window = XCB_WINDOW_NONE;
-    xcb_colormap_t m_colormap = XCB_NONE;
-    X11Picture m_picture;
+    XembedWindow m_window;
     QSize m_size; ///< device pixels, as granted
-    QSize m_requestedSize;
-    bool m_embedded = false;
-    bool m_pressed = false;
+    bool m_isEmbedded = false;
+    bool m_isPressed = false;
     QTimer m_settleTimer;
     QTimer m_retryTimer;
 };

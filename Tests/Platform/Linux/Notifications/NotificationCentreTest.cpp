@@ -1,10 +1,10 @@
 #include "Platform/Linux/Notifications/NotificationCentre.h"
 #include "Support/PrivateBus.h"
+#include "Support/ScriptedService.h"
 #include "Support/TestMain.h"
 
 #include <QDBusArgument>
 #include <QDBusConnectionInterface>
-#include <QDBusVirtualObject>
 #include <QtTest>
 
 namespace {
@@ -13,20 +13,18 @@ using namespace std::chrono_literals;
 
 const QString service = QStringLiteral("org.freedesktop.Notifications");
 const QString serverPath = QStringLiteral("/org/freedesktop/Notifications");
+const QStringList rich{QStringLiteral("actions"), QStringLiteral("body-markup")};
 
 enum class Answer { Good, Error, None };
 
 /// A notification server that numbers its notifications from 41 on, replaced ones too.
-class ScriptedServer : public QDBusVirtualObject {
+class ScriptedServer : public ScriptedService {
 public:
-    ScriptedServer(const QDBusConnection &connection, const QStringList &capabilities)
-        : m_connection(connection)
+    ScriptedServer(const QDBusConnection &bus, const QStringList &capabilities)
+        : ScriptedService(bus, service, serverPath)
         , m_capabilities(capabilities)
     {
-        m_connection.registerVirtualObject(serverPath, this);
-        m_connection.registerService(service);
     }
-    ~ScriptedServer() override { m_connection.unregisterService(service); }
 
     Answer toCapabilities = Answer::Good;
     Answer toNotify = Answer::Good;
@@ -35,11 +33,11 @@ public:
 
     void answerPost(qsizetype post)
     {
-        m_connection.send(posts[post].createReply(41U + static_cast<uint>(post)));
+        connection.send(posts[post].createReply(41U + static_cast<uint>(post)));
     }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
-        const bool isPost = message.member() == QStringLiteral("Notify");
+        const bool isPost = message.member() == u"Notify";
         if (isPost) {
             const QVariantList values = message.arguments();
             posts << message;
@@ -47,71 +45,16 @@ public:
         }
         const Answer answer = isPost ? toNotify : toCapabilities;
         if (answer == Answer::Error)
-            m_connection.send(message.createErrorReply(QDBusError::Failed, QString()));
+            connection.send(message.createErrorReply(QDBusError::Failed, QString()));
         else if (answer == Answer::Good && isPost)
             answerPost(posts.size() - 1);
         else if (answer == Answer::Good)
-            m_connection.send(message.createReply(m_capabilities));
+            connection.send(message.createReply(m_capabilities));
         return true;
     }
-    QString introspect(const QString &) const override { return QString(); }
 
 private:
-    QDBusConnection m_connection;
-    QStringList m_capabilities;
-};
-
-/// Tells the bus's clients; returns when the bus has done so.
-void announce(const QDBusConnection &connection, const char *name, const QVariantList &values)
-{
-    QDBusMessage signal =
-        QDBusMessage::createSignal(serverPath, service, QString::fromLatin1(name));
-    signal.setArguments(values);
-    connection.send(signal);
-    connection.interface()->isServiceRegistered(service);
-}
-
-void click(const QDBusConnection &connection, uint number, const char *action = "default")
-{
-    announce(connection, "ActionInvoked", {number, QString::fromLatin1(action)});
-}
-
-struct Bench {
-    explicit Bench(std::chrono::milliseconds replyTimeout = BusTimeouts().reply)
-        : bus(BusConnection::Kind::Session, {.reply = replyTimeout, .firstRetry = 100ms})
-    {
-        QObject::connect(&centre, &NotificationCentre::clicked,
-                         [this](const QString &identifier) { clicked << identifier; });
-    }
-    /// Lets the centre's knowledge catch up.
-    bool waitFor(AuthorizationAnswer wanted)
-    {
-        return QTest::qWaitFor([this, wanted] {
-            AuthorizationAnswer told = AuthorizationAnswer::Refused; // which it never says
-            centre.requestAuthorization([&told](AuthorizationAnswer answer) { told = answer; });
-            const bool isLater = told == AuthorizationAnswer::Refused;
-            QCoreApplication::processEvents();
-            return isLater && told == wanted;
-        });
-    }
-    std::unique_ptr<ScriptedServer> startServer(const QStringList &capabilities = {
-                                                    QStringLiteral("actions"),
-                                                    QStringLiteral("body-markup")})
-    {
-        auto server = std::make_unique<ScriptedServer>(connection, capabilities);
-        return waitFor(AuthorizationAnswer::Granted) ? std::move(server) : nullptr;
-    }
-    void post(const char *identifier, const char *body)
-    {
-        centre.post(
-            {QString::fromLatin1(identifier), QStringLiteral("Title"), QString::fromLatin1(body)});
-    }
-
-    PrivateBus daemon;
-    QDBusConnection connection = daemon.connectClient();
-    BusConnection bus;
-    LinuxNotificationCentre centre{bus};
-    QStringList clicked;
+    const QStringList m_capabilities;
 };
 
 } // namespace
@@ -122,179 +65,189 @@ class LinuxNotificationCentreTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void authorization()
+    void init()
     {
-        Bench bench;
+        m_daemon = std::make_unique<PrivateBus>();
+        m_client = m_daemon->connectClient();
+        m_bus = std::make_unique<BusConnection>(BusConnection::Kind::Session,
+                                                BusTimeouts{.reply = 1s, .firstRetry = 100ms});
+        m_centre = std::make_unique<LinuxNotificationCentre>(*m_bus);
+        connect(m_centre.get(), &NotificationCentre::clicked, this,
+                [this](const QString &identifier) { m_clicked << identifier; });
+    }
+    void cleanup()
+    {
+        m_server.reset();
+        m_centre.reset();
+        m_bus.reset();
+        m_daemon.reset();
+        m_clicked.clear();
+    }
+
+    void answersAboutAuthorization()
+    {
         std::optional<NotificationAuthorization> told;
-        const auto tell = [&told](NotificationAuthorization authorization) {
-            told = authorization;
-        };
-        QVERIFY(bench.waitFor(AuthorizationAnswer::Failed)); // nothing is known yet
-        bench.centre.queryAuthorization(tell);
+        const auto tell = [&told](NotificationAuthorization answer) { told = answer; };
+        QVERIFY(waitFor(AuthorizationAnswer::Failed)); // nothing is known yet
+        m_centre->queryAuthorization(tell);
         QTRY_COMPARE(told, NotificationAuthorization::NotDetermined);
-        bench.post("fan", "nobody there");
+        post("fan", "no server");
 
-        auto server = bench.startServer();
-        QVERIFY(server);
-        server.reset();
-        QVERIFY(bench.waitFor(AuthorizationAnswer::Failed));
-        bench.daemon.addService(service, QStringLiteral("/bin/false"));
-        QVERIFY(bench.waitFor(AuthorizationAnswer::Granted));
+        QVERIFY(startServer());
+        m_server.reset();
+        QVERIFY(waitFor(AuthorizationAnswer::Failed));
+        m_daemon->addService(service, QStringLiteral("/bin/false"));
+        QVERIFY(waitFor(AuthorizationAnswer::Granted));
 
-        bench.daemon.stop();
-        QVERIFY(bench.waitFor(AuthorizationAnswer::Failed));
-        bench.post("fan", "no bus");
-        bench.centre.queryAuthorization(tell);
-        bench.daemon.start();
+        m_daemon->stop();
+        QVERIFY(waitFor(AuthorizationAnswer::Failed));
+        post("fan", "no bus");
+        m_centre->queryAuthorization(tell);
+        m_daemon->start();
         QTRY_COMPARE(told, NotificationAuthorization::Authorized);
     }
 
-    void form_data()
+    void suitsTheServer_data()
     {
         QTest::addColumn<QStringList>("capabilities");
-        QTest::addColumn<Answer>("answer"); // to the question for them
-        QTest::addColumn<QString>("body");
-        QTest::addColumn<QString>("action");
-        const QString plain = QStringLiteral("0 a < b & c");
-        const QStringList rich{QStringLiteral("actions"), QStringLiteral("body-markup")};
-        QTest::newRow("plain") << QStringList() << Answer::Good << plain << QString();
-        QTest::newRow("rich") << rich << Answer::Good << QStringLiteral("0 a &lt; b &amp; c")
-                              << QStringLiteral("default");
-        QTest::newRow("error") << rich << Answer::Error << plain << QString();
-        QTest::newRow("hangs") << rich << Answer::None << plain << QString();
+        QTest::addColumn<Answer>("toCapabilities");
+        QTest::newRow("plain") << QStringList() << Answer::Good;
+        QTest::newRow("rich") << rich << Answer::Good;
+        QTest::newRow("error") << rich << Answer::Error;
+        QTest::newRow("hangs") << rich << Answer::None;
     }
-    void form()
+    void suitsTheServer()
     {
         QFETCH(const QStringList, capabilities);
-        QFETCH(const Answer, answer);
-        QFETCH(const QString, body);
-        Bench bench(answer == Answer::None ? 300ms : BusTimeouts().reply);
-        const auto server = bench.startServer(capabilities);
-        QVERIFY(server);
-        server->toCapabilities = answer;
-        bench.post("fan", "overtaken");
-        bench.post("fan", "a < b & c");
-        QTRY_COMPARE(server->bodies, QStringList(body));
-        QCOMPARE(server->posts[0].signature(), QStringLiteral("susssasa{sv}i"));
-        const QVariantList values = server->posts[0].arguments();
-        QCOMPARE(values[3].toString(), QStringLiteral("Title"));
-        QTEST(values[5].toStringList().value(0), "action");
+        QFETCH(const Answer, toCapabilities);
+        const bool isRich = !capabilities.isEmpty() && toCapabilities == Answer::Good;
+        QVERIFY(startServer(capabilities));
+        m_server->toCapabilities = toCapabilities;
+        post("fan", "overtaken");
+        post("fan", "a < b & c");
+        QVERIFY(hasPosted({isRich ? "0 a &lt; b &amp; c" : "0 a < b & c"}));
+        QCOMPARE(m_server->posts[0].signature(), QStringLiteral("susssasa{sv}i"));
+        const QVariantList values = m_server->posts[0].arguments();
+        QCOMPARE(values[5].toStringList().contains(u"default"), isRich);
         QCOMPARE(qdbus_cast<QVariantMap>(values[6]).value(QStringLiteral("urgency")),
                  QVariant::fromValue<uchar>(1)); // servers reject other types
     }
 
     void replacesTheOneStillListed()
     {
-        Bench bench;
-        const auto server = bench.startServer();
-        QVERIFY(server);
-        QStringList expected;
-        const auto post = [&](const char *identifier, const char *body, const char *sent) {
-            bench.post(identifier, body);
-            expected << QString::fromLatin1(sent);
-            return QTest::qWaitFor([&] { return server->bodies == expected; });
-        };
-        QVERIFY(post("fan", "a", "0 a")); // 41
-        QVERIFY(post("memory", "b", "0 b")); // 42
-        QVERIFY(post("fan", "c", "41 c")); // 43
-        announce(bench.connection, "NotificationClosed", {43U, 2U});
-        click(bench.connection, 42);
-        QTRY_COMPARE(bench.clicked.size(), 1); // by now it knows
-        QVERIFY(post("fan", "d", "0 d")); // 44
-        server->toNotify = Answer::Error;
-        QVERIFY(post("fan", "e", "44 e"));
-        server->toNotify = Answer::None;
-        QVERIFY(post("fan", "f", "44 f")); // 46, in time
-        bench.post("fan", "overtaken");
-        bench.post("fan", "g");
-        QVERIFY(post("memory", "h", "42 h")); // which waits for nobody else's answer
-        server->answerPost(5);
-        expected << QStringLiteral("46 g");
-        QTRY_COMPARE(server->bodies, expected);
-    }
-
-    void waitsForNoBus()
-    {
-        Bench bench;
-        const auto server = bench.startServer();
-        QVERIFY(server);
-        bench.daemon.suspend();
-        const QDeadlineTimer soon(5'000);
-        bench.post("fan", "a");
-        const bool hasWaited = soon.hasExpired();
-        bench.daemon.resume();
-        QVERIFY(!hasWaited);
-        QTRY_COMPARE(server->bodies, QStringList(QStringLiteral("0 a")));
+        QVERIFY(startServer());
+        post("fan", "a"); // 41
+        QVERIFY(hasPosted({"0 a"}));
+        post("memory", "b"); // 42
+        post("fan", "c"); // 43
+        QVERIFY(hasPosted({"0 a", "0 b", "41 c"}));
+        emitSignal(m_client, "NotificationClosed", {43U, 2U});
+        click(m_client, 42);
+        QTRY_COMPARE(m_clicked.size(), 1); // by now it knows
+        m_server->bodies.clear();
+        post("fan", "d"); // 44
+        QVERIFY(hasPosted({"0 d"}));
+        m_server->toNotify = Answer::Error;
+        post("fan", "e");
+        QVERIFY(hasPosted({"0 d", "44 e"}));
+        m_server->toNotify = Answer::None;
+        post("fan", "f"); // 46, answered below
+        QVERIFY(hasPosted({"0 d", "44 e", "44 f"}));
+        post("fan", "overtaken");
+        post("fan", "g");
+        post("memory", "h"); // which waits for no other reply
+        QVERIFY(hasPosted({"0 d", "44 e", "44 f", "42 h"}));
+        m_server->answerPost(5);
+        QVERIFY(hasPosted({"0 d", "44 e", "44 f", "42 h", "46 g"}));
     }
 
     void knowsClicksOnItsOwn()
     {
-        Bench bench;
-        const auto server = bench.startServer();
-        QVERIFY(server);
-        for (const char *identifier : {"fan", "memory"})
-            bench.post(identifier, "body");
-        QTRY_COMPARE(server->posts.size(), 2);
-        const QDBusConnection stranger = bench.daemon.connectClient();
+        QVERIFY(startServer());
+        post("fan", "body");
+        QVERIFY(hasPosted({"0 body"}));
+        const QDBusConnection stranger = m_daemon->connectClient();
         click(stranger, 41);
-        announce(stranger, "NotificationClosed", {42U, 1U});
-        click(bench.connection, 41, "other");
-        click(bench.connection, 40);
-        announce(bench.connection, "ActionInvoked", {QStringLiteral("41")});
-        click(bench.connection, 42);
-        announce(bench.connection, "NotificationClosed", {42U, 2U});
-        click(bench.connection, 42); // no longer ours
-        click(bench.connection, 0);
-        click(bench.connection, 41);
-        const QStringList expected{QStringLiteral("memory"), QStringLiteral("fan")};
-        QTRY_COMPARE(bench.clicked, expected);
+        emitSignal(stranger, "NotificationClosed", {41U, 1U});
+        click(m_client, 41, "other");
+        click(m_client, 40);
+        emitSignal(m_client, "ActionInvoked", {QStringLiteral("41")});
+        click(m_client, 41);
+        emitSignal(m_client, "NotificationClosed", {41U, 2U});
+        click(m_client, 41);
+        click(m_client, 0);
+        QTRY_COMPARE(m_clicked, QStringList(QStringLiteral("fan")));
+
+        post("fan", "42");
+        m_server.reset();
+        QVERIFY(waitFor(AuthorizationAnswer::Failed));
+        QVERIFY(startServer());
+        click(m_client, 42); // another program's by now
+        post("fan", "a");
+        QVERIFY(hasPosted({"0 a"}));
+        QCOMPARE(m_clicked.size(), 1);
     }
 
-    void startsAnewWithTheNextServer()
-    {
-        Bench bench;
-        auto server = bench.startServer();
-        QVERIFY(server);
-        server->toNotify = Answer::None;
-        bench.post("fan", "in flight");
-        QTRY_COMPARE(server->posts.size(), 1);
-        server.reset();
-        QVERIFY(bench.waitFor(AuthorizationAnswer::Failed));
-        server = bench.startServer({});
-        QVERIFY(server);
-        click(bench.connection, 41); // another program's by now
-        bench.post("fan", "a < b");
-        QTRY_COMPARE(server->bodies, QStringList(QStringLiteral("0 a < b")));
-        QCOMPARE(bench.clicked, QStringList());
-    }
-
-    void startsAServer_data()
-    {
-        QTest::addColumn<bool>("comes");
-        QTest::addColumn<QStringList>("bodies");
-        const QString last = QStringLiteral("0 last");
-        QTest::newRow("comes") << true << QStringList{last, QStringLiteral("0 new")};
-        QTest::newRow("does not") << false << QStringList{last};
-    }
     void startsAServer()
     {
-        QFETCH(const bool, comes);
-        QFETCH(const QStringList, bodies);
-        Bench bench;
-        bench.daemon.addService(service,
-                                comes ? QStringLiteral("/bin/true") : QStringLiteral("/bin/false"));
-        QVERIFY(bench.waitFor(AuthorizationAnswer::Granted));
-        bench.post("fan", "old");
-        bench.post("fan", "new");
-        if (!comes) // fails at the same time as the centre's own attempt
-            bench.connection.interface()->startService(service);
-        const auto server = bench.startServer();
-        QVERIFY(server);
-        bench.post("cpu", "last");
-        QTRY_COMPARE(server->bodies.size(), bodies.size());
-        server->bodies.sort();
-        QCOMPARE(server->bodies, bodies);
+        m_daemon->addService(service, QStringLiteral("/bin/true"));
+        QVERIFY(waitFor(AuthorizationAnswer::Granted));
+        post("fan", "old");
+        post("fan", "new");
+        QVERIFY(startServer());
+        QVERIFY(hasPosted({"0 new"}));
     }
+
+private:
+    bool startServer(const QStringList &capabilities = rich)
+    {
+        m_server = std::make_unique<ScriptedServer>(m_client, capabilities);
+        return waitFor(AuthorizationAnswer::Granted);
+    }
+    /// Waits until the centre gives that answer, and checks that each comes later.
+    bool waitFor(AuthorizationAnswer wanted)
+    {
+        return QTest::qWaitFor([this, wanted] {
+            AuthorizationAnswer told = AuthorizationAnswer::Refused; // which it never says
+            m_centre->requestAuthorization([&told](AuthorizationAnswer answer) { told = answer; });
+            const bool isLater = told == AuthorizationAnswer::Refused;
+            QCoreApplication::processEvents();
+            return isLater && told == wanted;
+        });
+    }
+    void post(const char *identifier, const char *body)
+    {
+        m_centre->post(
+            {QString::fromLatin1(identifier), QStringLiteral("Title"), QString::fromLatin1(body)});
+    }
+    bool hasPosted(std::initializer_list<const char *> bodies)
+    {
+        QStringList expected;
+        for (const char *body : bodies)
+            expected << QString::fromLatin1(body);
+        return QTest::qWaitFor([&] { return m_server->bodies == expected; });
+    }
+    /// Returns when the bus has passed it on.
+    static void emitSignal(const QDBusConnection &sender, const char *name,
+                           const QVariantList &arguments)
+    {
+        QDBusMessage signal =
+            QDBusMessage::createSignal(serverPath, service, QString::fromLatin1(name));
+        signal.setArguments(arguments);
+        sender.send(signal);
+        sender.interface()->isServiceRegistered(service);
+    }
+    static void click(const QDBusConnection &sender, uint number, const char *action = "default")
+    {
+        emitSignal(sender, "ActionInvoked", {number, QString::fromLatin1(action)});
+    }
+
+    std::unique_ptr<PrivateBus> m_daemon;
+    QDBusConnection m_client{QString()};
+    std::unique_ptr<BusConnection> m_bus;
+    std::unique_ptr<LinuxNotificationCentre> m_centre;
+    std::unique_ptr<ScriptedServer> m_server;
+    QStringList m_clicked;
 };
 
 METERKIN_TEST(LinuxNotificationCentreTest);

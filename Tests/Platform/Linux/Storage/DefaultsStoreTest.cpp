@@ -1,6 +1,6 @@
 #include "Platform/Linux/Storage/DefaultsStore.h"
 #include "Model/SettingsViewModel.h"
-#include "Sampling/Files.h"
+#include "Support/Files.h"
 #include "Support/TestFolder.h"
 #include "Support/TestMain.h"
 

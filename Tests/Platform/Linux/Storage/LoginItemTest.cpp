@@ -1,6 +1,6 @@
 #include "Platform/Linux/Storage/LoginItem.h"
 #include "Platform/Linux/Storage/AutostartEntry.h"
-#include "Sampling/Files.h"
+#include "Support/Files.h"
 #include "Support/TestFolder.h"
 #include "Support/TestMain.h"
 

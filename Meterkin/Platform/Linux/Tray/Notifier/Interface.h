@@ -1,14 +1,14 @@
 #pragma once
 
+#include "Platform/Linux/Tray/Host.h"
 #include "Platform/Linux/Tray/Notifier/Types.h"
 #include "Platform/Linux/Tray/Notifier/Watcher.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
-#include "Platform/Linux/Tray/Host.h"
 
 #include <QDBusObjectPath>
 
-/// The item as the bus sees it: properties, slots and scriptable signals are those of
-/// org.kde.StatusNotifierItem. Pictures are drawn when a panel asks for them. Main thread only.
+/// The item on the bus: properties, slots and scriptable signals are those of
+/// org.kde.StatusNotifierItem. Pictures are drawn when a panel reads them. Main thread only.
 class NotifierInterface : public QObject {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "org.kde.StatusNotifierItem")
@@ -36,10 +36,10 @@ class NotifierInterface : public QObject {
 public:
     static const QString MenuPath;
 
-    /// The painter outlives the object.
+    /// The painter outlives it.
     NotifierInterface(TitlePainter &painter, NotifierHostKind kind, const TrayContent &content);
 
-    /// Tells the panel what has become different to look at.
+    /// Tells the panel what looks different now.
     void setContent(const TrayContent &content);
 
     QString category() const { return QStringLiteral("Hardware"); }
@@ -80,6 +80,6 @@ private:
     TitlePainter &m_painter;
     const NotifierHostKind m_kind;
     TrayContent m_content;
-    QList<NotifierPixmap> m_pixmaps; ///< empty when they are to be drawn
+    QList<NotifierPixmap> m_pixmaps; ///< empty until a panel reads them
     QTimer m_toolTipDelay;
 };

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Tray/Notifier/Item.h"
 
 #include "Platform/Linux/X11/ScreenCoordinates.h"
+#include "Platform/Log.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -9,16 +10,19 @@
 
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr int MaximumFailures = 3;
-constexpr int RetryMilliseconds = 1000;
-// The panel may only have been slow. Each chance takes the item from where it stands meanwhile.
-constexpr std::chrono::seconds FirstChance{10};
-constexpr std::chrono::minutes LongestUntilChance{10};
-constexpr std::chrono::seconds RegistrationTimeout{3};
+constexpr auto FailureRetry = 1s;
+// The panel that refused may only have been slow. Each retry takes the item out of its present
+// host.
+constexpr auto FirstRefusalRetry = 10s;
+constexpr auto LongestRefusalRetry = 10min;
+constexpr auto RegistrationTimeout = 3s;
 constexpr int ClickedSize = 2; // logical pixels around the click
 
 constexpr uint DoNotQueue = 4; // flag of RequestName
-constexpr uint PrimaryOwner = 1; // answer of RequestName
+constexpr uint PrimaryOwner = 1; // reply of RequestName
 
 const QString itemPath = QStringLiteral("/StatusNotifierItem");
 
@@ -37,17 +41,18 @@ NotifierItem::NotifierItem(BusConnection &bus, TitlePainter &painter, QObject *p
     , m_bus(bus)
     , m_painter(painter)
     , m_watcher(bus)
-    , m_nextChance(FirstChance, LongestUntilChance)
+    , m_refusalRetry(FirstRefusalRetry, LongestRefusalRetry)
 {
     connect(&m_watcher, &NotifierWatcher::hostChanged, this, &NotifierItem::handleWatcher);
     connect(&bus, &BusConnection::disconnected, this, [this] {
         withdraw();
-        m_refusedBy.clear(); // a new bus counts its clients from the start
+        m_refusedBy.clear(); // a new bus may give the same name to somebody else
+        m_warnedAbout.clear();
     });
     m_retry.setSingleShot(true);
-    m_retry.setInterval(RetryMilliseconds);
+    m_retry.setInterval(FailureRetry);
     connect(&m_retry, &QTimer::timeout, this, &NotifierItem::present);
-    connect(&m_nextChance, &QTimer::timeout, this, [this] {
+    connect(&m_refusalRetry, &QTimer::timeout, this, [this] {
         m_refusedBy.clear();
         updateAvailability();
     });
@@ -90,7 +95,7 @@ void NotifierItem::setContent(const TrayContent &content)
 
 QRect NotifierItem::geometry() const
 {
-    // The origin is what panels say that do not know.
+    // Panels that do not know the place give the origin.
     const std::optional<QPoint> position =
         m_clickedAt && !m_clickedAt->isNull() ? logicalPosition(*m_clickedAt) : std::nullopt;
     if (!position)
@@ -124,7 +129,7 @@ void NotifierItem::present()
     m_presentedTo = m_watcher.owner();
     m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.hostKind(), m_content);
     m_menu = std::make_unique<NotifierMenu>();
-    // Queued: the caller gets its answer before a window is built, and the objects may go.
+    // Queued: the panel gets its reply before a window is built, and the objects may be deleted.
     connect(
         m_interface.get(), &NotifierInterface::activated, this,
         [this](QPoint position) {
@@ -152,7 +157,7 @@ void NotifierItem::present()
         if (reply.value() == PrimaryOwner)
             registerWithPanel();
         else
-            handleFailure();
+            handleFailure(QStringLiteral("no bus name"));
     });
 }
 
@@ -165,17 +170,19 @@ void NotifierItem::registerWithPanel()
     m_bus.call<void>(
         call, m_interface.get(),
         [this](const BusReply<void> &reply) {
-            if (reply.isValid()) {
-                m_failures = 0;
-                m_nextChance.reset();
-            } else {
-                handleFailure();
+            if (!reply.isValid()) {
+                handleFailure(reply.error().name());
+                return;
             }
+            qCDebug(logTray, "The StatusNotifierWatcher %s has registered the item",
+                    qUtf8Printable(m_presentedTo));
+            m_failures = 0;
+            m_refusalRetry.reset();
         },
         RegistrationTimeout);
 }
 
-void NotifierItem::handleFailure()
+void NotifierItem::handleFailure(const QString &reason)
 {
     const QString panel = m_presentedTo;
     withdraw();
@@ -184,7 +191,12 @@ void NotifierItem::handleFailure()
         return;
     }
     m_refusedBy = panel;
-    m_nextChance.retry();
+    if (std::exchange(m_warnedAbout, panel) != panel)
+        qCWarning(logTray,
+                  "The StatusNotifierWatcher %s does not take the item (%s): it goes elsewhere, "
+                  "with retries",
+                  qUtf8Printable(panel), qUtf8Printable(reason));
+    m_refusalRetry.retry();
     updateAvailability();
 }
 

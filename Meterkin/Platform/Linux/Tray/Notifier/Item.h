@@ -1,15 +1,15 @@
 #pragma once
 
+#include "Platform/Linux/Tray/Host.h"
 #include "Platform/Linux/Tray/Notifier/Interface.h"
 #include "Platform/Linux/Tray/Notifier/Menu.h"
 #include "Platform/Linux/Tray/Notifier/Watcher.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
-#include "Platform/Linux/Tray/Host.h"
 
 #include <memory>
 #include <optional>
 
-/// The tray of panels that speak org.kde.StatusNotifierItem.
+/// The tray of panels that support org.kde.StatusNotifierItem. Main thread only.
 class NotifierItem : public TrayHost {
     Q_OBJECT
 
@@ -22,7 +22,7 @@ public:
     void attach() override;
     void detach() override;
     void setContent(const TrayContent &content) override;
-    /// A small rectangle where the item was last clicked, if the panel told a believable place.
+    /// A small rectangle around the last click, if the panel gave a place on a screen.
     QRect geometry() const override;
 
 private:
@@ -30,7 +30,7 @@ private:
     void updateAvailability();
     void present();
     void registerWithPanel();
-    void handleFailure();
+    void handleFailure(const QString &reason);
     void withdraw();
 
     BusConnection &m_bus;
@@ -38,16 +38,17 @@ private:
     NotifierWatcher m_watcher;
     TrayContent m_content;
     bool m_attached = false;
-    bool m_wasAvailable = false; ///< as last told
+    bool m_wasAvailable = false; ///< when availabilityChanged() was last emitted
 
     // One presentation to one panel: a bus name with two objects.
     QString m_name; ///< empty while there is none
     std::unique_ptr<NotifierInterface> m_interface;
     std::unique_ptr<NotifierMenu> m_menu;
     QString m_presentedTo; ///< the panel's unique bus name
-    QString m_refusedBy; ///< the unique bus name of a panel that has not taken the item, for now
+    QString m_refusedBy; ///< the unique bus name of a panel that does not take the item, for now
+    QString m_warnedAbout; ///< the one that the last warning is about
     int m_failures = 0;
     QTimer m_retry;
-    RetryTimer m_nextChance; ///< for a panel that never took the item
+    RetryTimer m_refusalRetry; ///< for a panel that never took the item
     std::optional<QPoint> m_clickedAt; ///< as the panel gave it
 };

@@ -31,7 +31,7 @@ MenuLayout buildMenu()
     return root;
 }
 
-/// No names at all stand for every property.
+/// No names mean all properties.
 QVariantMap filtered(const QVariantMap &properties, const QStringList &names)
 {
     if (names.isEmpty())
@@ -76,7 +76,7 @@ uint NotifierMenu::GetLayout(int parentId, int recursionDepth, const QStringList
 QList<MenuProperties> NotifierMenu::GetGroupProperties(const QList<int> &ids,
                                                        const QStringList &propertyNames)
 {
-    // No ids stand for all; each is answered once, however often it is asked for.
+    // No ids mean all entries. Each is returned once, even if its id is listed twice.
     QList<MenuProperties> group;
     const auto add = [&](const MenuLayout &entry) {
         if (ids.isEmpty() || ids.contains(entry.id))

@@ -6,8 +6,8 @@
 #include <QDBusContext>
 #include <QObject>
 
-/// The item's menu as panels show it by themselves: com.canonical.dbusmenu. It never changes.
-/// Properties and slots are what the bus sees. Main thread only.
+/// The item's menu on the bus, for panels that show it by themselves: properties and slots are
+/// those of com.canonical.dbusmenu. It never changes. Main thread only.
 class NotifierMenu : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "com.canonical.dbusmenu")
@@ -36,12 +36,12 @@ public slots:
     QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
 
 signals:
-    /// The user has chosen this entry.
     void chosen(MenuAction action);
 
 private:
+    /// Null when there is no such entry.
     const MenuLayout *find(int id) const;
-    /// As find(); an unknown id is answered with an error.
+    /// Likewise; replies with an error when there is none.
     const MenuLayout *require(int id);
     void handle(int id, const QString &event);
 

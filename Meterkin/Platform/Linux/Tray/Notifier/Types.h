@@ -9,6 +9,8 @@
 
 class QImage;
 
+// From the "StatusNotifierItem" specification of freedesktop.org and from com.canonical.dbusmenu.
+
 /// A picture on the bus, `(iiay)`: non-premultiplied ARGB32 in network byte order.
 struct NotifierPixmap {
     int width = 0; ///< device pixels
@@ -27,7 +29,7 @@ struct NotifierToolTip {
     QString text; ///< with the protocol's markup
 };
 
-/// A menu entry with what is below it, `(ia{sv}av)`.
+/// A menu entry with its children, `(ia{sv}av)`.
 struct MenuLayout {
     int id = 0;
     QVariantMap properties;
@@ -40,7 +42,7 @@ struct MenuProperties {
     QVariantMap properties;
 };
 
-/// Something that happened to a menu entry, `(isvu)`.
+/// An event of a menu entry, `(isvu)`.
 struct MenuEvent {
     int id = 0;
     QString event;
@@ -59,5 +61,5 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, MenuProperties &p
 QDBusArgument &operator<<(QDBusArgument &argument, const MenuEvent &event);
 const QDBusArgument &operator>>(const QDBusArgument &argument, MenuEvent &event);
 
-/// Makes the types above known to D-Bus; cheap after the first time.
+/// Registers the types above with Qt's D-Bus module; cheap after the first time.
 void registerNotifierTypes();

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Tray/Notifier/Watcher.h"
 
-#include <QDBusVariant>
-#include <QFile>
+#include "Platform/Linux/Tray/ProcessName.h"
+#include "Platform/Log.h"
 
 #include <array>
 #include <utility>
@@ -16,7 +16,8 @@ struct KnownHost {
     NotifierHostKind kind;
 };
 
-// Parts, because some systems wrap programs (".waybar-wrapped") and the kernel keeps 15 characters.
+// Parts of names: some systems wrap programs (".waybar-wrapped"), and the kernel keeps 15
+// characters.
 constexpr std::array knownHosts{
     KnownHost{QLatin1StringView("waybar"), NotifierHostKind::Wide},
     KnownHost{QLatin1StringView("gnome-shell"), NotifierHostKind::Label},
@@ -25,12 +26,27 @@ constexpr std::array knownHosts{
     KnownHost{QLatin1StringView("unity-panel"), NotifierHostKind::Label},
 };
 
-QString processName(uint process)
+/// By the name of the panel's process.
+NotifierHostKind kindOf(const QString &process)
 {
-    QFile file(QStringLiteral("/proc/%1/comm").arg(process));
-    if (!file.open(QIODevice::ReadOnly))
-        return QString();
-    return QString::fromLocal8Bit(file.readAll()).trimmed();
+    for (const KnownHost &host : knownHosts) {
+        if (process.contains(host.processNamePart))
+            return host.kind;
+    }
+    return NotifierHostKind::Square;
+}
+
+const char *description(NotifierHostKind kind)
+{
+    switch (kind) {
+    case NotifierHostKind::Wide:
+        return "a panel known to keep wide pictures";
+    case NotifierHostKind::Label:
+        return "a panel known to show a label beside the picture";
+    case NotifierHostKind::Square:
+        break;
+    }
+    return "taken for a panel that squeezes pictures into squares";
 }
 
 } // namespace
@@ -51,20 +67,11 @@ NotifierWatcher::NotifierWatcher(BusConnection &bus, QObject *parent)
         followSignals();
 }
 
-NotifierHostKind NotifierWatcher::kindOfProcess(QStringView processName)
-{
-    for (const KnownHost &host : knownHosts) {
-        if (processName.contains(host.processNamePart))
-            return host.kind;
-    }
-    return NotifierHostKind::Square;
-}
-
 void NotifierWatcher::followSignals()
 {
     QDBusConnection connection = *m_bus.connection();
-    // From any sender: to name the sender here would mean to wait for the bus, and all a signal
-    // does is to make us ask.
+    // From any sender: to name it here would mean to wait for the bus. A signal only makes us query
+    // the watcher.
     for (const QString &signal : {QStringLiteral("StatusNotifierHostRegistered"),
                                   QStringLiteral("StatusNotifierHostUnregistered")})
         connection.connect(QString(), Path, Interface, signal, this, SLOT(query()));
@@ -89,16 +96,19 @@ void NotifierWatcher::query()
     if (m_owner.isEmpty())
         return;
     if (!m_hostKind) {
-        m_query.send<uint>(BusConnection::busCall(QStringLiteral("GetConnectionUnixProcessID"))
-                               << m_owner,
-                           [this](const BusReply<uint> &reply) {
-                               // An error leaves process 0, which has no name: a square.
-                               m_hostKind = kindOfProcess(processName(reply.value()));
-                               query();
-                           });
+        m_query.send<uint>(
+            BusConnection::busCall(QStringLiteral("GetConnectionUnixProcessID")) << m_owner,
+            [this](const BusReply<uint> &reply) {
+                // After an error this is process 0, which has no name.
+                const QString process = processName(reply.value());
+                m_hostKind = kindOf(process);
+                qCDebug(logTray, "The StatusNotifierWatcher %s is \"%s\", %s",
+                        qUtf8Printable(m_owner), qUtf8Printable(process), description(*m_hostKind));
+                query();
+            });
         return;
     }
-    // After any error: nothing else tells when a watcher that is not ready yet, or hangs, is ready.
+    // Repeated after any error: nothing else says when a watcher that starts, or hangs, is ready.
     m_query.send<QVariant>(
         QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface, QStringLiteral("Get"))
             << Interface << QStringLiteral("IsStatusNotifierHostRegistered"),
@@ -111,6 +121,8 @@ void NotifierWatcher::query()
 
 void NotifierWatcher::update()
 {
-    if (std::exchange(m_hadHost, hasHost()) != hasHost())
-        emit hostChanged();
+    if (std::exchange(m_hadHost, hasHost()) == hasHost())
+        return;
+    qCDebug(logTray, "The StatusNotifierWatcher has %s", hasHost() ? "a host" : "no host");
+    emit hostChanged();
 }

@@ -1,6 +1,4 @@
-#include "Platform/Linux/Tray/PanelPopup.h"
-
-#include "Platform/Linux/Tray/PanelStyle.h"
+#include "Platform/Linux/Tray/PanelWindow.h"
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -11,17 +9,19 @@
 namespace {
 
 constexpr int Distance = 16; // logical pixels from the anchor: about half a panel
+constexpr int FontSize = 13; // logical pixels
+const QColor background(0x26, 0x26, 0x2a);
 
 } // namespace
 
-QFont PanelPopup::font()
+QFont PanelWindow::font()
 {
     QFont font;
-    font.setPixelSize(PanelStyle::fontSize);
+    font.setPixelSize(FontSize);
     return font;
 }
 
-QRect PanelPopup::beside(QPoint anchor, QSize size)
+QRect PanelWindow::beside(QPoint anchor, QSize size)
 {
     const QScreen *screen = QGuiApplication::screenAt(anchor);
     if (screen == nullptr)
@@ -37,9 +37,9 @@ QRect PanelPopup::beside(QPoint anchor, QSize size)
         size);
 }
 
-void PanelPopup::paintBackground(QPainter &painter, QSize size)
+void PanelWindow::paintBackground(QPainter &painter, QSize size)
 {
     const QRect all(QPoint(), size);
-    painter.fillRect(all, PanelStyle::border);
-    painter.fillRect(all.adjusted(1, 1, -1, -1), PanelStyle::background);
+    painter.fillRect(all, border);
+    painter.fillRect(all.adjusted(1, 1, -1, -1), background);
 }
