@@ -9,7 +9,7 @@ namespace {
 
 QVariant valueOfNumber(NSNumber *number)
 {
-    // The two truth values are single objects; their type says no more than "character".
+    // Booleans are two singletons, and their type code is that of a char.
     if (number == [NSNumber numberWithBool:YES] || number == [NSNumber numberWithBool:NO])
         return static_cast<bool>(number.boolValue);
     if (std::strcmp(number.objCType, @encode(double)) == 0
@@ -49,7 +49,7 @@ NSString *foundationText(const QString &text)
 
 QString textOf(NSString *text)
 {
-    // Not by way of UTF-8, which would end at a null and lose half a surrogate pair.
+    // Not through UTF-8: it would stop at a null character and drop an unpaired surrogate.
     QString copy(static_cast<qsizetype>(text.length), Qt::Uninitialized);
     [text getCharacters:reinterpret_cast<unichar *>(copy.data())
                   range:NSMakeRange(0, static_cast<NSUInteger>(copy.size()))];

@@ -5,9 +5,9 @@
 
 #include <optional>
 
-// The bundle that the program runs from, as Foundation tells it. Any thread.
+// The bundle that the program runs from. Any thread.
 
-/// Without what has no value of Qt; empty where there is none.
+/// Its Info.plist, without values that Qt has no type for. Empty without a bundle.
 QVariantMap informationDictionary();
 
 /// Absolute, without a slash at its end; the executable's folder when it lies in no bundle.

@@ -2,8 +2,8 @@
 
 #include <memory>
 
-/// Tells the system, from construction to destruction, that the user wants us to keep time: it
-/// stretches the timers of a program that shows no window. The machine may sleep all the same.
+/// While it lives macOS does not stretch our timers, as it does with programs that show no window.
+/// The machine may still sleep.
 class ProcessActivity {
 public:
     ProcessActivity();

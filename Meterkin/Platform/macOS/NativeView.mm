@@ -1,8 +1,0 @@
-#include "Platform/macOS/NativeView.h"
-
-#include <QWindow>
-
-NSView *viewOf(QWindow &window)
-{
-    return (__bridge NSView *)reinterpret_cast<void *>(window.winId());
-}

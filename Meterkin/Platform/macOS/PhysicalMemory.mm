@@ -1,8 +1,0 @@
-#include "Platform/macOS/PhysicalMemory.h"
-
-#import <Foundation/Foundation.h>
-
-std::uint64_t physicalMemory()
-{
-    return NSProcessInfo.processInfo.physicalMemory;
-}

@@ -1,0 +1,57 @@
+#include "Platform/macOS/Platform.h"
+
+#include "Platform/macOS/DiskImages.h"
+#include "Platform/macOS/MainBundle.h"
+#include "Platform/macOS/Sensors/FanSource.h"
+#include "Platform/macOS/Sensors/PageCounters.h"
+#include "Platform/macOS/Sensors/ProcessorTicks.h"
+#include "Platform/macOS/Sensors/SMCUserClient.h"
+
+#include <malloc/malloc.h>
+
+MacPlatform::MacPlatform()
+    : m_popover([this] { return m_statusItem ? m_statusItem->button() : WId(0); })
+{
+}
+
+std::unique_ptr<FanSource> MacPlatform::makeFanSource()
+{
+    return std::make_unique<MacFanSource>(std::make_unique<SMCUserClient>());
+}
+
+std::unique_ptr<PageCounters> MacPlatform::makePageCounters()
+{
+    return std::make_unique<MacPageCounters>();
+}
+
+std::unique_ptr<ProcessorTicks> MacPlatform::makeProcessorTicks()
+{
+    return std::make_unique<MacProcessorTicks>();
+}
+
+std::unique_ptr<StatusItem> MacPlatform::makeStatusItem()
+{
+    auto item = std::make_unique<MacStatusItem>();
+    m_statusItem = item.get();
+    return item;
+}
+
+QVariantMap MacPlatform::informationDictionary() const
+{
+    return ::informationDictionary();
+}
+
+QString MacPlatform::bundlePath() const
+{
+    return ::bundlePath();
+}
+
+std::shared_ptr<DiskImages> MacPlatform::diskImages()
+{
+    return std::make_shared<MacDiskImages>();
+}
+
+void MacPlatform::giveMemoryBack()
+{
+    malloc_zone_pressure_relief(nullptr, 0); // of all zones, as much as there is
+}

@@ -1,0 +1,16 @@
+#include "Platform/macOS/Windows/InformationAlert.h"
+
+#include "Platform/macOS/FoundationValues.h"
+
+#import <AppKit/AppKit.h>
+
+void MacInformationAlert::run(const QString &messageText, const QString &informativeText)
+{
+    NSAlert *alert = [[NSAlert alloc] init];
+    alert.messageText = foundationText(messageText);
+    alert.informativeText = foundationText(informativeText);
+    alert.alertStyle = NSAlertStyleInformational;
+    [alert addButtonWithTitle:@"OK"];
+    [NSApp unhideWithoutActivation];
+    [alert runModal];
+}

@@ -1,8 +1,0 @@
-#pragma once
-
-#import <Foundation/Foundation.h>
-
-typedef NS_ENUM(NSUInteger, NSRectEdge) {
-    NSRectEdgeMinY = 1,
-    NSRectEdgeMaxY = 3,
-};

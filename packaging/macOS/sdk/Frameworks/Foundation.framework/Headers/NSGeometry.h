@@ -1,0 +1,7 @@
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+typedef NS_ENUM(NSUInteger, NSRectEdge) {
+    NSRectEdgeMinY = 1,
+};
