@@ -1,5 +1,6 @@
 #include "Platform/macOS/DiskImages.h"
 
+#include "Platform/Log.h"
 #include "Platform/macOS/FoundationValues.h"
 
 #include <QFileInfo>
@@ -77,9 +78,11 @@ std::optional<QList<DiskImage>> diskImagesOf(const QVariant &listing)
 void moveFileToTrash(const QString &path)
 {
     @autoreleasepool {
-        [NSFileManager.defaultManager trashItemAtURL:[NSURL fileURLWithPath:foundationText(path)]
-                                    resultingItemURL:nullptr
-                                               error:nullptr];
+        if (![NSFileManager.defaultManager
+                  trashItemAtURL:[NSURL fileURLWithPath:foundationText(path)]
+                resultingItemURL:nullptr
+                           error:nullptr])
+            qCWarning(logStorage) << path << "could not be moved to the Trash and stays";
     }
 }
 
@@ -96,8 +99,10 @@ std::optional<QList<DiskImage>> MacDiskImages::attachedImages()
     process.setStandardInputFile(QProcess::nullDevice());
     process.setStandardErrorFile(QProcess::nullDevice());
     process.start(m_tool, {QStringLiteral("info"), QStringLiteral("-plist")}, QIODevice::ReadOnly);
-    if (!process.waitForStarted(NoTimeLimit))
+    if (!process.waitForStarted(NoTimeLimit)) {
+        qCDebug(logStorage) << m_tool << "cannot be started:" << process.errorString();
         return std::nullopt;
+    }
     process.waitForFinished(NoTimeLimit);
     return diskImagesOf(propertyList(process.readAllStandardOutput()));
 }
@@ -118,5 +123,7 @@ void MacDiskImages::detachAndDiscard(const DiskImage &image, const QString &moun
     if (!process.waitForStarted(NoTimeLimit))
         return;
     process.waitForFinished(NoTimeLimit);
+    if (process.exitCode() != 0)
+        qCWarning(logStorage) << m_tool << "did not detach" << mountPoint;
     moveFileToTrash(image.imagePath);
 }

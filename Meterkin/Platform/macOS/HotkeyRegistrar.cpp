@@ -1,12 +1,15 @@
 #include "Platform/macOS/HotkeyRegistrar.h"
 
+#include "Platform/Log.h"
+#include "Platform/macOS/FourCharacterCode.h"
+
 #include <Carbon/Carbon.h>
 
 #include <utility>
 
 namespace {
 
-constexpr EventHotKeyID Identifier{0x4d4b4854, 1}; // "MKHT"
+constexpr EventHotKeyID Identifier{fourCharacterCode("MKHT"), 1};
 
 OSStatus handlePress(EventHandlerCallRef, EventRef, void *userData)
 {
@@ -23,9 +26,11 @@ void MacHotkeyRegistrar::bind(const HotkeyCombination &combination, std::functio
     unbind();
     const EventTypeSpec hotkeyPressed{kEventClassKeyboard, kEventHotKeyPressed};
     EventHandlerRef handler = nullptr;
-    if (InstallEventHandler(GetApplicationEventTarget(), handlePress, 1, &hotkeyPressed, this,
-                            &handler)
-        != noErr) {
+    OSStatus status = InstallEventHandler(GetApplicationEventTarget(), handlePress, 1,
+                                          &hotkeyPressed, this, &handler);
+    if (status != noErr) {
+        qCWarning(logHotkey, "The hot key does nothing: InstallEventHandler failed with %d",
+                  static_cast<int>(status));
         setObstacle(HotkeyObstacle::Refused);
         return;
     }
@@ -33,13 +38,15 @@ void MacHotkeyRegistrar::bind(const HotkeyCombination &combination, std::functio
     m_pressed = std::move(pressed);
 
     EventHotKeyRef hotkey = nullptr;
-    const OSStatus status =
-        RegisterEventHotKey(combination.keyCode, combination.modifiers, Identifier,
-                            GetApplicationEventTarget(), 0, &hotkey);
+    status = RegisterEventHotKey(combination.keyCode, combination.modifiers, Identifier,
+                                 GetApplicationEventTarget(), 0, &hotkey);
     if (status == noErr) {
         m_hotkey.reset(hotkey);
         return;
     }
+    qCWarning(logHotkey, "The hot key does nothing: RegisterEventHotKey failed with %d%s",
+              static_cast<int>(status),
+              status == eventHotKeyExistsErr ? ", another program has it" : "");
     unbind();
     setObstacle(status == eventHotKeyExistsErr ? HotkeyObstacle::OtherProgram
                                                : HotkeyObstacle::Refused);

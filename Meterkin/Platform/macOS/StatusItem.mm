@@ -1,5 +1,6 @@
 #include "Platform/macOS/StatusItem.h"
 
+#include "Platform/Log.h"
 #include "Platform/macOS/FoundationValues.h"
 #include "Platform/macOS/Windows/Colors.h"
 
@@ -57,6 +58,8 @@ MacStatusItem::MacStatusItem(QObject *parent)
 {
     m_objects->target->m_owner = this;
     NSStatusBarButton *button = m_objects->item.button;
+    if (button == nil)
+        qCWarning(logTray, "The menu bar gave an item without a button: no title is shown");
     button.target = m_objects->target;
     button.action = @selector(statusItemClicked);
 }

@@ -1,6 +1,21 @@
 #include "Platform/macOS/Storage/LoginItem.h"
 
+#include "Platform/Log.h"
+#include "Platform/macOS/FoundationValues.h"
+
 #import <ServiceManagement/ServiceManagement.h>
+
+namespace {
+
+bool logged(const char *change, BOOL isDone, NSError *error)
+{
+    if (!isDone)
+        qCWarning(logStorage, "The system does not %s the login item, which stays as it is: %ls",
+                  change, qUtf16Printable(textOf(error.localizedDescription)));
+    return isDone;
+}
+
+} // namespace
 
 bool MacLoginItem::isEnabled() const
 {
@@ -9,10 +24,14 @@ bool MacLoginItem::isEnabled() const
 
 bool MacLoginItem::registerItem(LoginItemWish)
 {
-    return [SMAppService.mainAppService registerAndReturnError:nullptr];
+    NSError *error = nil;
+    const BOOL isDone = [SMAppService.mainAppService registerAndReturnError:&error];
+    return logged("register", isDone, error);
 }
 
 bool MacLoginItem::unregisterItem()
 {
-    return [SMAppService.mainAppService unregisterAndReturnError:nullptr];
+    NSError *error = nil;
+    const BOOL isDone = [SMAppService.mainAppService unregisterAndReturnError:&error];
+    return logged("unregister", isDone, error);
 }
