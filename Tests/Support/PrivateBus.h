@@ -1,22 +1,60 @@
 #pragma once
 
 #include <QDBusConnection>
+#include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
 
 #include <csignal>
+
+#include <sys/prctl.h>
 
 /// A session bus for one test. It always listens at the same address, to which the environment
 /// points for as long as this exists.
 class PrivateBus {
 public:
     /// Starts it.
-    PrivateBus();
-    ~PrivateBus();
+    PrivateBus()
+    {
+        qputenv("DBUS_SESSION_BUS_ADDRESS", address().toUtf8());
+        QDir(m_folder.path()).mkdir(QStringLiteral("services"));
+        m_daemon.setStandardErrorFile(QProcess::nullDevice());
+        // It ends with the test, even when that crashes.
+        m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+        start();
+    }
+    ~PrivateBus()
+    {
+        for (const QString &client : std::as_const(m_clients))
+            QDBusConnection::disconnectFromBus(client);
+        stop();
+        qunsetenv("DBUS_SESSION_BUS_ADDRESS");
+    }
 
     /// Returns once the bus accepts connections.
-    void start();
-    void stop();
+    void start()
+    {
+        QFile::remove(path("bus"));
+        // Like a session bus, without the services that this machine has installed.
+        write("bus.conf",
+              QStringLiteral(R"(<busconfig>
+<type>session</type><listen>%1</listen><auth>EXTERNAL</auth><servicedir>%2</servicedir>
+<policy context="default">
+  <allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
+</policy></busconfig>)")
+                  .arg(address(), path("services")));
+        m_daemon.start(QStringLiteral("dbus-daemon"),
+                       {QStringLiteral("--config-file=") + path("bus.conf"),
+                        QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
+                        QStringLiteral("--print-address")});
+        if (!m_daemon.waitForReadyRead())
+            qFatal("no session bus: %s", qPrintable(m_daemon.errorString()));
+    }
+    void stop()
+    {
+        m_daemon.kill();
+        m_daemon.waitForFinished();
+    }
     /// Accepts clients and answers nobody until resume().
     void suspend() { ::kill(static_cast<pid_t>(m_daemon.processId()), SIGSTOP); }
     void resume() { ::kill(static_cast<pid_t>(m_daemon.processId()), SIGCONT); }
@@ -24,12 +62,27 @@ public:
     QString address() const { return QStringLiteral("unix:path=") + path("bus"); }
     /// Lets the bus start a service by that command; the bus notices it by itself. It can start no
     /// other.
-    void addService(const QString &name, const QString &command);
+    void addService(const QString &name, const QString &command)
+    {
+        write(("services/" + name.toUtf8() + ".service").constData(),
+              QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(name, command));
+    }
     /// Another client, disconnected with this.
-    QDBusConnection connectClient();
+    QDBusConnection connectClient()
+    {
+        static int count = 0;
+        m_clients.append(QStringLiteral("client-%1").arg(++count));
+        return QDBusConnection::connectToBus(address(), m_clients.last());
+    }
 
 private:
     QString path(const char *name) const { return m_folder.filePath(QString::fromLatin1(name)); }
+    void write(const char *name, const QString &text) const
+    {
+        QFile file(path(name));
+        if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
+            qFatal("no session bus: %s", qPrintable(file.errorString()));
+    }
 
     QTemporaryDir m_folder;
     QProcess m_daemon;

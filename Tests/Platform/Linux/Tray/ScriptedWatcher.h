@@ -46,9 +46,7 @@ public:
     {
         m_hasHost = isRegistered;
         m_connection.send(QDBusMessage::createSignal(
-            m_path, m_watcher,
-            isRegistered ? QStringLiteral("StatusNotifierHostRegistered")
-                         : QStringLiteral("StatusNotifierHostUnregistered")));
+            m_path, m_watcher, QStringLiteral("StatusNotifierHostRegistered")));
     }
     /// Items on the bus that registered here.
     QStringList items() const
