@@ -3,6 +3,7 @@
 #include "Platform/Linux/Bus/Connection.h"
 #include "Platform/Linux/DiskImages.h"
 #include "Platform/Linux/Hotkey/KeyDownMonitor.h"
+#include "Platform/Linux/Hotkey/KeyboardLayout.h"
 #include "Platform/Linux/InformationDictionary.h"
 #include "Platform/Linux/Memory.h"
 #include "Platform/Linux/Notifications/NotificationCentre.h"
@@ -15,7 +16,6 @@
 #include "Platform/Linux/Windows/PopoverContainer.h"
 #include "Platform/Linux/Windows/WindowStyle.h"
 #include "Platform/Linux/X11/Connection.h"
-#include "Platform/Linux/Hotkey/KeyboardLayout.h"
 #include "Platform/Linux/X11/XSettings.h"
 #include "Platform/Platform.h"
 
@@ -54,7 +54,8 @@ private:
     BusConnection m_bus;
     LinuxNotificationCentre m_notifications;
     // A system bus that is missing hardly ever appears later.
-    BusConnection m_systemBus{BusConnection::Kind::System, {.longestRetry = std::chrono::minutes(1)}};
+    BusConnection m_systemBus{BusConnection::Kind::System,
+                              {.longestRetry = std::chrono::minutes(1)}};
     LinuxPopoverContainer m_popover;
     LinuxWindowStyle m_windowStyle;
     LinuxKeyboardLayout m_keyboard;
