@@ -1,6 +1,7 @@
 #include "AppDelegate.h"
 
 #include "InterpolateColor.h"
+#include "Model/MetricTraits.h"
 #include "Services/LaunchAtLogin.h"
 
 #include <QCoreApplication>
@@ -33,9 +34,7 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     : QObject(parent)
     , m_platform(platform)
     , m_clock(std::move(clock))
-    // In braces: the order in which the sources are made is part of the launch.
-    , m_collector{platform.makeFanSource(), platform.makePageCounters(),
-                  platform.makeProcessorTicks()}
+    , m_collector(platform.makeMetricSources())
     , m_alertManager(platform.notificationCentre(), std::move(wallClock))
     , m_settingsVM(platform.defaultsStore())
     , m_hotkeyManager(platform.hotkeyRegistrar())
@@ -86,7 +85,7 @@ void AppDelegate::applicationDidFinishLaunching()
             &AppDelegate::openSettings);
     connect(m_statusItem.get(), &StatusItem::quitRequested, this, &AppDelegate::quit);
     if (m_statusItem->hasButton())
-        m_statusItem->setTitle({QStringLiteral("-"), tierColor(ThresholdTier::green),
+        m_statusItem->setTitle({QStringLiteral("-"), tierColor(ThresholdTier::Green),
                                 widestText(m_settingsVM.menuBarMetric())});
     m_platform.popover().setContent([this] { return m_windows.makeDashboard(dashboard()); });
 
@@ -126,11 +125,11 @@ void AppDelegate::handleTick()
     dashboard().update();
     updateStatusItem();
     m_alertManager.checkAlerts(m_settingsVM, dashboard());
-    // A machine without fans must not keep a fan title; whoever picks it later has his way. Fans
-    // that have not answered yet may be there.
-    if (m_collector.areFansKnown() && !std::exchange(m_hasCheckedFanCount, true)
-        && m_collector.fanCount() == 0 && m_settingsVM.menuBarMetric() == SystemMetric::fanSpeed)
-        m_settingsVM.setMenuBarMetric(SystemMetric::memoryUsage);
+    // A computer without fans must not keep a fan title. Once only, or nobody could pick it; and
+    // not before the fans have answered.
+    if (m_collector.areFansKnown() && !std::exchange(m_hasCheckedPresence, true)
+        && !dashboard().isPresent(m_settingsVM.menuBarMetric()))
+        m_settingsVM.setMenuBarMetric(SystemMetric::MemoryUsage);
     emit tickHandled();
 }
 
@@ -156,11 +155,11 @@ void AppDelegate::updateStatusItem()
 QColor AppDelegate::tierColor(ThresholdTier tier)
 {
     switch (tier) {
-    case ThresholdTier::green:
+    case ThresholdTier::Green:
         return statusItem().systemColor(SystemColor::Green);
-    case ThresholdTier::yellow:
+    case ThresholdTier::Yellow:
         return statusItem().systemColor(SystemColor::Yellow);
-    case ThresholdTier::red:
+    case ThresholdTier::Red:
         return statusItem().systemColor(SystemColor::Red);
     }
     Q_UNREACHABLE();
@@ -170,7 +169,7 @@ QString AppDelegate::toolTipText() const
 {
     QStringList lines;
     for (const SystemMetric metric : allMetrics)
-        lines << titleOf(metric) + QStringLiteral(": ") + m_dashboardVM->displayText(metric);
+        lines << traitsOf(metric).title + QStringLiteral(": ") + m_dashboardVM->displayText(metric);
     return lines.join(u'\n');
 }
 

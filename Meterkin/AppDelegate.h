@@ -91,12 +91,12 @@ private:
     ApplicationWindows m_windows;
     DiskImageCleanup m_diskImageCleanup;
 
-    ThresholdTier m_previousTier = ThresholdTier::green;
+    ThresholdTier m_previousTier = ThresholdTier::Green;
     QTimer m_animationTimer;
     QColor m_animationStartColor;
     QColor m_animationTargetColor;
     std::optional<TimePoint> m_animationStartTime;
-    bool m_hasCheckedFanCount = false;
+    bool m_hasCheckedPresence = false;
 
     std::unique_ptr<ObservationScope> m_displaySettingsObserver;
     std::unique_ptr<ObservationScope> m_hotkeySettingsObserver;

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "Model/SystemMetric.h"
-#include "Sampling/CPUInfo.h"
-#include "Platform/FanSource.h"
-#include "Sampling/MemoryInfo.h"
+#include "Sampling/MetricSample.h"
 
 #include <QBindable>
 #include <QList>
@@ -14,47 +12,22 @@
 
 class MetricCollector;
 
-/// A value that others follow and only the dashboard itself writes.
-#define METERKIN_DASHBOARD_PROPERTY(Type, name, Name)                                              \
-public:                                                                                            \
-    Q_PROPERTY(Type name READ name NOTIFY name##Changed BINDABLE bindable##Name FINAL)             \
-    Type name() const                                                                              \
-    {                                                                                              \
-        return m_##name.value();                                                                   \
-    }                                                                                              \
-    QBindable<Type> bindable##Name() const                                                         \
-    {                                                                                              \
-        return &m_##name;                                                                          \
-    }                                                                                              \
-    Q_SIGNAL void name##Changed();                                                                 \
-                                                                                                   \
-private:                                                                                           \
-    Q_OBJECT_BINDABLE_PROPERTY(DashboardViewModel, Type, m_##name,                                 \
-                               &DashboardViewModel::name##Changed)
+/// What the run so far knows of one metric, in its unit.
+struct MetricRecord {
+    std::optional<double> value; ///< by which it is judged now; absent when it cannot be measured
+    QList<double>
+        history; ///< the last values, at most DashboardViewModel::HistoryLength, oldest first
+    std::optional<double> high; ///< since the start; absent until there was a value
+    std::optional<double> low;
 
-/// The newest readings, a short history of each metric and its extremes since the start. Main
-/// thread only.
+    bool operator==(const MetricRecord &) const = default;
+};
+
+/// The newest readings, a short history of each metric and its extremes since the start. A binding
+/// that asks for any of it follows all updates. Main thread only.
 class DashboardViewModel : public QObject {
     Q_OBJECT
-
-    // As the collector published them at the last update.
-    METERKIN_DASHBOARD_PROPERTY(QList<FanReading>, fanSpeeds, FanSpeeds)
-    METERKIN_DASHBOARD_PROPERTY(std::optional<MemoryInfo>, memoryInfo, MemoryInfo)
-    METERKIN_DASHBOARD_PROPERTY(std::optional<CPUInfo>, cpuInfo, CpuInfo)
-    METERKIN_DASHBOARD_PROPERTY(qint64, fanCount, FanCount)
-
-    // The last values of each metric, at most HistoryLength, oldest first.
-    METERKIN_DASHBOARD_PROPERTY(QList<double>, fanSpeedHistory, FanSpeedHistory)
-    METERKIN_DASHBOARD_PROPERTY(QList<double>, memoryHistory, MemoryHistory)
-    METERKIN_DASHBOARD_PROPERTY(QList<double>, cpuUsageHistory, CpuUsageHistory)
-
-    // Absent until the metric had a value.
-    METERKIN_DASHBOARD_PROPERTY(std::optional<double>, fanSpeedHigh, FanSpeedHigh)
-    METERKIN_DASHBOARD_PROPERTY(std::optional<double>, fanSpeedLow, FanSpeedLow)
-    METERKIN_DASHBOARD_PROPERTY(std::optional<double>, memoryHigh, MemoryHigh)
-    METERKIN_DASHBOARD_PROPERTY(std::optional<double>, memoryLow, MemoryLow)
-    METERKIN_DASHBOARD_PROPERTY(std::optional<double>, cpuUsageHigh, CpuUsageHigh)
-    METERKIN_DASHBOARD_PROPERTY(std::optional<double>, cpuUsageLow, CpuUsageLow)
+    Q_PROPERTY(qint64 fanCount READ fanCount NOTIFY fanCountChanged BINDABLE bindableFanCount FINAL)
 
 public:
     static constexpr qsizetype HistoryLength = 60;
@@ -65,12 +38,46 @@ public:
     /// Takes in the collector's readings. Once a sample.
     void update();
 
-    /// The value by which the kind is judged, in its unit; absent when there is none, or none that
-    /// is finite.
-    std::optional<double> currentValue(SystemMetric metric) const;
+    /// As the collector published it at the last update.
+    MetricSample sample() const { return m_readings.value().sample; }
+    MetricRecord record(SystemMetric metric) const { return m_readings.value().records[metric]; }
+    std::optional<double> currentValue(SystemMetric metric) const { return record(metric).value; }
     /// The current value with its unit, or "N/A".
     QString displayText(SystemMetric metric) const;
+    /// Whether the computer has what it takes to measure it.
+    bool isPresent(SystemMetric metric) const;
+
+    // Parts of the sample and of the records.
+    QList<FanReading> fanSpeeds() const;
+    std::optional<MemoryInfo> memoryInfo() const { return sample().memory; }
+    std::optional<CPUInfo> cpuInfo() const { return sample().processors; }
+    QList<double> fanSpeedHistory() const { return record(SystemMetric::FanSpeed).history; }
+    QList<double> memoryHistory() const { return record(SystemMetric::MemoryUsage).history; }
+    QList<double> cpuUsageHistory() const { return record(SystemMetric::CpuUsage).history; }
+    std::optional<double> fanSpeedHigh() const { return record(SystemMetric::FanSpeed).high; }
+    std::optional<double> fanSpeedLow() const { return record(SystemMetric::FanSpeed).low; }
+    std::optional<double> memoryHigh() const { return record(SystemMetric::MemoryUsage).high; }
+    std::optional<double> memoryLow() const { return record(SystemMetric::MemoryUsage).low; }
+    std::optional<double> cpuUsageHigh() const { return record(SystemMetric::CpuUsage).high; }
+    std::optional<double> cpuUsageLow() const { return record(SystemMetric::CpuUsage).low; }
+
+    /// How many fans there are; may exceed the list of those that answer.
+    qint64 fanCount() const { return m_fanCount; }
+    QBindable<qint64> bindableFanCount() const { return &m_fanCount; }
+
+signals:
+    void fanCountChanged();
 
 private:
+    struct Readings {
+        MetricSample sample;
+        ByMetric<MetricRecord> records;
+
+        bool operator==(const Readings &) const = default;
+    };
+
     const MetricCollector &m_collector;
+    QProperty<Readings> m_readings;
+    Q_OBJECT_BINDABLE_PROPERTY(DashboardViewModel, qint64, m_fanCount,
+                               &DashboardViewModel::fanCountChanged)
 };

@@ -20,3 +20,8 @@ QString decimalText(double value, int decimals)
     const bool isZero = std::ranges::none_of(printed, [](char c) { return c >= '1' && c <= '9'; });
     return sign != 0 && isZero ? text.sliced(1) : text; // "-0%" would look like a fault
 }
+
+QString gibibyteText(std::uint64_t bytes)
+{
+    return decimalText(static_cast<double>(bytes) / (1024.0 * 1024.0 * 1024.0), 1);
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Model/MetricSettings.h"
+#include "Model/StoredProperty.h"
 #include "Model/SystemMetric.h"
 #include "Model/ThresholdTier.h"
 
@@ -12,46 +14,25 @@
 
 class DefaultsStore;
 
-/// The table of settings: type, property, the same with a capital, registered default. The key in
-/// the store is the property's name.
+/// The table of settings that belong to no single metric: type, property, the same with a capital,
+/// registered default. The key in the store is the property's name.
 // clang-format off
 #define METERKIN_SETTINGS(SETTING) \
-    SETTING(SystemMetrics::SystemMetric, menuBarMetric, MenuBarMetric, SystemMetric::memoryUsage) \
+    SETTING(SystemMetrics::SystemMetric, menuBarMetric, MenuBarMetric, SystemMetric::MemoryUsage) \
     SETTING(double, updateInterval, UpdateInterval, 3.0) /* seconds */ \
-    SETTING(double, fanSpeedGreen, FanSpeedGreen, 2000.0) /* revolutions per minute */ \
-    SETTING(double, fanSpeedYellow, FanSpeedYellow, 4000.0) \
-    SETTING(double, memoryGreen, MemoryGreen, 60.0) /* percent */ \
-    SETTING(double, memoryYellow, MemoryYellow, 80.0) \
-    SETTING(double, cpuUsageGreen, CpuUsageGreen, 50.0) /* percent */ \
-    SETTING(double, cpuUsageYellow, CpuUsageYellow, 80.0) \
-    SETTING(bool, alertFanSpeed, AlertFanSpeed, false) \
-    SETTING(bool, alertMemory, AlertMemory, false) \
-    SETTING(bool, alertCPUUsage, AlertCPUUsage, false) \
     SETTING(bool, launchAtLogin, LaunchAtLogin, true) \
     SETTING(bool, hotkeyEnabled, HotkeyEnabled, std::nullopt) \
     SETTING(quint32, hotkeyKeyCode, HotkeyKeyCode, std::nullopt) /* 0: none */ \
     SETTING(quint32, hotkeyModifiers, HotkeyModifiers, std::nullopt)
+
+/// A setting of one metric by its name in the store.
+#define METERKIN_METRIC_SETTING(Type, name, Name, metric, part, Part) \
+    Type name() const { return of(SystemMetric::metric)->part(); } \
+    void set##Name(Type value) { of(SystemMetric::metric)->set##Part(value); }
 // clang-format on
 
-/// What a setting is as a property. The bindable is read-only: a value or binding set through it
-/// would not reach the store.
 #define METERKIN_SETTING_PROPERTY(Type, name, Name, standard)                                      \
-public:                                                                                            \
-    Q_PROPERTY(                                                                                    \
-        Type name READ name WRITE set##Name NOTIFY name##Changed BINDABLE bindable##Name FINAL)    \
-    Type name() const                                                                              \
-    {                                                                                              \
-        return m_##name.value();                                                                   \
-    }                                                                                              \
-    void set##Name(Type value);                                                                    \
-    QBindable<Type> bindable##Name() const                                                         \
-    {                                                                                              \
-        return &m_##name;                                                                          \
-    }                                                                                              \
-    Q_SIGNAL void name##Changed();                                                                 \
-                                                                                                   \
-private:                                                                                           \
-    Q_OBJECT_BINDABLE_PROPERTY(SettingsViewModel, Type, m_##name, &SettingsViewModel::name##Changed)
+    METERKIN_STORED_PROPERTY(SettingsViewModel, Type, name, Name)
 
 /// Every preference of the user, each kept in the store under its own name. A setter notifies when
 /// the value differs and writes the store in any case; nothing is clamped or checked against
@@ -70,10 +51,26 @@ public:
     /// program. The store outlives the model.
     explicit SettingsViewModel(DefaultsStore &store, QObject *parent = nullptr);
 
+    /// The settings of one metric. They belong to this model.
+    Q_INVOKABLE MetricSettings *of(SystemMetrics::SystemMetric metric) const
+    {
+        return m_ofMetrics[metric];
+    }
+
+    METERKIN_METRIC_SETTING(double, fanSpeedGreen, FanSpeedGreen, FanSpeed, green, Green)
+    METERKIN_METRIC_SETTING(double, fanSpeedYellow, FanSpeedYellow, FanSpeed, yellow, Yellow)
+    METERKIN_METRIC_SETTING(double, memoryGreen, MemoryGreen, MemoryUsage, green, Green)
+    METERKIN_METRIC_SETTING(double, memoryYellow, MemoryYellow, MemoryUsage, yellow, Yellow)
+    METERKIN_METRIC_SETTING(double, cpuUsageGreen, CpuUsageGreen, CpuUsage, green, Green)
+    METERKIN_METRIC_SETTING(double, cpuUsageYellow, CpuUsageYellow, CpuUsage, yellow, Yellow)
+    METERKIN_METRIC_SETTING(bool, alertFanSpeed, AlertFanSpeed, FanSpeed, isAlertOn, IsAlertOn)
+    METERKIN_METRIC_SETTING(bool, alertMemory, AlertMemory, MemoryUsage, isAlertOn, IsAlertOn)
+    METERKIN_METRIC_SETTING(bool, alertCPUUsage, AlertCPUUsage, CpuUsage, isAlertOn, IsAlertOn)
+
     /// What updateInterval comes to, in seconds; reading it counts as reading the setting.
     double intervalInEffect() const;
 
-    /// The thresholds of one kind; reading them counts as reading both settings.
+    /// The thresholds of one metric; reading them counts as reading both settings.
     Thresholds thresholds(SystemMetric metric) const;
 
     /// Why what is set holds for this run only, in a few words; empty while it is stored.
@@ -83,10 +80,11 @@ public:
 
 private:
     DefaultsStore &m_store;
+    ByMetric<MetricSettings *> m_ofMetrics; ///< children
     Q_OBJECT_BINDABLE_PROPERTY(SettingsViewModel, QString, m_storageProblem,
                                &SettingsViewModel::storageProblemChanged)
 };
 
-/// Makes known what keys read as that the user never set: those of the table that have a default,
+/// Makes known what keys read as that the user never set: those of the tables that have a default,
 /// and that the onboarding was not shown yet.
 void registerSettingsDefaults(DefaultsStore &store);

@@ -3,6 +3,6 @@
 ThresholdTier tierOf(std::optional<double> value, const Thresholds &thresholds)
 {
     if (!value || *value < thresholds.green)
-        return ThresholdTier::green;
-    return *value < thresholds.yellow ? ThresholdTier::yellow : ThresholdTier::red;
+        return ThresholdTier::Green;
+    return *value < thresholds.yellow ? ThresholdTier::Yellow : ThresholdTier::Red;
 }

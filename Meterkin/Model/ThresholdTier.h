@@ -10,14 +10,14 @@ class ThresholdTiers : public QObject {
 
 public:
     /// How a value is judged.
-    enum class ThresholdTier { green, yellow, red };
+    enum class ThresholdTier { Green, Yellow, Red };
     Q_ENUM(ThresholdTier)
 };
 
 using ThresholdTier = ThresholdTiers::ThresholdTier;
 
-/// Where the tiers of one kind of measurement begin, in its unit. The order is not enforced: with
-/// green above yellow there is no yellow tier.
+/// Where the tiers of one metric begin, in its unit. The order is not enforced: with green above
+/// yellow there is no yellow tier.
 struct Thresholds {
     double green = 0.0; ///< values below are green
     double yellow = 0.0; ///< other values below are yellow, the rest red

@@ -3,16 +3,14 @@
 #include "Platform/DefaultsStore.h"
 #include "Platform/DesktopAppearance.h"
 #include "Platform/DiskImages.h"
-#include "Platform/FanSource.h"
 #include "Platform/HotkeyRegistrar.h"
 #include "Platform/InformationAlert.h"
 #include "Platform/KeyDownMonitor.h"
 #include "Platform/KeyboardLayout.h"
 #include "Platform/LoginItem.h"
+#include "Platform/MetricSources.h"
 #include "Platform/NotificationCentre.h"
-#include "Platform/PageCounters.h"
 #include "Platform/PopoverContainer.h"
-#include "Platform/ProcessorTicks.h"
 #include "Platform/StatusItem.h"
 #include "Platform/UpdateFramework.h"
 #include "Platform/WindowStyle.h"
@@ -26,9 +24,7 @@ class Platform {
 public:
     virtual ~Platform() = default;
 
-    virtual std::unique_ptr<FanSource> makeFanSource() = 0;
-    virtual std::unique_ptr<PageCounters> makePageCounters() = 0;
-    virtual std::unique_ptr<ProcessorTicks> makeProcessorTicks() = 0;
+    virtual MetricSources makeMetricSources() = 0;
     virtual std::unique_ptr<StatusItem> makeStatusItem() = 0;
     virtual DefaultsStore &defaultsStore() = 0;
     /// What people call a machine of this system.

@@ -36,12 +36,9 @@ struct MetricCollector::Shared {
     }
 };
 
-MetricCollector::MetricCollector(std::unique_ptr<FanSource> fans,
-                                 std::unique_ptr<PageCounters> pages,
-                                 std::unique_ptr<ProcessorTicks> ticks, QObject *parent)
+MetricCollector::MetricCollector(MetricSources sources, QObject *parent)
     : QObject(parent)
-    , m_sampler(
-          std::make_shared<MetricSampler>(std::move(fans), std::move(pages), std::move(ticks)))
+    , m_sampler(std::make_shared<MetricSampler>(std::move(sources)))
     , m_shared(std::make_shared<Shared>())
     , m_queue(std::make_unique<QThreadPool>())
     , m_timer(this)
@@ -103,7 +100,7 @@ void MetricCollector::publish(const MetricSample &sample)
 {
     if (!m_shared->isSampleDue)
         m_retryTimer.stop();
-    m_areFansKnown = sample.fans.has_value();
+    m_latestSample = sample;
     m_fanCount = sample.fans ? sample.fans->count : 0;
     m_latestFanSpeeds = sample.fans ? sample.fans->fans : QList<FanReading>();
     m_latestMemory = sample.memory;

@@ -1,10 +1,7 @@
 #pragma once
 
-#include "Platform/FanSource.h"
-#include "Platform/PageCounters.h"
-#include "Platform/ProcessorTicks.h"
-#include "Sampling/CPUInfo.h"
-#include "Sampling/MemoryInfo.h"
+#include "Platform/MetricSources.h"
+#include "Sampling/MetricSample.h"
 
 #include <QBindable>
 #include <QList>
@@ -17,7 +14,6 @@
 #include <optional>
 
 class MetricSampler;
-struct MetricSample;
 
 /// Samples the machine on a timer and publishes the readings. Main thread only; the readers run in
 /// the background, with at most one sample waiting. Slow or hanging fans never delay memory and
@@ -33,8 +29,7 @@ class MetricCollector : public QObject {
     Q_PROPERTY(qint64 fanCount READ fanCount NOTIFY fanCountChanged BINDABLE bindableFanCount)
 
 public:
-    MetricCollector(std::unique_ptr<FanSource> fans, std::unique_ptr<PageCounters> pages,
-                    std::unique_ptr<ProcessorTicks> ticks, QObject *parent = nullptr);
+    explicit MetricCollector(MetricSources sources, QObject *parent = nullptr);
     /// Never waits for a sensor: the result of a sample that is being taken is dropped.
     ~MetricCollector() override;
 
@@ -43,6 +38,8 @@ public:
     /// above LongestInterval as that.
     void start(double interval);
 
+    /// Everything in the last sample, empty before the first. What follows is part of it.
+    const MetricSample &latestSample() const { return m_latestSample; }
     /// The fans that could be read, in index order; during a slow read those of the previous one.
     QList<FanReading> latestFanSpeeds() const { return m_latestFanSpeeds; }
     QBindable<QList<FanReading>> bindableLatestFanSpeeds() const { return &m_latestFanSpeeds; }
@@ -56,7 +53,7 @@ public:
     qint64 fanCount() const { return m_fanCount; }
     QBindable<qint64> bindableFanCount() const { return &m_fanCount; }
     /// Whether the fans have been read once, so that their number is known.
-    bool areFansKnown() const { return m_areFansKnown; }
+    bool areFansKnown() const { return m_latestSample.fans.has_value(); }
 
     /// Called on the main thread after each sample has been published. Set before start().
     std::function<void()> onTick;
@@ -89,5 +86,5 @@ private:
     std::unique_ptr<QThreadPool> m_queue;
     QTimer m_timer;
     QTimer m_retryTimer; ///< runs while a sample is due: starts another job when the first hangs
-    bool m_areFansKnown = false;
+    MetricSample m_latestSample;
 };

@@ -10,11 +10,10 @@ MemoryReader makeMemoryReader(std::unique_ptr<PageCounters> pages)
 
 } // namespace
 
-MetricSampler::MetricSampler(std::unique_ptr<FanSource> fans, std::unique_ptr<PageCounters> pages,
-                             std::unique_ptr<ProcessorTicks> ticks)
-    : m_fans(std::move(fans))
-    , m_memoryReader(makeMemoryReader(std::move(pages)))
-    , m_cpuReader(std::move(ticks))
+MetricSampler::MetricSampler(MetricSources sources)
+    : m_fans(std::move(sources.fans))
+    , m_memoryReader(makeMemoryReader(std::move(sources.pages)))
+    , m_cpuReader(std::move(sources.ticks))
 {
 }
 

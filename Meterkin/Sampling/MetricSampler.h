@@ -1,21 +1,15 @@
 #pragma once
 
+#include "Platform/MetricSources.h"
 #include "Sampling/CPUReader.h"
 #include "Sampling/FanSampler.h"
 #include "Sampling/MemoryReader.h"
-
-/// Everything read from the machine at one moment.
-struct MetricSample {
-    std::optional<FanSample> fans; ///< absent until they have been read once
-    std::optional<MemoryInfo> memory;
-    std::optional<CPUInfo> processors;
-};
+#include "Sampling/MetricSample.h"
 
 /// The three readers. The fans, which may be slow, are read apart from the others.
 class MetricSampler {
 public:
-    MetricSampler(std::unique_ptr<FanSource> fans, std::unique_ptr<PageCounters> pages,
-                  std::unique_ptr<ProcessorTicks> ticks);
+    explicit MetricSampler(MetricSources sources);
 
     /// Any thread.
     FanSampler &fans() { return m_fans; }

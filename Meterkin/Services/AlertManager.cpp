@@ -1,6 +1,7 @@
 #include "Services/AlertManager.h"
 
 #include "Model/DashboardViewModel.h"
+#include "Model/MetricTraits.h"
 #include "Model/SettingsViewModel.h"
 #include "Platform/NotificationCentre.h"
 
@@ -13,34 +14,6 @@
 namespace {
 
 constexpr std::chrono::minutes Cooldown{10};
-
-bool isAlertOn(const SettingsViewModel &settings, SystemMetric metric)
-{
-    switch (metric) {
-    case SystemMetric::fanSpeed:
-        return settings.alertFanSpeed();
-    case SystemMetric::memoryUsage:
-        return settings.alertMemory();
-    case SystemMetric::cpuUsage:
-        return settings.alertCPUUsage();
-    }
-    return false;
-}
-
-// The number as the title has it: one rounding for both.
-QString alertBody(SystemMetric metric, double value)
-{
-    const QString text = valueText(metric, value);
-    switch (metric) {
-    case SystemMetric::fanSpeed:
-        return QStringLiteral("Fan speed is ") + text;
-    case SystemMetric::memoryUsage:
-        return QStringLiteral("Memory usage is ") + text;
-    case SystemMetric::cpuUsage:
-        return QStringLiteral("CPU usage is ") + text;
-    }
-    return {};
-}
 
 } // namespace
 
@@ -68,7 +41,7 @@ void AlertManager::requestPermission()
 void AlertManager::checkAlerts(const SettingsViewModel &settings,
                                const DashboardViewModel &dashboard)
 {
-    const auto isOn = [&settings](SystemMetric metric) { return isAlertOn(settings, metric); };
+    const auto isOn = [&settings](SystemMetric metric) { return settings.of(metric)->isAlertOn(); };
 
     // At every tick, an unanswered request or not: one lost answer must not silence us for good.
     if (!m_hasPermission && std::ranges::any_of(allMetrics, isOn))
@@ -81,7 +54,7 @@ void AlertManager::checkAlerts(const SettingsViewModel &settings,
     for (const SystemMetric metric : allMetrics) {
         const std::optional<double> value = dashboard.currentValue(metric);
         if (value && isOn(metric))
-            evaluate(metric, *value, settings.thresholds(metric).yellow);
+            evaluate(metric, *value, settings.of(metric)->yellow());
     }
 }
 
@@ -93,15 +66,16 @@ void AlertManager::evaluate(SystemMetric metric, double value, double limit)
         return;
 
     const auto now = m_clock();
-    if (const auto last = m_lastAlertTime.find(metric);
-        last != m_lastAlertTime.end() && last->second <= now && now - last->second < Cooldown)
-        return; // a last time in the future was told by a clock that was wrong
+    if (const auto last = m_lastAlertTime[metric]; last && *last <= now && now - *last < Cooldown)
+        return; // a last time in the future comes from a clock that was wrong
     m_lastAlertTime[metric] = now;
     postAlert(metric, value);
 }
 
 void AlertManager::postAlert(SystemMetric metric, double value)
 {
-    m_centre.post({identifierPrefix + titleOf(metric), QStringLiteral("Meterkin Alert"),
-                   alertBody(metric, value)});
+    // The number as the title has it: one rounding for both.
+    const MetricTraits &traits = traitsOf(metric);
+    m_centre.post({identifierPrefix + traits.title, QStringLiteral("Meterkin Alert"),
+                   traits.alertWords + valueText(metric, value)});
 }

@@ -7,7 +7,7 @@
 #include <QString>
 
 #include <chrono>
-#include <map>
+#include <optional>
 
 class DashboardViewModel;
 class NotificationCentre;
@@ -42,7 +42,7 @@ private:
 
     NotificationCentre &m_centre;
     WallClock m_clock;
-    std::map<SystemMetric, std::chrono::system_clock::time_point> m_lastAlertTime;
-    std::map<SystemMetric, bool> m_wasAboveThreshold; ///< at the last evaluation
+    ByMetric<std::optional<std::chrono::system_clock::time_point>> m_lastAlertTime;
+    ByMetric<bool> m_wasAboveThreshold; ///< at the last evaluation
     bool m_hasPermission = false;
 };

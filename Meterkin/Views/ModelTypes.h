@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Model/DashboardViewModel.h"
+#include "Model/MetricSettings.h"
 #include "Model/SettingsViewModel.h"
 #include "Model/SystemMetric.h"
 #include "Model/ThresholdTier.h"
@@ -23,6 +24,13 @@ struct SettingsViewModelInQml {
     Q_GADGET
     QML_FOREIGN(SettingsViewModel)
     QML_NAMED_ELEMENT(SettingsViewModel)
+    QML_UNCREATABLE("made by the program")
+};
+
+struct MetricSettingsInQml {
+    Q_GADGET
+    QML_FOREIGN(MetricSettings)
+    QML_NAMED_ELEMENT(MetricSettings)
     QML_UNCREATABLE("made by the program")
 };
 
@@ -49,11 +57,13 @@ struct SystemColorsInQml {
 struct SystemMetricInQml {
     Q_GADGET
     QML_FOREIGN(SystemMetrics)
-    QML_ANONYMOUS
+    QML_NAMED_ELEMENT(SystemMetric)
+    QML_UNCREATABLE("names the enumerators")
 };
 
 struct ThresholdTierInQml {
     Q_GADGET
     QML_FOREIGN(ThresholdTiers)
-    QML_ANONYMOUS
+    QML_NAMED_ELEMENT(ThresholdTier)
+    QML_UNCREATABLE("names the enumerators")
 };

@@ -33,9 +33,8 @@ QtObject {
         return Math.round(size * Appearance.textScale)
     }
 
-    // By number: QML has no names for enumerators that begin with a small letter.
     function tierColor(tier: int): color {
-        return tier === 0 ? green : tier === 1 ? yellow : red
+        return tier === ThresholdTier.Green ? green : tier === ThresholdTier.Yellow ? yellow : red
     }
 
     function faded(color: color, opacity: real): color {

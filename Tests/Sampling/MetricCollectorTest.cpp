@@ -17,9 +17,7 @@ private slots:
     {
         m_vitals =
             std::make_shared<Vitals>(Vitals{.fanSpeed = 1200.0, .memory = 25.0, .cpuUsage = 40.0});
-        m_collector = std::make_unique<MetricCollector>(std::make_unique<VitalFans>(m_vitals),
-                                                        std::make_unique<VitalPages>(m_vitals),
-                                                        std::make_unique<VitalTicks>(m_vitals));
+        m_collector = std::make_unique<MetricCollector>(makeSources(m_vitals));
         m_ticks = 0;
         m_collector->onTick = [this] {
             QCOMPARE(QThread::currentThread(), QCoreApplication::instance()->thread());

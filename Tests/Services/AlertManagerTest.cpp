@@ -16,6 +16,7 @@ struct Step {
     bool alertOn = true;
 };
 
+using namespace Qt::StringLiterals;
 using Known = NotificationAuthorization;
 using Answer = AuthorizationAnswer;
 
@@ -23,9 +24,8 @@ using Answer = AuthorizationAnswer;
 struct Bench {
     explicit Bench(Known authorization = Known::Authorized)
     {
-        settings.setAlertFanSpeed(true);
-        settings.setAlertMemory(true);
-        settings.setAlertCPUUsage(true);
+        for (const SystemMetric metric : allMetrics)
+            settings.of(metric)->setIsAlertOn(true);
         centre.answerQueries(authorization);
     }
 
@@ -88,49 +88,34 @@ private slots:
             bench.settings.setAlertMemory(step.alertOn);
             bench.tick(step.time, {.memory = step.memory});
         }
-        QTEST(bench.times.value(QStringLiteral("Memory")), "alerts");
+        QTEST(bench.times.value(u"Memory"_s), "alerts");
     }
 
-    void eachMetricHasItsSwitchAndText_data()
-    {
-        QTest::addColumn<QString>("identifier");
-        QTest::addColumn<QString>("body");
-        const QString prefix = QStringLiteral("org.meterkin.Meterkin.alert.");
-        QTest::newRow("alertFanSpeed")
-            << prefix + QStringLiteral("Fan Speed") << QStringLiteral("Fan speed is 4234 RPM");
-        QTest::newRow("alertMemory")
-            << prefix + QStringLiteral("Memory") << QStringLiteral("Memory usage is 92%");
-        QTest::newRow("alertCPUUsage")
-            << prefix + QStringLiteral("CPU Usage") << QStringLiteral("CPU usage is 80%");
-    }
     void eachMetricHasItsSwitchAndText()
     {
-        QFETCH(const QString, identifier);
-        QFETCH(const QString, body);
-        Bench bench;
-        for (const char *property : {"alertFanSpeed", "alertMemory", "alertCPUUsage"})
-            bench.settings.setProperty(property, qstrcmp(property, QTest::currentDataTag()) == 0);
-        bench.tick(0, {.cpuUsage = 0.0}); // usage is a difference of two samples
-        bench.tick(3, {4234.5, 91.6, 80.4});
-        QCOMPARE(
-            bench.centre.posts,
-            std::vector({NotificationRecord{identifier, QStringLiteral("Meterkin Alert"), body}}));
+        const QString prefix = u"org.meterkin.Meterkin.alert."_s;
+        const QString title = u"Meterkin Alert"_s;
+        for (const auto &[metric, identifier, body] :
+             {std::tuple(SystemMetric::FanSpeed, u"Fan Speed"_s, u"Fan speed is 4234 RPM"_s),
+              {SystemMetric::MemoryUsage, u"Memory"_s, u"Memory usage is 92%"_s},
+              {SystemMetric::CpuUsage, u"CPU Usage"_s, u"CPU usage is 80%"_s}}) {
+            Bench bench;
+            for (const SystemMetric each : allMetrics)
+                bench.settings.of(each)->setIsAlertOn(each == metric);
+            bench.tick(0, {.cpuUsage = 0.0}); // usage is a difference of two samples
+            bench.tick(3, {4234.5, 91.6, 80.4});
+            QCOMPARE(bench.centre.posts,
+                     std::vector({NotificationRecord{prefix + identifier, title, body}}));
+        }
     }
 
-    void hourOfFlapping()
+    void metricsCoolDownApart()
     {
         Bench bench;
-        bench.settings.setCpuUsageYellow(50);
-        for (int tick = 0; tick <= 1200; ++tick)
-            bench.tick(tick * 3,
-                       {.fanSpeed = tick % 2 == 0 ? 4000.0 : 3999.0,
-                        .memory = tick % 2 == 1 ? 80.0 : 79.0,
-                        .cpuUsage = tick % 3 == 2 ? 60.0 : 40.0});
-        const QMap<QString, QList<int>> expected{
-            {QStringLiteral("Fan Speed"), {0, 600, 1200, 1800, 2400, 3000, 3600}},
-            {QStringLiteral("Memory"), {3, 603, 1203, 1803, 2403, 3003}},
-            {QStringLiteral("CPU Usage"), {6, 609, 1212, 1815, 2418, 3021}}};
-        QCOMPARE(bench.times, expected);
+        bench.tick(0, {.memory = 85.0});
+        bench.tick(3, {.fanSpeed = 4500.0, .memory = 85.0});
+        QCOMPARE(bench.times,
+                 (QMap<QString, QList<int>>{{u"Memory"_s, {0}}, {u"Fan Speed"_s, {3}}}));
     }
 
     void permission_data()
@@ -158,16 +143,16 @@ private slots:
         QFETCH(const NotificationAuthorization, known);
         QFETCH(const bool, alertsOn);
         Bench bench(known);
-        bench.settings.setAlertFanSpeed(false);
-        bench.settings.setAlertMemory(alertsOn);
-        bench.settings.setAlertCPUUsage(false);
+        for (const SystemMetric metric : allMetrics)
+            bench.settings.of(metric)->setIsAlertOn(alertsOn
+                                                    && metric == SystemMetric::MemoryUsage);
         for (const int time : {0, 3, 6}) {
             bench.tick(time, {.memory = 90.0});
             if (answer)
                 bench.centre.answerRequests(*answer);
         }
         QTEST(bench.centre.requestCount, "requests");
-        QTEST(bench.times.value(QStringLiteral("Memory")), "alerts");
+        QTEST(bench.times.value(u"Memory"_s), "alerts");
     }
 
     void lateAnswersFindNoManager()

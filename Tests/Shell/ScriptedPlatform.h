@@ -2,7 +2,6 @@
 
 #include "Platform/Platform.h"
 #include "Support/ScriptedServices.h"
-#include "Support/ScriptedStatusItem.h"
 #include "Support/ScriptedStore.h"
 #include "Support/ScriptedVitals.h"
 
@@ -12,9 +11,32 @@
 
 #include <utility>
 
-/// A system of scripted back ends that notes in which order the program turns to them.
+/// A status item that remembers what it is told.
+struct ScriptedStatusItem : StatusItem {
+    bool hasButton() const override { return button; }
+    QColor systemColor(SystemColor color) const override { return colors[static_cast<int>(color)]; }
+    void setTitle(const AttributedTitle &title) override { titles.append(title); }
+    void setAccessibilityLabel(const QString &label) override { accessibilityLabel = label; }
+    void setToolTip(const QString &text) override { toolTip = text; }
+    QRect geometry() const override { return QRect(700, 0, 60, 24); }
+
+    static constexpr QColor colors[] = {QColor(0, 200, 0), QColor(200, 200, 0), QColor(200, 0, 0)};
+    bool button = true;
+    QList<AttributedTitle> titles;
+    QString accessibilityLabel;
+    QString toolTip;
+};
+
+/// A system of scripted back ends that notes in which order the program turns to them. The
+/// onboarding was shown, and only the first sample comes by itself.
 class ScriptedPlatform : public Platform {
 public:
+    ScriptedPlatform()
+    {
+        store.setBoolean(QStringLiteral("onboardingShown"), true);
+        store.setNumber(QStringLiteral("updateInterval"), 86400.0);
+    }
+
     QStringList calls;
     std::shared_ptr<Vitals> vitals = std::make_shared<Vitals>();
     ScriptedStore store;
@@ -23,20 +45,10 @@ public:
     ScriptedLoginItem login;
     QPointer<ScriptedStatusItem> item;
 
-    std::unique_ptr<FanSource> makeFanSource() override
+    MetricSources makeMetricSources() override
     {
-        calls << QStringLiteral("fans");
-        return std::make_unique<VitalFans>(vitals);
-    }
-    std::unique_ptr<PageCounters> makePageCounters() override
-    {
-        calls << QStringLiteral("pages");
-        return std::make_unique<VitalPages>(vitals);
-    }
-    std::unique_ptr<ProcessorTicks> makeProcessorTicks() override
-    {
-        calls << QStringLiteral("ticks");
-        return std::make_unique<VitalTicks>(vitals);
+        calls << QStringLiteral("sources");
+        return makeSources(vitals);
     }
     std::unique_ptr<StatusItem> makeStatusItem() override
     {
@@ -62,13 +74,14 @@ public:
         calls << QStringLiteral("disk images");
         return nullptr;
     }
-    QVariantMap informationDictionary() const override { return dictionary; }
+    QVariantMap informationDictionary() const override { return {}; }
     QString bundlePath() const override { return QStringLiteral("/nowhere/Meterkin"); }
-    QVariantMap dictionary{{QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.2")}};
 
     struct Popover : PopoverContainer {
         QStringList done;
         MakeContent make;
+        bool shown = false;
+        bool swallows = false;
         void setContent(MakeContent makeContent) override { make = std::move(makeContent); }
         bool isShown() const override { return shown; }
         bool swallowsClick(const QRect &) override { return swallows; }
@@ -82,23 +95,17 @@ public:
             shown = false;
             done << QStringLiteral("close");
         }
-        bool shown = false;
-        bool swallows = false;
     } shownPopover;
 
     struct Style : WindowStyle {
-        QStringList done;
-        void makeTitled(QQuickWindow &) override { done << QStringLiteral("titled"); }
-        TitleBar makeOnboarding(QQuickWindow &) override
-        {
-            done << QStringLiteral("onboarding");
-            return TitleBar::System;
-        }
+        QStringList presented; ///< titles
+        void makeTitled(QQuickWindow &) override { }
+        TitleBar makeOnboarding(QQuickWindow &) override { return TitleBar::System; }
         void present(QQuickWindow &window) override { presentUnasked(window); }
         void presentUnasked(QQuickWindow &window) override
         {
             window.show();
-            done << window.title();
+            presented << window.title();
         }
     } style;
 

@@ -30,8 +30,6 @@ public:
 
 private:
     std::shared_ptr<Vitals> m_vitals;
-    MetricCollector m_collector{std::make_unique<VitalFans>(m_vitals),
-                                std::make_unique<VitalPages>(m_vitals),
-                                std::make_unique<VitalTicks>(m_vitals)};
+    MetricCollector m_collector{makeSources(m_vitals)};
     DashboardViewModel m_dashboard{m_collector};
 };

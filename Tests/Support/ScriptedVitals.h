@@ -1,8 +1,6 @@
 #pragma once
 
-#include "Platform/FanSource.h"
-#include "Platform/PageCounters.h"
-#include "Platform/ProcessorTicks.h"
+#include "Platform/MetricSources.h"
 
 #include <atomic>
 #include <cmath>
@@ -48,73 +46,67 @@ struct Vitals {
     std::shared_ptr<Gate> cpuGate = std::make_shared<Gate>();
 };
 
-class VitalFans : public FanSource {
-public:
-    explicit VitalFans(std::shared_ptr<const Vitals> vitals)
-        : m_vitals(std::move(vitals))
+/// A source that reports them.
+template <typename Source> struct VitalSource : Source {
+    explicit VitalSource(std::shared_ptr<const Vitals> reported)
+        : vitals(std::move(reported))
     {
     }
+    std::shared_ptr<const Vitals> vitals;
+};
+
+struct VitalFans : VitalSource<FanSource> {
+    using VitalSource::VitalSource;
     FanSample read() override
     {
-        m_vitals->fanGate->pass();
+        vitals->fanGate->pass();
         FanSample sample;
-        sample.count = m_vitals->fanSpeed ? m_vitals->fans : 0;
+        sample.count = vitals->fanSpeed ? vitals->fans : 0;
         for (qint64 i = 0; i < sample.count; ++i) {
-            FanReading fan{i, i == 0 ? *m_vitals->fanSpeed : 0.0, {}, m_vitals->fanRange};
+            FanReading fan{i, i == 0 ? *vitals->fanSpeed : 0.0, {}, vitals->fanRange};
             if (fan.max)
                 fan.min = *fan.max / 10.0;
             sample.fans.append(fan);
         }
         return sample;
     }
-
-private:
-    std::shared_ptr<const Vitals> m_vitals;
 };
 
-class VitalPages : public PageCounters {
-public:
-    explicit VitalPages(std::shared_ptr<const Vitals> vitals)
-        : m_vitals(std::move(vitals))
-    {
-    }
+struct VitalPages : VitalSource<PageCounters> {
+    using VitalSource::VitalSource;
     std::optional<PageCounts> read() override
     {
-        m_vitals->memoryGate->pass();
-        if (!m_vitals->memory)
+        vitals->memoryGate->pass();
+        if (!vitals->memory)
             return std::nullopt;
-        const double pages = *m_vitals->memory / 100.0 * static_cast<double>(m_vitals->totalMemory);
+        const double pages = *vitals->memory / 100.0 * static_cast<double>(vitals->totalMemory);
         return PageCounts{.pageSize = 1, .active = static_cast<std::uint64_t>(std::llround(pages))};
     }
-    std::uint64_t physicalMemory() override { return m_vitals->totalMemory; }
-
-private:
-    std::shared_ptr<const Vitals> m_vitals;
+    std::uint64_t physicalMemory() override { return vitals->totalMemory; }
 };
 
-class VitalTicks : public ProcessorTicks {
-public:
-    explicit VitalTicks(std::shared_ptr<const Vitals> vitals)
-        : m_vitals(std::move(vitals))
-    {
-    }
+struct VitalTicks : VitalSource<ProcessorTicks> {
+    using VitalSource::VitalSource;
     bool read(std::vector<ProcessorCore> &cores) override
     {
-        m_vitals->cpuGate->pass();
-        if (!m_vitals->cpuUsage)
+        vitals->cpuGate->pass();
+        if (!vitals->cpuUsage)
             return false;
-        const double busy = *m_vitals->cpuUsage / 100.0 * static_cast<double>(Period);
-        const auto busyTicks = static_cast<std::uint64_t>(std::llround(busy));
-        m_sum.user += busyTicks;
-        m_sum.idle += Period - busyTicks;
+        constexpr double Period = 100'000; // ticks between two samples
+        const auto busy =
+            static_cast<std::uint64_t>(std::llround(*vitals->cpuUsage * Period / 100));
+        sum.user += busy;
+        sum.idle += static_cast<std::uint64_t>(Period) - busy;
         cores.clear();
-        for (std::size_t core = 0; core < m_vitals->cores; ++core)
-            cores.push_back({static_cast<std::uint32_t>(core), m_sum});
+        for (std::size_t core = 0; core < vitals->cores; ++core)
+            cores.push_back({static_cast<std::uint32_t>(core), sum});
         return true;
     }
-
-private:
-    static constexpr std::uint64_t Period = 100'000; ///< ticks between two samples
-    std::shared_ptr<const Vitals> m_vitals;
-    CoreTicks m_sum;
+    CoreTicks sum;
 };
+
+inline MetricSources makeSources(const std::shared_ptr<const Vitals> &vitals)
+{
+    return {std::make_unique<VitalFans>(vitals), std::make_unique<VitalPages>(vitals),
+            std::make_unique<VitalTicks>(vitals)};
+}

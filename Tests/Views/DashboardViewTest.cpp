@@ -1,28 +1,24 @@
 #include "Model/SettingsViewModel.h"
 #include "Support/ScriptedDashboard.h"
 #include "Support/ScriptedStore.h"
+#include "Support/ShownView.h"
 #include "Support/TestMain.h"
-#include "Views/ViewEngine.h"
 
-#include <QQmlComponent>
-#include <QQuickWindow>
-#include <QSignalSpy>
-#include <QtTest>
+using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr std::uint64_t Gibibyte = 1ULL << 30U;
+enum Hue { Red = 0, Yellow = 1, Green = 3 }; // in steps of 50 degrees
 
-/// Every text that can be seen, in the order of the layout.
-QStringList textsIn(const QQuickItem *item)
+QList<const QQuickItem *> textsIn(const QQuickItem *item)
 {
-    if (!item->isVisible())
-        return {};
-    QStringList texts;
+    QList<const QQuickItem *> texts;
     // Not of controls: their content shows it.
-    if (item->inherits("QQuickText") && !item->property("text").toString().isEmpty())
-        texts << item->property("text").toString();
-    for (const QQuickItem *child : item->childItems())
+    if (item->isVisible() && item->inherits("QQuickText")
+        && !item->property("text").toString().isEmpty())
+        texts << item;
+    for (const QQuickItem *child : item->isVisible() ? item->childItems() : QList<QQuickItem *>())
         texts << textsIn(child);
     return texts;
 }
@@ -36,8 +32,7 @@ class DashboardViewTest : public QObject {
 private slots:
     void cleanup()
     {
-        m_window.reset();
-        m_engine.reset();
+        m.reset();
         m_machine.reset();
     }
 
@@ -46,37 +41,29 @@ private slots:
         QTest::addColumn<Vitals>("vitals");
         QTest::addColumn<int>("samples");
         QTest::addColumn<QString>("texts");
-        const Vitals busy{.memory = 50.0, .cpuUsage = 37.5, .totalMemory = 16 * Gibibyte};
-        const QString memory = QStringLiteral(
-            "meterkin|Memory Usage|8.0 / 16.0 GB (50%)|H: 50%|L: 50%|Active: 8.0G|Wired: 0.0G|"
-            "Compressed: 0.0G|");
-        const QString cpu = memory + QStringLiteral("CPU Usage|37.5%|H: 38%|L: 0%|Per-Core|");
         const auto row = [](const char *name, const Vitals &vitals, int samples,
                             const QString &texts) {
-            QTest::newRow(name) << vitals << samples << texts;
+            QTest::newRow(name) << vitals << samples << u"meterkin|Memory Usage|"_s + texts;
         };
-        row("before the first tick", {}, 0,
-            QStringLiteral("meterkin|Memory Usage|N/A|CPU Usage|N/A|"));
-        row("nothing readable", {}, 2, QStringLiteral("meterkin|Memory Usage|N/A|CPU Usage|N/A|"));
+        const Vitals busy{.memory = 50.0, .cpuUsage = 37.5, .totalMemory = 16 * Gibibyte};
+        const QString cpu = u"8.0 / 16.0 GB (50%)|H: 50%|L: 50%|Active: 8.0G|Wired: 0.0G|"
+                            "Compressed: 0.0G|CPU Usage|37.5%|H: 38%|L: 0%|Per-Core"_s;
+        row("before the first tick", {}, 0, u"N/A|CPU Usage|N/A"_s);
+        row("nothing readable", {}, 2, u"N/A|CPU Usage|N/A"_s);
         row("no memory at all", {.memory = 0.0, .totalMemory = 0}, 1,
-            QStringLiteral("meterkin|Memory Usage|0.0 / 0.0 GB (0%)|H: 0%|L: 0%|Active: 0.0G|"
-                           "Wired: 0.0G|Compressed: 0.0G|CPU Usage|N/A|"));
+            u"0.0 / 0.0 GB (0%)|H: 0%|L: 0%|Active: 0.0G|Wired: 0.0G|Compressed: 0.0G|"
+            "CPU Usage|N/A"_s);
         row("no fan", busy, 2, cpu);
         Vitals withFans = busy;
         withFans.fanSpeed = 1850.0;
         withFans.fanRange = 6000.0;
-        const QString fan = cpu + QStringLiteral("Fan Speed|1850 RPM|H: 1850 RPM|L: 1850 RPM|");
-        row("one fan", withFans, 2, fan + QStringLiteral("Range: 600 - 6000 RPM|"));
-        withFans.fans = 3;
-        row("three fans", withFans, 2,
-            fan
-                + QStringLiteral("Fan 1|Range: 600 - 6000 RPM|Fan 2|Range: 600 - 6000 RPM|"
-                                 "Fan 3|Range: 600 - 6000 RPM|"));
+        const QString fan = cpu + u"|Fan Speed|1850 RPM|H: 1850 RPM|L: 1850 RPM"_s;
+        const QString range = u"|Range: 600 - 6000 RPM"_s;
+        row("one fan", withFans, 2, fan + range);
         withFans.fans = 2;
+        row("two fans", withFans, 2, fan + u"|Fan 1"_s + range + u"|Fan 2"_s + range);
         withFans.fanRange.reset();
-        row("two fans without a range", withFans, 2, fan + QStringLiteral("Fan 1|Fan 2|"));
-        withFans.fans = 1;
-        row("one fan without a range", withFans, 2, fan);
+        row("two fans without a range", withFans, 2, fan + u"|Fan 1|Fan 2"_s);
     }
     void wordsTheReadings()
     {
@@ -85,123 +72,97 @@ private slots:
         show(vitals);
         for (int i = 0; i < samples; ++i)
             m_machine->report(vitals);
-        QTEST(textsIn(m_view).join(u'|') + u'|', "texts");
+        QFETCH(QString, texts);
+        QTRY_COMPARE(this->texts(), texts);
     }
 
-    void keepsToTheMeasures()
+    void colorsFollowReadingsAndThresholds()
     {
         const Vitals vitals{.fanSpeed = 1850.0, .memory = 85.0, .cpuUsage = 50.0, .cores = 4};
         show(vitals);
         for (int i = 0; i < 3; ++i)
             m_machine->report(vitals);
-        QCOMPARE(m_view->implicitWidth(), 320.0);
-        QCOMPARE(rect("scrollArea").top(), height("name") + 20 + 1);
-        QCOMPARE(rect("memoryCard").top(), rect("scrollArea").top() + 10);
-        QCOMPARE(rect("coreBars"), QRectF(22, rect("coreBars").top(), 276, 40));
-        QTRY_COMPARE(m_view->implicitHeight(), // laid out
-                     rect("fanCard").bottom() + 10 + 1 + height("settingsButton") + 16);
-        // Equal to a threshold is the tier above; the thresholds may change while it is open.
-        QCOMPARE(colorIn("memoryCard"), theme("red"));
-        QCOMPARE(colorIn("cpuCard"), theme("yellow"));
+        QTRY_COMPARE(hueOf(u"50.0%"_s), Yellow); // equal to a threshold is the tier above
+        QCOMPARE(hueOf(u"1850 RPM"_s), Green);
+        QVERIFY(texts().contains(u"(85%)"_s));
         m_settings.setCpuUsageGreen(51.0);
-        QCOMPARE(colorIn("cpuCard"), theme("green"));
+        QTRY_COMPARE(hueOf(u"50.0%"_s), Green);
+        m_settings.setCpuUsageGreen(10.0);
+        m_settings.setCpuUsageYellow(20.0);
+        QTRY_COMPARE(hueOf(u"50.0%"_s), Red);
     }
 
     void restsWhileHidden()
     {
         show({});
-        m_window->hide();
+        m->window.hide();
         m_machine->report({.memory = 42.0});
-        QVERIFY(!textsIn(m_view).join(u'|').contains(QStringLiteral("42")));
-        m_window->show();
-        QTRY_VERIFY(textsIn(m_view).join(u'|').contains(QStringLiteral("(42%)")));
+        QCoreApplication::processEvents();
+        QVERIFY(!texts().contains(u"42"_s));
+        m->window.show();
+        QTRY_VERIFY(texts().contains(u"(42%)"_s));
     }
 
     void scrollsWhereTheScreenIsLow()
     {
         show({.memory = 42.0});
-        m_view->setHeight(200.0);
-        auto *area = item("scrollArea");
-        QCOMPARE(height("settingsButton") + 16 + rect("scrollArea").bottom() + 1, 200.0);
-        QTest::keyClick(m_window.get(), Qt::Key_Down);
+        m->view->setHeight(200.0);
+        const QQuickItem *area = m->view->findChild<QQuickItem *>(u"scrollArea"_s);
+        QVERIFY(area->height() < 200.0 && m->item(u"Quit meterkin"_s)->mapToScene({}).y() < 200.0);
+        m->press({Qt::Key_Down});
         QTRY_VERIFY(area->property("contentY").toDouble() > 0.0);
     }
 
     void buttonsAnswerToMouseAndKeys()
     {
         show({});
-        QSignalSpy settings(m_view, SIGNAL(openSettings()));
-        QSignalSpy quit(m_view, SIGNAL(quit()));
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
-                          rect("settingsButton").center().toPoint());
-        QTest::mouseClick(m_window.get(), Qt::LeftButton, {},
-                          rect("quitButton").center().toPoint());
+        QSignalSpy settings(m->view.get(), SIGNAL(openSettings()));
+        QSignalSpy quit(m->view.get(), SIGNAL(quit()));
+        m->click({u"Open Settings"_s, u"Quit meterkin"_s});
         QCOMPARE(settings.size(), 1);
         QCOMPARE(quit.size(), 1);
-        QTest::keyClick(m_window.get(), Qt::Key_Tab);
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        m->press({Qt::Key_Tab, Qt::Key_Return, Qt::Key_Tab, Qt::Key_Space});
         QCOMPARE(settings.size(), 2);
-        QTest::keyClick(m_window.get(), Qt::Key_Tab);
-        QTest::keyClick(m_window.get(), Qt::Key_Space);
         QCOMPARE(quit.size(), 2);
-        m_window->hide();
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
-        QTest::keyClick(m_window.get(), Qt::Key_Return);
+        m->window.hide();
+        m->window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&m->window));
+        m->press({Qt::Key_Return});
         QCOMPARE(quit.size(), 2); // nothing has the focus when it is opened anew
     }
 
 private:
+
     void show(const Vitals &vitals)
     {
         m_machine = std::make_unique<ScriptedDashboard>(vitals);
-        m_engine = std::make_unique<ViewEngine>();
-        m_window = std::make_unique<QQuickWindow>();
-        m_view = m_engine
-                     ->create(QStringLiteral("Views/Dashboard/DashboardView"),
-                              {{QStringLiteral("viewModel"),
-                                QVariant::fromValue(&m_machine->dashboard())},
-                               {QStringLiteral("settings"), QVariant::fromValue(&m_settings)}})
-                     .release();
-        m_view->setParent(m_window.get());
-        m_view->setParentItem(m_window->contentItem());
-        m_view->setWidth(320.0);
-        m_view->setHeight(600.0);
-        m_view->setFocus(true);
-        m_window->resize(320, 600);
-        m_window->show();
-        m_window->requestActivate();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m = std::make_unique<ShownView>(
+            u"Views/Dashboard/DashboardView"_s,
+            QVariantMap{{u"viewModel"_s, QVariant::fromValue(&m_machine->dashboard())},
+                        {u"settings"_s, QVariant::fromValue(&m_settings)}},
+            QSize(320, 600));
+        m->view->setFocus(true);
     }
-    QQuickItem *item(const char *name, const QObject *within = nullptr) const
+    /// All that can be read, in the order of the layout.
+    QString texts() const
     {
-        return (within ? within : m_view)->findChild<QQuickItem *>(QString::fromLatin1(name));
+        QStringList texts;
+        for (const QQuickItem *text : textsIn(m->view.get()))
+            texts << text->property("text").toString();
+        return texts.join(u'|');
     }
-    QRectF rect(const char *name) const
+    Hue hueOf(const QString &wanted) const
     {
-        return item(name)->mapRectToItem(m_view, item(name)->boundingRect());
-    }
-    double height(const char *name) const { return item(name)->height(); }
-    QColor colorIn(const char *card) const
-    {
-        return item("value", item(card))->property("color").value<QColor>();
-    }
-    QColor theme(const char *name)
-    {
-        QQmlComponent probe(m_engine.get());
-        probe.setData(QByteArray("import QtQuick; import Meterkin.Views;"
-                                 "QtObject { property color found: Theme.")
-                          + name + " }",
-                      QUrl());
-        return std::unique_ptr<QObject>(probe.create())->property("found").value<QColor>();
+        for (const QQuickItem *text : textsIn(m->view.get()))
+            if (text->property("text") == wanted)
+                return Hue((text->property("color").value<QColor>().hue() + 20) % 360 / 50);
+        return {};
     }
 
     ScriptedStore m_store;
     SettingsViewModel m_settings{m_store};
     std::unique_ptr<ScriptedDashboard> m_machine;
-    std::unique_ptr<ViewEngine> m_engine;
-    std::unique_ptr<QQuickWindow> m_window;
-    QQuickItem *m_view = nullptr;
+    std::unique_ptr<ShownView> m;
 };
 
 METERKIN_TEST(DashboardViewTest);

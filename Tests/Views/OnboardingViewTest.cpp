@@ -1,24 +1,8 @@
 #include "Support/HandDriver.h"
+#include "Support/ShownView.h"
 #include "Support/TestMain.h"
-#include "Views/ViewEngine.h"
 
-#include <QAccessible>
-#include <QQuickWindow>
-#include <QtTest>
-
-namespace {
-
-/// What a screen reader finds.
-QStringList readable(const QAccessibleInterface *in)
-{
-    QStringList texts(in->text(QAccessible::Name));
-    for (int i = 0; i < in->childCount(); ++i)
-        if (!in->child(i)->state().invisible)
-            texts << readable(in->child(i));
-    return texts.filter(QRegularExpression(QStringLiteral(".")));
-}
-
-} // namespace
+using namespace Qt::StringLiterals;
 
 class OnboardingViewTest : public QObject {
     Q_OBJECT
@@ -26,18 +10,13 @@ class OnboardingViewTest : public QObject {
 private slots:
     void init()
     {
-        QAccessible::setActive(true);
-        m_window = std::make_unique<QQuickWindow>();
-        m_view = m_engine.create(QStringLiteral("Views/Onboarding/OnboardingView"),
-                                 {{QStringLiteral("computerWord"), QStringLiteral("computer")}});
-        m_view->setParentItem(m_window->contentItem());
-        m_window->show();
-        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
+        m = std::make_unique<ShownView>(u"Views/Onboarding/OnboardingView"_s,
+                                        QVariantMap{{u"computerWord"_s, u"computer"_s}});
         m_driver.setZero();
-        QMetaObject::invokeMethod(m_view.get(), "start");
+        QMetaObject::invokeMethod(m->view.get(), "start");
         m_driver.turnTo(0);
     }
-    void cleanup() { m_view.reset(); }
+    void cleanup() { m.reset(); }
 
     void keepsItsTimetables()
     {
@@ -45,15 +24,15 @@ private slots:
         check({{200, "iconLanded"}, {500, "titleVisible"}});
         check({{700, "bullet1Visible"}, {850, "bullet2Visible"}, {1000, "bullet3Visible"}});
         check({{1200, "buttonVisible"}, {1300, "glowPulse"}});
-        QMetaObject::invokeMethod(m_view.get(), "leaveWelcome");
+        QMetaObject::invokeMethod(m->view.get(), "leaveWelcome");
         m_driver.setZero();
         check({{500, "circleTrim"}, {900, "checkmarkTrim"}, {1200, "glowOpacity"}});
         check({{1300, "headlineVisible"}, {1500, "subtextVisible"}, {1700, "previewVisible"}});
         check({{2100, "button2Visible"}, {2300, "shimmerPhase"}});
         // The first screen is gone for a screen reader, too.
-        QCOMPARE(readable(QAccessible::queryAccessibleInterface(m_window.get())).join(u'|'),
-                 QStringLiteral("You're all set.|Look for the system stats in your menu bar.|42%|"
-                                "3200 RPM|Start Using meterkin|Close"));
+        QCOMPARE(m->names().join(u'|'),
+                 u"You're all set.|Look for the system stats in your menu bar.|42%|3200 RPM|"
+                 "Start Using meterkin|Close"_s);
     }
 
     void springsIntoPlace()
@@ -75,9 +54,9 @@ private slots:
     void waitsForKeysThatAreMeant()
     {
         QFETCH(const bool, still);
-        m_engine.appearance()->setReducesMotion(still);
-        QSignalSpy started(m_view.get(), SIGNAL(getStarted()));
-        QSignalSpy completed(m_view.get(), SIGNAL(complete()));
+        m->engine.appearance()->setReducesMotion(still);
+        QSignalSpy started(m->view.get(), SIGNAL(getStarted()));
+        QSignalSpy completed(m->view.get(), SIGNAL(complete()));
         // Each button has then been wholly there for 400 ms.
         for (const auto &[shown, passed] : {std::pair(1200, &started), {2100, &completed}}) {
             const int ready = shown + (still ? 0 : 300) + 400;
@@ -89,8 +68,8 @@ private slots:
             }
             m_driver.turnTo(ready + 40);
             QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, {}, true);
-            QCoreApplication::sendEvent(m_window.get(), &held);
-            QTest::keyRelease(m_window.get(), Qt::Key_Space);
+            QCoreApplication::sendEvent(&m->window, &held);
+            QTest::keyRelease(&m->window, Qt::Key_Space);
             QVERIFY(passed->isEmpty());
             press(passed == &started ? Qt::Key_Space : Qt::Key_Return);
             QCOMPARE(passed->count(), 1);
@@ -99,7 +78,7 @@ private slots:
         QVERIFY(value("glowPulse") > 0.0); // the first timetable has run on
         m_driver.turnTo(1000);
         QCOMPARE(value("shimmerPhase") < 1.0, !still);
-        m_window->hide();
+        m->window.hide();
         m_driver.turnTo(1100);
         QCOMPARE(value("shimmerPhase"), 1.0);
     }
@@ -116,13 +95,11 @@ private:
             QVERIFY2(value(name) > 0.0, name);
         }
     }
-    double value(const char *name) const { return m_view->property(name).toDouble(); }
-    void press(Qt::Key key) { QTest::keyClick(m_window.get(), key); }
+    double value(const char *name) const { return m->view->property(name).toDouble(); }
+    void press(Qt::Key key) { QTest::keyClick(&m->window, key); }
 
     HandDriver m_driver;
-    ViewEngine m_engine;
-    std::unique_ptr<QQuickWindow> m_window;
-    std::unique_ptr<QQuickItem> m_view;
+    std::unique_ptr<ShownView> m;
 };
 
 METERKIN_TEST(OnboardingViewTest);

@@ -5,26 +5,6 @@
 #include <QQmlComponent>
 #include <QtTest>
 
-#include <memory>
-
-namespace {
-
-struct ThemeHolder {
-    ViewEngine engine;
-    std::unique_ptr<QObject> holder = [this] {
-        QQmlComponent component(&engine);
-        component.setData("import QtQml; import Meterkin.Views; QtObject {"
-                          "property QtObject theme: Theme }",
-                          QUrl());
-        return std::unique_ptr<QObject>(component.create());
-    }();
-    const QObject *theme = holder->property("theme").value<QObject *>();
-
-    QColor color(const char *name) const { return theme->property(name).value<QColor>(); }
-};
-
-} // namespace
-
 class ThemeTest : public QObject {
     Q_OBJECT
 
@@ -32,33 +12,31 @@ private slots:
     void keepsContrast_data()
     {
         QTest::addColumn<bool>("dark");
-        QTest::addColumn<QStringList>("colors");
-        QTest::addColumn<double>("least");
-        const QString names = QStringLiteral("primary secondary orange green yellow red accent");
-        for (const bool dark : {false, true}) {
-            QTest::addRow("texts, dark %d", dark) << dark << names.split(u' ') << 4.5;
-            QTest::addRow("controls, dark %d", dark)
-                << dark << QStringList(QStringLiteral("controlBorder")) << 3.0;
-        }
+        QTest::newRow("light") << false;
+        QTest::newRow("dark") << true;
     }
     void keepsContrast()
     {
         QFETCH(bool, dark);
-        QFETCH(QStringList, colors);
-        QFETCH(double, least);
-        const ThemeHolder theme;
-        theme.engine.appearance()->setDark(dark); // follows while it is in use
-        const QColor window = theme.color("windowBackground");
-        const QColor control = theme.color("controlBackground");
-        QCOMPARE(luminance(window) < 0.5, dark);
-        for (const QString &name : colors) {
-            const QColor color = theme.color(qPrintable(name));
-            for (const QColor &background : {window, control})
-                QVERIFY2(contrast(color, background) >= least,
-                         qPrintable(
-                             QStringLiteral("%1: %2").arg(name).arg(contrast(color, background))));
+        ViewEngine engine;
+        QQmlComponent component(&engine);
+        component.setData("import QtQml; import Meterkin.Views;"
+                          "QtObject { property QtObject theme: Theme }",
+                          QUrl());
+        const std::unique_ptr<QObject> holder(component.create());
+        const auto *theme = holder->property("theme").value<QObject *>();
+        const auto color = [theme](const char *name) {
+            return theme->property(name).value<QColor>();
+        };
+        engine.appearance()->setDark(dark); // while the theme is in use
+        QCOMPARE(luminance(color("windowBackground")) < 0.5, dark);
+        for (const char *background : {"windowBackground", "controlBackground"}) {
+            for (const char *text :
+                 {"primary", "secondary", "orange", "green", "yellow", "red", "accent"})
+                QVERIFY2(contrast(color(text), color(background)) >= 4.5, text);
+            QVERIFY(contrast(color("controlBorder"), color(background)) >= 3.0);
         }
-        QVERIFY(contrast(theme.color("textOnAccent"), theme.color("accent")) >= 4.5);
+        QVERIFY(contrast(color("textOnAccent"), color("accent")) >= 4.5);
     }
 };
 

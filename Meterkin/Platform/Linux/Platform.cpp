@@ -49,19 +49,11 @@ LinuxPlatform::LinuxPlatform()
     passSettings();
 }
 
-std::unique_ptr<FanSource> LinuxPlatform::makeFanSource()
+MetricSources LinuxPlatform::makeMetricSources()
 {
-    return std::make_unique<LinuxFanSource>();
-}
-
-std::unique_ptr<PageCounters> LinuxPlatform::makePageCounters()
-{
-    return std::make_unique<LinuxPageCounters>();
-}
-
-std::unique_ptr<ProcessorTicks> LinuxPlatform::makeProcessorTicks()
-{
-    return std::make_unique<LinuxProcessorTicks>();
+    return {.fans = std::make_unique<LinuxFanSource>(),
+            .pages = std::make_unique<LinuxPageCounters>(),
+            .ticks = std::make_unique<LinuxProcessorTicks>()};
 }
 
 std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()

@@ -24,9 +24,7 @@ class LinuxPlatform : public Platform {
 public:
     LinuxPlatform();
 
-    std::unique_ptr<FanSource> makeFanSource() override;
-    std::unique_ptr<PageCounters> makePageCounters() override;
-    std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
+    MetricSources makeMetricSources() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;
     DefaultsStore &defaultsStore() override { return m_defaults; }
     void giveMemoryBack() override { giveMemoryBackSoon(); }

@@ -14,19 +14,11 @@ MacPlatform::MacPlatform()
 {
 }
 
-std::unique_ptr<FanSource> MacPlatform::makeFanSource()
+MetricSources MacPlatform::makeMetricSources()
 {
-    return std::make_unique<MacFanSource>(std::make_unique<SMCUserClient>());
-}
-
-std::unique_ptr<PageCounters> MacPlatform::makePageCounters()
-{
-    return std::make_unique<MacPageCounters>();
-}
-
-std::unique_ptr<ProcessorTicks> MacPlatform::makeProcessorTicks()
-{
-    return std::make_unique<MacProcessorTicks>();
+    return {.fans = std::make_unique<MacFanSource>(std::make_unique<SMCUserClient>()),
+            .pages = std::make_unique<MacPageCounters>(),
+            .ticks = std::make_unique<MacProcessorTicks>()};
 }
 
 std::unique_ptr<StatusItem> MacPlatform::makeStatusItem()

@@ -21,9 +21,7 @@ class MacPlatform : public Platform {
 public:
     MacPlatform();
 
-    std::unique_ptr<FanSource> makeFanSource() override;
-    std::unique_ptr<PageCounters> makePageCounters() override;
-    std::unique_ptr<ProcessorTicks> makeProcessorTicks() override;
+    MetricSources makeMetricSources() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;
     DefaultsStore &defaultsStore() override { return m_defaults; }
     QString computerWord() const override { return QStringLiteral("Mac"); }

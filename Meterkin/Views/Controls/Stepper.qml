@@ -85,7 +85,6 @@ Item {
         readonly property real maximumValue: ThresholdEntry.maximum(stepper.metric)
         readonly property real stepSize: ThresholdEntry.step(stepper.metric)
 
-        objectName: "field"
         width: stepper.fieldWidth * Appearance.textScale
         leftPadding: 8
         rightPadding: 8

@@ -29,7 +29,6 @@ Row {
 
     TabButton {
         id: general
-        objectName: text
         text: "General"
         symbol: "gearshape"
         selected: bar.selected === 0
@@ -37,7 +36,6 @@ Row {
     }
     TabButton {
         id: thresholds
-        objectName: text
         text: "Thresholds"
         symbol: "slider.horizontal.3"
         selected: bar.selected === 1
@@ -45,7 +43,6 @@ Row {
     }
     TabButton {
         id: alerts
-        objectName: text
         text: "Alerts"
         symbol: "bell"
         selected: bar.selected === 2
@@ -53,7 +50,6 @@ Row {
     }
     TabButton {
         id: about
-        objectName: text
         text: "About"
         symbol: "info.circle"
         selected: bar.selected === 3

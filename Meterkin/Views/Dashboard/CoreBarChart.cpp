@@ -1,6 +1,6 @@
 #include "Views/Dashboard/CoreBarChart.h"
 
-#include "Model/SystemMetric.h"
+#include "Model/MetricTraits.h"
 #include "Model/ThresholdTier.h"
 
 #include <QPainter>
@@ -51,7 +51,7 @@ QString CoreBarChart::text() const
 {
     QStringList parts;
     for (const double usage : m_perCoreUsage)
-        parts << valueText(SystemMetric::cpuUsage, usage);
+        parts << valueText(SystemMetric::CpuUsage, usage);
     return parts.join(QStringLiteral(", "));
 }
 
@@ -69,8 +69,8 @@ void CoreBarChart::paint(QPainter *painter)
     for (qsizetype i = 0; i < bars.size(); ++i) {
         const ThresholdTier tier =
             tierOf(m_perCoreUsage.at(i), {m_greenThreshold, m_yellowThreshold});
-        painter->setBrush(tier == ThresholdTier::green        ? m_green
-                              : tier == ThresholdTier::yellow ? m_yellow
+        painter->setBrush(tier == ThresholdTier::Green        ? m_green
+                              : tier == ThresholdTier::Yellow ? m_yellow
                                                               : m_red);
         // Qt bounds the radius to half of a thin bar's width by itself.
         painter->drawRoundedRect(bars.at(i), CornerRadius, CornerRadius);

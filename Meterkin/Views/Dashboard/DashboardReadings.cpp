@@ -1,110 +1,22 @@
 #include "Views/Dashboard/DashboardReadings.h"
 
 #include "Model/DecimalText.h"
+#include "Model/MetricTraits.h"
+
+#include <utility>
 
 namespace {
 
-constexpr double BytesPerGibibyte = 1024.0 * 1024.0 * 1024.0;
-const QString absentText = QStringLiteral("N/A");
-const QString percentUnit = QStringLiteral("%");
-const QString speedUnit = QStringLiteral(" RPM");
-
-QString gibibytes(std::uint64_t bytes)
+QStringList breakdownOf(const MemoryInfo &memory)
 {
-    return decimalText(static_cast<double>(bytes) / BytesPerGibibyte, 1);
+    return {QStringLiteral("Active: %1G").arg(gibibyteText(memory.activeBytes)),
+            QStringLiteral("Wired: %1G").arg(gibibyteText(memory.wiredBytes)),
+            QStringLiteral("Compressed: %1G").arg(gibibyteText(memory.compressedBytes))};
 }
 
-} // namespace
-
-void DashboardReadings::componentComplete()
-{
-    const bool isActive = m_isActive;
-    setActive(true);
-    setActive(isActive);
-}
-
-void DashboardReadings::setActive(bool active)
-{
-    if (m_isActive == active)
-        return;
-    m_isActive = active;
-    if (active) {
-        m_memory.setBinding([this] { return memoryCard(); });
-        m_memoryBreakdown.setBinding([this] { return memoryBreakdownTexts(); });
-        m_cpu.setBinding([this] { return cpuCard(); });
-        m_perCoreUsage.setBinding([this] {
-            const std::optional<CPUInfo> info = m_viewModel->cpuInfo();
-            return info ? info->perCoreUsage : QList<double>();
-        });
-        m_fan.setBinding([this] { return fanCard(); });
-        m_hasFans.setBinding([this] { return m_viewModel->fanCount() >= 1; });
-        m_fans.setBinding([this] { return fanRows(); });
-    } else {
-        m_memory.takeBinding();
-        m_memoryBreakdown.takeBinding();
-        m_cpu.takeBinding();
-        m_perCoreUsage.takeBinding();
-        m_fan.takeBinding();
-        m_hasFans.takeBinding();
-        m_fans.takeBinding();
-    }
-    emit activeChanged();
-}
-
-MetricCard DashboardReadings::memoryCard() const
-{
-    const std::optional<MemoryInfo> info = m_viewModel->memoryInfo();
-    const std::optional<double> percent = info ? std::optional(info->usagePercent()) : std::nullopt;
-    return {.title = QStringLiteral("Memory Usage"),
-            .value = info ? QStringLiteral("%1 / %2 GB (%3%)")
-                                .arg(gibibytes(info->usedBytes()), gibibytes(info->totalBytes),
-                                     decimalText(*percent, 0))
-                          : absentText,
-            .tier = tierOf(percent, m_settings->thresholds(SystemMetric::memoryUsage)),
-            .sparklineData = m_viewModel->memoryHistory(),
-            .high = m_viewModel->memoryHigh(),
-            .low = m_viewModel->memoryLow(),
-            .unit = percentUnit};
-}
-
-QStringList DashboardReadings::memoryBreakdownTexts() const
-{
-    const std::optional<MemoryInfo> info = m_viewModel->memoryInfo();
-    if (!info)
-        return {};
-    return {QStringLiteral("Active: %1G").arg(gibibytes(info->activeBytes)),
-            QStringLiteral("Wired: %1G").arg(gibibytes(info->wiredBytes)),
-            QStringLiteral("Compressed: %1G").arg(gibibytes(info->compressedBytes))};
-}
-
-MetricCard DashboardReadings::cpuCard() const
-{
-    const std::optional<double> usage = m_viewModel->currentValue(SystemMetric::cpuUsage);
-    return {.title = QStringLiteral("CPU Usage"),
-            .value = usage ? decimalText(*usage, 1) + percentUnit : absentText,
-            .tier = tierOf(usage, m_settings->thresholds(SystemMetric::cpuUsage)),
-            .sparklineData = m_viewModel->cpuUsageHistory(),
-            .high = m_viewModel->cpuUsageHigh(),
-            .low = m_viewModel->cpuUsageLow(),
-            .unit = percentUnit};
-}
-
-MetricCard DashboardReadings::fanCard() const
-{
-    const std::optional<double> speed = m_viewModel->currentValue(SystemMetric::fanSpeed);
-    return {.title = QStringLiteral("Fan Speed"),
-            .value = m_viewModel->displayText(SystemMetric::fanSpeed),
-            .tier = tierOf(speed, m_settings->thresholds(SystemMetric::fanSpeed)),
-            .sparklineData = m_viewModel->fanSpeedHistory(),
-            .high = m_viewModel->fanSpeedHigh(),
-            .low = m_viewModel->fanSpeedLow(),
-            .unit = speedUnit};
-}
-
-QList<FanRow> DashboardReadings::fanRows() const
+QList<FanRow> rowsOf(const QList<FanReading> &fans)
 {
     QList<FanRow> rows;
-    const QList<FanReading> fans = m_viewModel->fanSpeeds();
     for (const FanReading &fan : fans) {
         FanRow row;
         if (fans.size() >= 2)
@@ -115,4 +27,105 @@ QList<FanRow> DashboardReadings::fanRows() const
         rows << row;
     }
     return rows;
+}
+
+} // namespace
+
+int DashboardReadings::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+}
+
+QVariant DashboardReadings::data(const QModelIndex &index, int role) const
+{
+    const Row &row = m_rows.at(static_cast<std::size_t>(index.row()));
+    switch (role) {
+    case Card:
+        return QVariant::fromValue(row.card);
+    case Breakdown:
+        return row.breakdown;
+    case PerCoreUsage:
+        return QVariant::fromValue(row.perCoreUsage);
+    case Fans:
+        return QVariant::fromValue(row.fans);
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> DashboardReadings::roleNames() const
+{
+    return {
+        {Card, "card"}, {Breakdown, "breakdown"}, {PerCoreUsage, "perCoreUsage"}, {Fans, "fans"}};
+}
+
+void DashboardReadings::componentComplete()
+{
+    refresh();
+}
+
+void DashboardReadings::setActive(bool active)
+{
+    if (active == isActive())
+        return;
+    m_scope.reset();
+    if (active) {
+        m_scope = std::make_unique<ObservationScope>(
+            [this] {
+                m_viewModel->sample();
+                for (const SystemMetric metric : dashboardMetrics)
+                    m_settings->thresholds(metric);
+            },
+            [this] { refresh(); });
+        refresh();
+    }
+    emit activeChanged();
+}
+
+void DashboardReadings::refresh()
+{
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        Row row = makeRow(dashboardMetrics.at(i));
+        QList<int> roles;
+        const auto take = [&](auto Row::*part, Role role) {
+            if (m_rows.at(i).*part == row.*part)
+                return;
+            m_rows.at(i).*part = std::move(row.*part);
+            roles << role;
+        };
+        take(&Row::card, Card);
+        take(&Row::breakdown, Breakdown);
+        take(&Row::perCoreUsage, PerCoreUsage);
+        take(&Row::fans, Fans);
+        const QModelIndex place = index(static_cast<int>(i));
+        if (!roles.isEmpty())
+            emit dataChanged(place, place, roles);
+    }
+}
+
+DashboardReadings::Row DashboardReadings::makeRow(SystemMetric metric) const
+{
+    const MetricTraits &traits = traitsOf(metric);
+    const MetricSample sample = m_viewModel->sample();
+    const MetricRecord record = m_viewModel->record(metric);
+    const Thresholds thresholds = m_settings->thresholds(metric);
+    Row row{.card = {.isPresent = m_viewModel->isPresent(metric),
+                     .title = traits.name,
+                     .value = cardText(metric, sample),
+                     .tier = tierOf(record.value, thresholds),
+                     .thresholds = thresholds,
+                     .sparklineData = record.history,
+                     .high = record.high,
+                     .low = record.low,
+                     .unit = traits.unit},
+            .breakdown = {},
+            .perCoreUsage = {},
+            .fans = {}};
+    if (metric == SystemMetric::MemoryUsage && sample.memory)
+        row.breakdown = breakdownOf(*sample.memory);
+    if (metric == SystemMetric::CpuUsage && sample.processors)
+        row.perCoreUsage = sample.processors->perCoreUsage;
+    if (metric == SystemMetric::FanSpeed && sample.fans)
+        row.fans = rowsOf(sample.fans->fans);
+    return row;
 }

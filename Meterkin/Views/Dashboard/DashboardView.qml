@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import QtQuick.Templates as T
 import Meterkin.Views
@@ -69,7 +71,6 @@ FocusScope {
             Text {
                 id: name
 
-                objectName: "name"
                 text: "meterkin"
                 color: Theme.primary
                 font.pixelSize: Theme.points(13)
@@ -117,25 +118,12 @@ FocusScope {
             width: parent.width - 2 * view.contentPadding
             spacing: view.cardSpacing
 
-            MemorySection {
-                width: parent.width
-                card: readings.memory
-                breakdown: readings.memoryBreakdown
-            }
+            Repeater {
+                model: readings
 
-            CpuSection {
-                width: parent.width
-                card: readings.cpu
-                perCoreUsage: readings.perCoreUsage
-                greenThreshold: view.settings.cpuUsageGreen
-                yellowThreshold: view.settings.cpuUsageYellow
-            }
-
-            FanSection {
-                width: parent.width
-                visible: readings.hasFans
-                card: readings.fan
-                fans: readings.fans
+                MetricSection {
+                    width: cards.width
+                }
             }
         }
     }
@@ -159,7 +147,6 @@ FocusScope {
         SymbolButton {
             id: settingsButton
 
-            objectName: "settingsButton"
             anchors.left: parent.left
             anchors.leftMargin: 14 - leftPadding
             anchors.verticalCenter: parent.verticalCenter
@@ -170,7 +157,6 @@ FocusScope {
         }
 
         SymbolButton {
-            objectName: "quitButton"
             anchors.right: parent.right
             anchors.rightMargin: 14 - rightPadding
             anchors.verticalCenter: parent.verticalCenter

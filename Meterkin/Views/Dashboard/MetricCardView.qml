@@ -36,7 +36,6 @@ Item {
         spacing: view.spacing
 
         Text {
-            objectName: "title"
             text: view.card.title
             color: Theme.secondary
             font.pixelSize: Theme.points(11)
@@ -45,7 +44,6 @@ Item {
         }
 
         Text {
-            objectName: "value"
             width: parent.width
             text: view.card.value
             color: view.tierColor
@@ -58,7 +56,6 @@ Item {
         }
 
         SparklineView {
-            objectName: "sparkline"
             width: parent.width
             height: 30
             visible: view.card.hasSparkline
@@ -67,7 +64,6 @@ Item {
         }
 
         Row {
-            objectName: "extremes"
             visible: view.card.hasExtremes
             spacing: 12
 

@@ -26,7 +26,6 @@ FormPage {
             Accessible.ignored: true
         }
         Text {
-            objectName: "programName"
             anchors.horizontalCenter: parent.horizontalCenter
             text: "meterkin"
             font.pixelSize: Theme.points(20)
@@ -63,7 +62,6 @@ FormPage {
                 spacing: 6
 
                 PushButton {
-                    objectName: "checkForUpdates"
                     anchors.horizontalCenter: parent.horizontalCenter
                     text: "Check for Updates…"
                     enabled: page.updaterController.canCheckForUpdates
@@ -85,7 +83,6 @@ FormPage {
             }
         }
         ToggleRow {
-            objectName: "automaticallyDownloadsUpdates"
             text: "Automatically download updates"
             isOn: page.updaterController.automaticallyDownloadsUpdates
             onChosen: wish => page.updaterController.automaticallyDownloadsUpdates = wish

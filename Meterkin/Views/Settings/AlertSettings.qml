@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Meterkin.Views
 
@@ -12,23 +14,17 @@ FormPage {
         FormNote {
             text: "Get notified when a metric enters the red zone. One alert per crossing with a 10-minute cooldown."
         }
-        ToggleRow {
-            objectName: "alertFanSpeed"
-            text: "Fan Speed"
-            isOn: page.settings.alertFanSpeed
-            onChosen: wish => page.settings.alertFanSpeed = wish
-        }
-        ToggleRow {
-            objectName: "alertMemory"
-            text: "Memory Usage"
-            isOn: page.settings.alertMemory
-            onChosen: wish => page.settings.alertMemory = wish
-        }
-        ToggleRow {
-            objectName: "alertCPUUsage"
-            text: "CPU Usage"
-            isOn: page.settings.alertCPUUsage
-            onChosen: wish => page.settings.alertCPUUsage = wish
+        Repeater {
+            model: Metrics.all
+
+            ToggleRow {
+                required property int modelData
+                readonly property MetricSettings settings: page.settings.of(modelData)
+
+                text: settings.name
+                isOn: settings.isAlertOn
+                onChosen: wish => settings.isAlertOn = wish
+            }
         }
     }
 }

@@ -29,10 +29,9 @@ FormPage {
             label: "Show in menu bar:"
 
             Picker {
-                objectName: "menuBarMetric"
                 anchors.right: parent.right
                 name: metricRow.label
-                model: MetricTitles.all
+                model: Metrics.titles
                 currentIndex: page.settings.menuBarMetric
                 onActivated: index => page.settings.menuBarMetric = index
             }
@@ -46,7 +45,6 @@ FormPage {
             label: "Read metrics every:"
 
             Picker {
-                objectName: "updateInterval"
                 anchors.right: parent.right
                 name: intervalRow.label
                 model: ["1 second", "3 seconds", "5 seconds", "10 seconds"]
@@ -61,7 +59,6 @@ FormPage {
         title: "Global Hotkey"
 
         ToggleRow {
-            objectName: "hotkeyEnabled"
             text: "Enable global hotkey"
             isOn: page.settings.hotkeyEnabled
             onChosen: wish => page.settings.hotkeyEnabled = wish
@@ -70,7 +67,6 @@ FormPage {
             recorder: page.recorder
         }
         FormRemark {
-            objectName: "hotkeyRemark"
             text: page.recorder.remark
         }
     }
@@ -78,7 +74,6 @@ FormPage {
         title: "System"
 
         ToggleRow {
-            objectName: "launchAtLogin"
             text: "Launch at login"
             isOn: page.settings.launchAtLogin
             onChosen: wish => page.launchAtLoginChosen(wish)

@@ -20,7 +20,6 @@ FormRow {
         height: recordButton.height
 
         Text {
-            objectName: "hotkeyText"
             anchors.verticalCenter: parent.verticalCenter
             width: recordButton.x - 8
             text: row.recorder.isRecording ? "Press a key combination..." : row.recorder.displayText
@@ -43,7 +42,6 @@ FormRow {
         }
         PushButton {
             id: recordButton
-            objectName: "record"
             anchors.right: clearButton.left
             anchors.rightMargin: 8
             width: Math.ceil(Math.max(record.advanceWidth, cancel.advanceWidth)) + leftPadding + rightPadding
@@ -58,7 +56,6 @@ FormRow {
         }
         PushButton {
             id: clearButton
-            objectName: "clear"
             anchors.right: parent.right
             visible: row.recorder.canClear
             text: "Clear"

@@ -18,7 +18,6 @@ Item {
     }
     Text {
         id: text
-        objectName: "storageProblem"
         anchors.centerIn: note
         width: note.width - 40
         text: "Changes cannot be stored and last until you quit: " + note.problem

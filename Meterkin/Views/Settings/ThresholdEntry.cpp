@@ -1,57 +1,43 @@
 #include "Views/Settings/ThresholdEntry.h"
 
-#include "Model/SystemMetric.h"
+#include "Model/MetricTraits.h"
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-struct Bounds {
-    double minimum;
-    double maximum;
-    double step;
-};
-
-// Nothing of interest lies beyond: a threshold of 0 could never be passed, and no fan turns faster.
-constexpr Bounds Percentage{1.0, 100.0, 1.0};
-constexpr Bounds Revolutions{100.0, 20000.0, 100.0};
-
-SystemMetric metricOf(int number)
+const MetricTraits &traitsOf(int metric)
 {
-    return static_cast<SystemMetric>(number);
-}
-
-const Bounds &boundsOf(int metric)
-{
-    return metricOf(metric) == SystemMetric::fanSpeed ? Revolutions : Percentage;
+    return traitsOf(static_cast<SystemMetric>(metric));
 }
 
 } // namespace
 
 double ThresholdEntry::minimum(int metric) const
 {
-    return boundsOf(metric).minimum;
+    return traitsOf(metric).lowest;
 }
 
 double ThresholdEntry::maximum(int metric) const
 {
-    return boundsOf(metric).maximum;
+    return traitsOf(metric).highest;
 }
 
 double ThresholdEntry::step(int metric) const
 {
-    return boundsOf(metric).step;
+    return traitsOf(metric).step;
 }
 
 QString ThresholdEntry::text(int metric, double value) const
 {
-    return valueText(metricOf(metric), value);
+    return valueText(static_cast<SystemMetric>(metric), value);
 }
 
 double ThresholdEntry::entered(int metric, const QString &typed, double value) const
 {
-    const QString unit = valueText(metricOf(metric), 0.0).mid(1).trimmed();
+    const MetricTraits &traits = traitsOf(metric);
+    const QString unit = traits.unit.trimmed();
     QString digits = typed.trimmed();
     if (digits.endsWith(unit, Qt::CaseInsensitive))
         digits = digits.chopped(unit.size()).trimmed();
@@ -60,17 +46,16 @@ double ThresholdEntry::entered(int metric, const QString &typed, double value) c
     // One that is too large to be held comes as an infinity.
     if (std::isnan(number) || (!isNumber && !std::isinf(number)))
         return value;
-    const Bounds &bounds = boundsOf(metric);
-    const double within = std::clamp(number, bounds.minimum, bounds.maximum);
-    return std::round(within / bounds.step) * bounds.step;
+    const double within = std::clamp(number, traits.lowest, traits.highest);
+    return std::round(within / traits.step) * traits.step;
 }
 
 double ThresholdEntry::stepped(int metric, double value, int steps) const
 {
-    const Bounds &bounds = boundsOf(metric);
+    const MetricTraits &traits = traitsOf(metric);
     if (std::isnan(value))
-        return bounds.minimum;
-    if (steps > 0 ? value >= bounds.maximum : value <= bounds.minimum)
+        return traits.lowest;
+    if (steps > 0 ? value >= traits.highest : value <= traits.lowest)
         return value;
-    return std::clamp(value + steps * bounds.step, bounds.minimum, bounds.maximum);
+    return std::clamp(value + steps * traits.step, traits.lowest, traits.highest);
 }

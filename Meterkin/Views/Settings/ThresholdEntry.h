@@ -4,8 +4,8 @@
 #include <QString>
 #include <QtQml/qqmlregistration.h>
 
-/// What the steppers of the thresholds show and accept. Metrics are numbers of SystemMetric;
-/// values are in the metric's unit. Main thread only.
+/// What the steppers of the thresholds show and accept. Metrics are enumerators of SystemMetric,
+/// values in the metric's unit. Main thread only.
 class ThresholdEntry : public QObject {
     Q_OBJECT
     QML_ELEMENT

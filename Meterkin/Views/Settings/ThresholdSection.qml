@@ -5,36 +5,31 @@ import Meterkin.Views
 FormSection {
     id: section
 
-    required property string name // of the settings, without "Green" and "Yellow"
     required property int metric
-    required property real green
-    required property real yellow
+    required property MetricSettings settings
     property string note
 
-    signal greenChosen(value: real)
-    signal yellowChosen(value: real)
+    title: section.settings.name
 
     FormNote {
         text: section.note
     }
     ThresholdRow {
-        objectName: section.name + "Green"
         label: "Green below:"
         section: section.title
         metric: section.metric
-        value: section.green
-        onChosen: value => section.greenChosen(value)
+        value: section.settings.green
+        onChosen: value => section.settings.green = value
     }
     ThresholdRow {
-        objectName: section.name + "Yellow"
         label: "Yellow below:"
         section: section.title
         metric: section.metric
-        value: section.yellow
-        onChosen: value => section.yellowChosen(value)
+        value: section.settings.yellow
+        onChosen: value => section.settings.yellow = value
     }
     FormRemark {
-        objectName: section.name + "Remark"
-        text: section.green >= section.yellow ? "Yellow will not appear: green reaches as far or further." : ""
+        text: section.settings.green >= section.settings.yellow
+            ? "Yellow will not appear: green reaches as far or further." : ""
     }
 }

@@ -1,3 +1,5 @@
+pragma ComponentBehavior: Bound
+
 import QtQuick
 import Meterkin.Views
 
@@ -7,32 +9,16 @@ FormPage {
     required property SettingsViewModel settings
     required property int fanCount
 
-    ThresholdSection {
-        title: "Fan Speed"
-        name: "fanSpeed"
-        metric: 0
-        note: page.fanCount === 0 ? "No fans found on this computer." : ""
-        green: page.settings.fanSpeedGreen
-        yellow: page.settings.fanSpeedYellow
-        onGreenChosen: value => page.settings.fanSpeedGreen = value
-        onYellowChosen: value => page.settings.fanSpeedYellow = value
-    }
-    ThresholdSection {
-        title: "Memory Usage"
-        name: "memory"
-        metric: 1
-        green: page.settings.memoryGreen
-        yellow: page.settings.memoryYellow
-        onGreenChosen: value => page.settings.memoryGreen = value
-        onYellowChosen: value => page.settings.memoryYellow = value
-    }
-    ThresholdSection {
-        title: "CPU Usage"
-        name: "cpuUsage"
-        metric: 2
-        green: page.settings.cpuUsageGreen
-        yellow: page.settings.cpuUsageYellow
-        onGreenChosen: value => page.settings.cpuUsageGreen = value
-        onYellowChosen: value => page.settings.cpuUsageYellow = value
+    Repeater {
+        model: Metrics.all
+
+        ThresholdSection {
+            required property int modelData
+
+            metric: modelData
+            settings: page.settings.of(modelData)
+            note: modelData === SystemMetric.FanSpeed && page.fanCount === 0
+                ? "No fans found on this computer." : ""
+        }
     }
 }

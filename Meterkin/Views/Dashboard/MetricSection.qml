@@ -1,26 +1,26 @@
 import QtQuick
 import Meterkin.Views
 
-// The memory card and what the memory is used for.
+// A metric's card and, below it, the details that this metric has.
 Column {
     id: section
 
     required property metricCard card
     required property list<string> breakdown
+    required property list<real> perCoreUsage
+    required property list<fanRow> fans
 
-    // The platform's own distance between two rows of a stack.
-    spacing: 8
+    visible: section.card.isPresent
+    spacing: section.perCoreUsage.length > 0 ? 4 : 8
 
     MetricCardView {
-        objectName: "memoryCard"
-        width: parent.width
+        width: section.width
         card: section.card
     }
 
     Flow {
-        objectName: "memoryBreakdown"
         x: 12
-        width: parent.width - 2 * 12
+        width: section.width - 2 * 12
         spacing: 8
         visible: section.breakdown.length > 0
 
@@ -36,5 +36,19 @@ Column {
                 Accessible.name: text
             }
         }
+    }
+
+    CoreBars {
+        x: 12
+        width: section.width - 2 * 12
+        visible: perCoreUsage.length > 0
+        perCoreUsage: section.perCoreUsage
+        card: section.card
+    }
+
+    Repeater {
+        model: section.fans
+
+        FanRowView { }
     }
 }

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Model/SystemMetric.h"
+#include "Model/ThresholdTier.h"
+
+#include <QString>
+
+#include <optional>
+
+struct MetricSample;
+
+/// All that sets one metric apart from the others. Numbers are in its unit.
+struct MetricTraits {
+    QString title; ///< in pickers; also the raw value by which the metric is stored
+    QString name; ///< over its card and its settings
+    QString unit; ///< follows a number, with a leading blank where one belongs
+    QString alertWords; ///< what an alert says before the value
+    QString settingsName; ///< of its thresholds in the settings, before "Green" and "Yellow"
+    QString alertSetting; ///< the name of its alert's switch in the settings
+    double widestValue = 0.0; ///< that is usual, for places that keep its width free
+
+    Thresholds standard; ///< until the user sets others
+    double lowest = 0.0; ///< threshold that the settings offer
+    double highest = 0.0;
+    double step = 1.0;
+
+    /// The value by which the metric is judged, if there is one.
+    std::optional<double> (*valueIn)(const MetricSample &) = nullptr;
+    /// Whether the computer has what it takes to measure it. Null: every computer has.
+    bool (*isPresentIn)(const MetricSample &) = nullptr;
+    int cardDecimals = 0; ///< of the value on the card
+    /// What the card shows for a sample that has a value. Null: the value.
+    QString (*cardText)(const MetricSample &) = nullptr;
+};
+
+const MetricTraits &traitsOf(SystemMetric metric);
+
+/// The metric with exactly this raw value; nothing for any other text.
+std::optional<SystemMetric> metricFromRawValue(QStringView rawValue);
+
+/// Absent when there is none, or none that is finite.
+std::optional<double> valueIn(const MetricSample &sample, SystemMetric metric);
+
+/// The value with its unit; "N/A" when it is absent or not finite.
+QString valueText(SystemMetric metric, std::optional<double> value, int decimals = 0);
+
+/// The widest text that valueText() usually gives.
+QString widestText(SystemMetric metric);
+
+/// The value on the metric's card, or "N/A".
+QString cardText(SystemMetric metric, const MetricSample &sample);

@@ -1,0 +1,31 @@
+import QtQuick
+import Meterkin.Views
+
+// A bar for each core.
+Column {
+    id: block
+
+    required property list<real> perCoreUsage
+    required property metricCard card
+
+    spacing: 4
+
+    CaptionText {
+        text: "Per-Core"
+        font.weight: Font.Medium
+    }
+
+    CoreBarChart {
+        width: parent.width
+        perCoreUsage: block.perCoreUsage
+        greenThreshold: block.card.greenThreshold
+        yellowThreshold: block.card.yellowThreshold
+        barHeight: 40
+        green: Theme.green
+        yellow: Theme.yellow
+        red: Theme.red
+        Accessible.role: Accessible.Chart
+        Accessible.name: "Per-Core"
+        Accessible.description: text
+    }
+}
