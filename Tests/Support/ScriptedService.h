@@ -19,6 +19,14 @@ public:
         connection.unregisterObject(m_path, QDBusConnection::UnregisterTree);
     }
 
+    static void emitSignal(const QDBusConnection &sender, const QString &path,
+                           const QString &interface, const QString &name,
+                           const QVariantList &arguments)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal(path, interface, name);
+        signal.setArguments(arguments);
+        sender.send(signal);
+    }
     QString introspect(const QString &) const override { return QString(); }
 
     QDBusConnection connection;

@@ -47,10 +47,9 @@ X11KeyNames LinuxKeyboardLayout::keyNames()
 {
     if (!m_connection.isOpen() || !useXkb())
         return {};
-    const auto cookie = xcb_xkb_get_names(m_connection.xcb(), Core, XCB_XKB_NAME_DETAIL_KEY_NAMES);
-    const XcbReply<xcb_xkb_get_names_reply_t> reply(
-        xcb_xkb_get_names_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto reply = m_connection.awaitReply(
+        xcb_xkb_get_names_reply,
+        xcb_xkb_get_names(m_connection.xcb(), Core, XCB_XKB_NAME_DETAIL_KEY_NAMES));
     if (!reply || reply->which != XCB_XKB_NAME_DETAIL_KEY_NAMES || reply->length < reply->nKeys)
         return {};
     const auto *packed = static_cast<const char *>(xcb_xkb_get_names_value_list(reply.get()));
@@ -67,11 +66,8 @@ X11ModifierBits LinuxKeyboardLayout::modifierBits()
     const auto keysymsCookie = xcb_get_keyboard_mapping(
         xcb, setup.min_keycode,
         static_cast<quint8>(std::min(setup.max_keycode - setup.min_keycode + 1, 255)));
-    const XcbReply<xcb_get_modifier_mapping_reply_t> mapping(
-        xcb_get_modifier_mapping_reply(xcb, mappingCookie, nullptr));
-    const XcbReply<xcb_get_keyboard_mapping_reply_t> keysyms(
-        xcb_get_keyboard_mapping_reply(xcb, keysymsCookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto mapping = m_connection.awaitReply(xcb_get_modifier_mapping_reply, mappingCookie);
+    const auto keysyms = m_connection.awaitReply(xcb_get_keyboard_mapping_reply, keysymsCookie);
     if (!mapping || !keysyms
         || mapping->length * WordSize < Modifiers * mapping->keycodes_per_modifier)
         return {};
@@ -94,10 +90,8 @@ bool LinuxKeyboardLayout::isDown(xcb_keycode_t keyCode)
 {
     if (!m_connection.isOpen())
         return false;
-    const auto cookie = xcb_query_keymap(m_connection.xcb());
-    const XcbReply<xcb_query_keymap_reply_t> reply(
-        xcb_query_keymap_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto reply =
+        m_connection.awaitReply(xcb_query_keymap_reply, xcb_query_keymap(m_connection.xcb()));
     return reply && (reply->keys[keyCode / 8] >> (keyCode % 8) & 1) != 0;
 }
 
@@ -127,10 +121,8 @@ std::uint32_t LinuxKeyboardLayout::presentKeysym(std::uint32_t keyCode)
     const auto mapCookie =
         xcb_xkb_get_map(xcb, Core, 0, XCB_XKB_MAP_PART_KEY_SYMS, 0, 0,
                         static_cast<xcb_keycode_t>(keyCode), 1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0);
-    const XcbReply<xcb_xkb_get_state_reply_t> state(
-        xcb_xkb_get_state_reply(xcb, stateCookie, nullptr));
-    const XcbReply<xcb_xkb_get_map_reply_t> reply(xcb_xkb_get_map_reply(xcb, mapCookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto state = m_connection.awaitReply(xcb_xkb_get_state_reply, stateCookie);
+    const auto reply = m_connection.awaitReply(xcb_xkb_get_map_reply, mapCookie);
     constexpr std::size_t Fixed = sizeof(xcb_xkb_get_map_reply_t) + sizeof(xcb_xkb_key_sym_map_t);
     const std::size_t size = reply ? 32 + std::size_t{reply->length} * WordSize : 0;
     if (!state || size < Fixed || reply->present != XCB_XKB_MAP_PART_KEY_SYMS)
@@ -156,11 +148,8 @@ bool LinuxKeyboardLayout::useXkb()
     const auto useCookie = xcb_xkb_use_extension(xcb, XCB_XKB_MAJOR_VERSION, XCB_XKB_MINOR_VERSION);
     const auto flagsCookie =
         xcb_xkb_per_client_flags(xcb, Core, DetectableRepeat, DetectableRepeat, 0, 0, 0);
-    const XcbReply<xcb_xkb_use_extension_reply_t> use(
-        xcb_xkb_use_extension_reply(xcb, useCookie, nullptr));
-    const XcbReply<xcb_xkb_per_client_flags_reply_t> flags(
-        xcb_xkb_per_client_flags_reply(xcb, flagsCookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto use = m_connection.awaitReply(xcb_xkb_use_extension_reply, useCookie);
+    const auto flags = m_connection.awaitReply(xcb_xkb_per_client_flags_reply, flagsCookie);
     if (!use || use->supported == 0)
         return false;
     m_firstEvent = extension->first_event;

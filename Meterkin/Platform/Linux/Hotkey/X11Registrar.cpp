@@ -70,11 +70,8 @@ bool X11Registrar::take(const Grab &grab)
                                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
     bool isGranted = true;
-    for (const xcb_void_cookie_t cookie : cookies) {
-        const XcbReply<xcb_generic_error_t> error(xcb_request_check(xcb, cookie));
-        isGranted = isGranted && !error;
-    }
-    m_connection.dispatchSoon();
+    for (const xcb_void_cookie_t cookie : cookies)
+        isGranted = m_connection.isAccepted(cookie) && isGranted;
     m_grab = grab;
     if (!isGranted)
         release();

@@ -27,11 +27,9 @@ XembedWindow::XembedWindow(X11Connection &connection)
 
 QRect XembedWindow::place(QSize size) const
 {
-    const auto cookie =
-        xcb_translate_coordinates(m_connection.xcb(), m_window, m_connection.screen().root, 0, 0);
-    const XcbReply<xcb_translate_coordinates_reply_t> reply(
-        xcb_translate_coordinates_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto reply = m_connection.awaitReply(
+        xcb_translate_coordinates_reply,
+        xcb_translate_coordinates(m_connection.xcb(), m_window, m_connection.screen().root, 0, 0));
     return reply ? QRect(QPoint(reply->dst_x, reply->dst_y), size) : QRect();
 }
 

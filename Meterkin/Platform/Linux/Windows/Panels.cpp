@@ -20,16 +20,14 @@ QRect x11PanelAt(X11Connection &connection, QPoint place)
     xcb_connection_t *xcb = connection.xcb();
     const xcb_window_t root = connection.screen().root;
     const QPoint native = nativePosition(place, *screen);
-    const auto cookie = xcb_translate_coordinates(xcb, root, root, static_cast<qint16>(native.x()),
-                                                  static_cast<qint16>(native.y()));
-    const XcbReply<xcb_translate_coordinates_reply_t> found(
-        xcb_translate_coordinates_reply(xcb, cookie, nullptr));
-    connection.dispatchSoon();
+    const auto found = connection.awaitReply(
+        xcb_translate_coordinates_reply,
+        xcb_translate_coordinates(xcb, root, root, static_cast<qint16>(native.x()),
+                                  static_cast<qint16>(native.y())));
     if (!found || found->child == XCB_WINDOW_NONE)
         return QRect();
-    const XcbReply<xcb_get_geometry_reply_t> geometry(
-        xcb_get_geometry_reply(xcb, xcb_get_geometry(xcb, found->child), nullptr));
-    connection.dispatchSoon();
+    const auto geometry =
+        connection.awaitReply(xcb_get_geometry_reply, xcb_get_geometry(xcb, found->child));
     if (!geometry)
         return QRect();
     // Only the part on this screen: a panel may span several screens or reach beyond an edge.

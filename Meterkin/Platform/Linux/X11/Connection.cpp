@@ -36,11 +36,9 @@ xcb_atom_t X11Connection::atom(const QByteArray &name)
 {
     if (const auto known = m_atoms.constFind(name); known != m_atoms.constEnd())
         return *known;
-    const auto cookie =
-        xcb_intern_atom(m_connection, 0, static_cast<quint16>(name.size()), name.constData());
-    const XcbReply<xcb_intern_atom_reply_t> reply(
-        xcb_intern_atom_reply(m_connection, cookie, nullptr));
-    dispatchSoon();
+    const auto reply = awaitReply(
+        xcb_intern_atom_reply,
+        xcb_intern_atom(m_connection, 0, static_cast<quint16>(name.size()), name.constData()));
     const xcb_atom_t atom = reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
     m_atoms.insert(name, atom);
     return atom;
@@ -49,19 +47,25 @@ xcb_atom_t X11Connection::atom(const QByteArray &name)
 QList<quint32> X11Connection::words(xcb_window_t window, xcb_atom_t property, xcb_atom_t type)
 {
     constexpr quint32 MostWords = 64;
-    const auto cookie = xcb_get_property(m_connection, 0, window, property, type, 0, MostWords);
-    const XcbReply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(m_connection, cookie, nullptr));
-    dispatchSoon();
+    const auto reply =
+        awaitReply(xcb_get_property_reply,
+                   xcb_get_property(m_connection, 0, window, property, type, 0, MostWords));
     if (!reply || reply->format != 32)
         return {};
     const auto *begin = static_cast<const quint32 *>(xcb_get_property_value(reply.get()));
     return QList<quint32>(begin, begin + xcb_get_property_value_length(reply.get()) / 4);
 }
 
+bool X11Connection::isAccepted(xcb_void_cookie_t request)
+{
+    const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection, request));
+    dispatchSoon();
+    return !error;
+}
+
 void X11Connection::dispatchSoon()
 {
-    // For events in xcb's queue the socket does not become readable.
+    // Events that arrived before a reply are in xcb's queue: the socket is not readable for them.
     QMetaObject::invokeMethod(this, &X11Connection::dispatch, Qt::QueuedConnection);
 }
 

@@ -39,13 +39,23 @@ public:
     const xcb_screen_t &screen() const { return *m_screen; }
     int screenNumber() const { return m_screenNumber; }
 
+    /// Waits for a reply, such as awaitReply(xcb_get_geometry_reply, xcb_get_geometry(...)). Null
+    /// when the server refuses the request.
+    template <typename Reply, typename Cookie>
+    XcbReply<Reply> awaitReply(Reply *(*take)(xcb_connection_t *, Cookie, xcb_generic_error_t **),
+                               Cookie request)
+    {
+        XcbReply<Reply> reply(take(m_connection, request, nullptr));
+        dispatchSoon();
+        return reply;
+    }
+    /// Waits for the server to accept or refuse a checked request.
+    bool isAccepted(xcb_void_cookie_t request);
+
     /// XCB_ATOM_NONE when the server refuses.
     xcb_atom_t atom(const QByteArray &name);
     /// The first 64 words of a property; empty when it is missing or not of 32-bit words.
     QList<quint32> words(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
-
-    /// To be called after each wait for a reply: events that arrived meanwhile are in xcb's queue.
-    void dispatchSoon();
 
 signals:
     void eventReceived(const xcb_generic_event_t *event);
@@ -53,6 +63,7 @@ signals:
     void closed();
 
 private:
+    void dispatchSoon();
     void dispatch();
 
     xcb_connection_t *m_connection = nullptr;

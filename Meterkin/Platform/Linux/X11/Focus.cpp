@@ -66,10 +66,8 @@ bool X11Focus::isUnderPointer(xcb_window_t focus)
         return false;
     xcb_window_t window = focus;
     while (window > XCB_INPUT_FOCUS_POINTER_ROOT && window != pointer.topLevel) {
-        const auto cookie = xcb_query_tree(m_connection.xcb(), window);
-        const XcbReply<xcb_query_tree_reply_t> tree(
-            xcb_query_tree_reply(m_connection.xcb(), cookie, nullptr));
-        m_connection.dispatchSoon();
+        const auto tree = m_connection.awaitReply(xcb_query_tree_reply,
+                                                  xcb_query_tree(m_connection.xcb(), window));
         window = tree ? tree->parent : xcb_window_t{XCB_WINDOW_NONE};
     }
     return window != XCB_WINDOW_NONE && window == pointer.topLevel;
@@ -83,9 +81,7 @@ void X11Focus::setFocus(xcb_window_t window)
 
 xcb_window_t X11Focus::focused()
 {
-    const auto cookie = xcb_get_input_focus(m_connection.xcb());
-    const XcbReply<xcb_get_input_focus_reply_t> reply(
-        xcb_get_input_focus_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto reply =
+        m_connection.awaitReply(xcb_get_input_focus_reply, xcb_get_input_focus(m_connection.xcb()));
     return reply ? reply->focus : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
 }

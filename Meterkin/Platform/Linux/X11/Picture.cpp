@@ -72,9 +72,8 @@ void X11Picture::draw(const QImage &image, QPoint position) const
 X11Picture::Formats X11Picture::formatsFor(xcb_visualid_t visual) const
 {
     Formats formats;
-    const XcbReply<xcb_render_query_pict_formats_reply_t> reply(xcb_render_query_pict_formats_reply(
-        m_connection.xcb(), xcb_render_query_pict_formats(m_connection.xcb()), nullptr));
-    m_connection.dispatchSoon();
+    const auto reply = m_connection.awaitReply(xcb_render_query_pict_formats_reply,
+                                               xcb_render_query_pict_formats(m_connection.xcb()));
     if (!reply)
         return formats;
     auto format = xcb_render_query_pict_formats_formats_iterator(reply.get());

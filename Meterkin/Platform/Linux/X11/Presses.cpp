@@ -33,10 +33,9 @@ X11Presses::X11Presses(X11Connection &connection, QObject *parent)
     const xcb_query_extension_reply_t *extension = xcb_get_extension_data(xcb, &xcb_input_id);
     if (extension == nullptr || extension->present == 0)
         return;
-    const auto cookie = xcb_input_xi_query_version(xcb, MajorVersion, MinorVersion);
-    const XcbReply<xcb_input_xi_query_version_reply_t> version(
-        xcb_input_xi_query_version_reply(xcb, cookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto version =
+        m_connection.awaitReply(xcb_input_xi_query_version_reply,
+                                xcb_input_xi_query_version(xcb, MajorVersion, MinorVersion));
     if (!version || version->major_version < MajorVersion
         || (version->major_version == MajorVersion && version->minor_version == 0))
         return;
@@ -64,10 +63,8 @@ void X11Presses::stop()
 
 X11Presses::Pointer X11Presses::pointer(xcb_window_t window)
 {
-    const auto cookie = xcb_query_pointer(m_connection.xcb(), window);
-    const XcbReply<xcb_query_pointer_reply_t> reply(
-        xcb_query_pointer_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto reply = m_connection.awaitReply(xcb_query_pointer_reply,
+                                               xcb_query_pointer(m_connection.xcb(), window));
     if (!reply)
         return {};
     return {QPoint(reply->win_x, reply->win_y), QPoint(reply->root_x, reply->root_y),

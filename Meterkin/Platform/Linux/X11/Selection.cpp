@@ -13,10 +13,9 @@ xcb_atom_t selectionAtom(X11Connection &connection, const QByteArray &name)
 
 xcb_window_t x11SelectionOwner(X11Connection &connection, const QByteArray &name)
 {
-    const auto cookie = xcb_get_selection_owner(connection.xcb(), selectionAtom(connection, name));
-    const XcbReply<xcb_get_selection_owner_reply_t> reply(
-        xcb_get_selection_owner_reply(connection.xcb(), cookie, nullptr));
-    connection.dispatchSoon();
+    const auto reply = connection.awaitReply(
+        xcb_get_selection_owner_reply,
+        xcb_get_selection_owner(connection.xcb(), selectionAtom(connection, name)));
     return reply ? reply->owner : xcb_window_t{XCB_WINDOW_NONE};
 }
 
@@ -68,10 +67,6 @@ void X11Selection::setOwner(xcb_window_t owner)
 /// False when there is no such window any more.
 bool X11Selection::watch(xcb_window_t window, quint32 events)
 {
-    xcb_connection_t *xcb = m_connection.xcb();
-    const auto request =
-        xcb_change_window_attributes_checked(xcb, window, XCB_CW_EVENT_MASK, &events);
-    const XcbReply<xcb_generic_error_t> error(xcb_request_check(xcb, request));
-    m_connection.dispatchSoon();
-    return !error;
+    return m_connection.isAccepted(xcb_change_window_attributes_checked(
+        m_connection.xcb(), window, XCB_CW_EVENT_MASK, &events));
 }

@@ -119,11 +119,10 @@ void XSettings::read()
 {
     if (m_daemon.owner() == XCB_WINDOW_NONE)
         return;
-    const auto cookie = xcb_get_property(m_connection.xcb(), 0, m_daemon.owner(), m_property,
-                                         m_property, 0, MostBytes / sizeof(quint32));
-    const XcbReply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(m_connection.xcb(), cookie, nullptr));
-    m_connection.dispatchSoon();
+    const auto reply = m_connection.awaitReply(
+        xcb_get_property_reply,
+        xcb_get_property(m_connection.xcb(), 0, m_daemon.owner(), m_property, m_property, 0,
+                         MostBytes / sizeof(quint32)));
     // A new daemon has published nothing yet: its predecessor's settings stay.
     if (!reply || reply->type == XCB_ATOM_NONE)
         return;

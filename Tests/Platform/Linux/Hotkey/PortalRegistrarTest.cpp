@@ -15,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString prefix = u"org.freedesktop.portal."_s;
 const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 constexpr HotkeyCombination ControlOptionM{46, CarbonModifier::control | CarbonModifier::option};
 constexpr HotkeyCombination CommandF5{96, CarbonModifier::command};
@@ -42,20 +41,10 @@ struct ScriptedPortal : ScriptedService {
     }
     bool isBound() const { return !id.isEmpty() && hasClient(client); }
     void press() { activate(connection, session, id); }
-    static void activate(QDBusConnection sender, const QString &ofSession, const QString &ofId)
+    static void activate(const QDBusConnection &sender, const QString &session, const QString &id)
     {
-        sender.send(
-            QDBusMessage::createSignal(portalPath, prefix + u"GlobalShortcuts"_s, u"Activated"_s)
-            << QVariant::fromValue(QDBusObjectPath(ofSession)) << ofId << qulonglong(1)
-            << QVariantMap());
-    }
-    void tell(const QString &path, const QString &name, const QVariantList &arguments) const
-    {
-        const qsizetype dot = name.lastIndexOf(u'.');
-        QDBusMessage signal = QDBusMessage::createTargetedSignal(
-            client, path, prefix + name.left(dot), name.mid(dot + 1));
-        signal.setArguments(arguments);
-        connection.send(signal);
+        emitSignal(sender, portalPath, u"org.freedesktop.portal.GlobalShortcuts"_s, u"Activated"_s,
+                   {QVariant::fromValue(QDBusObjectPath(session)), id, 1ULL, QVariantMap()});
     }
     /// Returns once the client has taken what was sent to it before.
     void settle()
@@ -88,8 +77,10 @@ struct ScriptedPortal : ScriptedService {
         }
         connection.send(message.createReply(QVariant::fromValue(QDBusObjectPath(u"/unused"_s))));
         if (options.contains(u"handle_token"_s) && method != holding)
-            tell(portalPath + u"/request/"_s + folder + options[u"handle_token"_s].toString(),
-                 u"Request.Response"_s, {method == denying ? 1U : 0U, QVariantMap()});
+            emitSignal(connection,
+                       portalPath + u"/request/"_s + folder + options[u"handle_token"_s].toString(),
+                       u"org.freedesktop.portal.Request"_s, u"Response"_s,
+                       {method == denying ? 1U : 0U, QVariantMap()});
         return true;
     }
 };
@@ -216,7 +207,9 @@ private slots:
         s.openPortal(); // another one
         QVERIFY(s.pressWorks());
 
-        s.portal->tell(s.portal->session, u"Session.Closed"_s, {QVariantMap()});
+        ScriptedPortal::emitSignal(s.portal->connection, s.portal->session,
+                                   u"org.freedesktop.portal.Session"_s, u"Closed"_s,
+                                   {QVariantMap()});
         s.portal->press();
         s.portal->settle();
         QCOMPARE(s.presses, 2);

@@ -28,12 +28,12 @@ struct ScriptedPortal : ScriptedService {
     {
     }
 
-    void announceScheme(const QVariant &value) const
+    void setScheme(const QVariant &value)
     {
-        connection.send(QDBusMessage::createSignal(path, u"org.freedesktop.portal.Settings"_s,
-                                                   u"SettingChanged"_s)
-                        << u"org.freedesktop.appearance"_s << scheme
-                        << QVariant::fromValue(QDBusVariant(value)));
+        settings[scheme] = value;
+        emitSignal(
+            connection, path, u"org.freedesktop.portal.Settings"_s, u"SettingChanged"_s,
+            {u"org.freedesktop.appearance"_s, scheme, QVariant::fromValue(QDBusVariant(value))});
     }
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
@@ -79,7 +79,7 @@ private slots:
                                                   {u"dark"_s, "", false},
                                                   {1U, "", true}}) {
             appearance.setThemeName(QString::fromLatin1(theme));
-            portal->announceScheme(told);
+            portal->setScheme(told);
             QTRY_COMPARE(appearance.isDark(), isDark);
         }
         QCOMPARE(changes.size(), 6);
