@@ -232,6 +232,6 @@ void PackageKitTransaction::finish(const PackageKitResult &result)
     if (std::exchange(m_hasEnded, true))
         return;
     m_silence.stop();
-    // A copy, because the receiver may delete m_result's owner from its slot.
+    // A copy, because m_result may change before the last receiver has seen it.
     emit finished(PackageKitResult(result));
 }
