@@ -1,6 +1,7 @@
 """A desktop of its own: home folder, session bus, display, window manager and one panel, shut off
 from the session it is started from. Nothing of it outlives the process that started it, however
 that ends."""
+import json
 import os
 import shutil
 import signal
@@ -11,7 +12,7 @@ from pathlib import Path
 
 from marked_processes import MARK, end_marked, start_guard
 from panels import NOTIFIER, PANELS, XEMBED, i3_settings
-from x_display import Image, XDisplay
+from x_display import Image, Rect, Window, XDisplay
 
 WIDTH, HEIGHT = 1280, 720
 BACKGROUND = 0x5B7083
@@ -38,9 +39,10 @@ def wait(condition, seconds=PATIENCE, what="a condition"):
 
 
 class Desktop:
-    """An X display under openbox (i3 for its own bar), or a headless sway when it is for waybar."""
+    """An X display under openbox (i3 for its own bar), or a headless sway when it is for waybar,
+    which may have an X display for programs that want one."""
 
-    def __init__(self, wayland=False):
+    def __init__(self, wayland=False, xwayland=False):
         self.wayland = wayland
         self.folder = Path(tempfile.mkdtemp(prefix="meterkin-desktop-"))
         self.guard = start_guard(self.folder)
@@ -53,7 +55,7 @@ class Desktop:
                 self.start_x()
             self.start_bus()
             if wayland:
-                self.start_sway()
+                self.start_sway(xwayland)
         except BaseException:
             self.close()
             raise
@@ -169,11 +171,17 @@ class Desktop:
             ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address={fd}"], "dbus")
         self.environment["DBUS_SESSION_BUS_ADDRESS"] = address
 
-    def start_sway(self):
+    def start_sway(self, xwayland):
         run = self.folder / "sway"
         run.mkdir(mode=0o700)
         settings = run / "config"
-        settings.write_text(f"output HEADLESS-1 resolution {WIDTH}x{HEIGHT}\nxwayland disable\n")
+        told = run / "told"
+        # for us, who are another user when we are root
+        opened = "xhost +local: > /dev/null &&" if xwayland else ""
+        settings.write_text(f"output * resolution {WIDTH}x{HEIGHT}\n"
+                            f"xwayland {'enable' if xwayland else 'disable'}\n"
+                            f"exec {opened} echo $DISPLAY $SWAYSOCK > {told}.new && "
+                            f"mv {told}.new {told}\n")
         other_user = {}
         if os.geteuid() == 0:       # sway refuses to run as root; its clients do not mind
             other_user = {"user": NOBODY, "group": NOBODY, "extra_groups": []}
@@ -184,9 +192,13 @@ class Desktop:
             {"XDG_RUNTIME_DIR": str(run), "WLR_BACKENDS": "headless", "WLR_RENDERER": "pixman",
              "WLR_LIBINPUT_NO_DEVICES": "1"}, cwd=run, **other_user)
         self.manager_kind = "sway"
-        socket = self.wait(lambda: [path for path in run.glob("wayland-*") if path.is_socket()],
-                           what="sway's display")
-        self.environment |= {"WAYLAND_DISPLAY": str(socket[0]), "XDG_SESSION_TYPE": "wayland"}
+        self.wait(told.exists, what="sway's displays")
+        *display, self.environment["SWAYSOCK"] = told.read_text().split()
+        socket = next(path for path in run.glob("wayland-*") if path.is_socket())
+        self.environment |= {"WAYLAND_DISPLAY": str(socket), "XDG_SESSION_TYPE": "wayland"}
+        if display:
+            self.environment["DISPLAY"] = display[0]
+            self.x = XDisplay(display[0])
 
     def start_manager(self, kind):
         """openbox, or i3 in its place: its bar works with no other window manager."""
@@ -245,7 +257,20 @@ class Desktop:
                                   "--object-path", "/", "--method",
                                   "org.freedesktop.DBus.NameHasOwner", name)
 
-    # --- pictures ------------------------------------------------------------------------------
+    # --- windows and pictures ------------------------------------------------------------------
+
+    def windows(self):
+        """Every window there is, the screen first; without an X display those that sway knows."""
+        if self.x:
+            return self.x.windows()
+        found, todo = [], [json.loads(self.run("swaymsg", "-t", "get_tree"))]
+        while todo:
+            node = todo.pop()
+            rect = Rect(**node["rect"])
+            found.append(Window(node["id"], node["name"], rect, node.get("visible", False),
+                                override_redirect=False, parent=0))
+            todo += node["nodes"] + node["floating_nodes"]
+        return found
 
     def screenshot(self, rect=None):
         if not self.wayland:

@@ -33,7 +33,7 @@ def described(element):
             "description": element.get_description(), "actions": actions(element),
             "states": [state for state in STATES if state in states],
             "value": Atspi.Value.get_current_value(element) if "Value" in interfaces else None,
-            "area": rect.width * rect.height if rect else None,
+            "rect": [rect.x, rect.y, rect.width, rect.height] if rect else None,
             "children": [described(child) for child in children(element)]}
 
 

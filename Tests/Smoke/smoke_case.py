@@ -17,6 +17,10 @@ from x_display import Window  # noqa: E402
 FULL = os.environ.get("METERKIN_SMOKE") == "full"
 LABEL = "meterkin: "
 BACK_WITHIN = 2.0       # seconds until the item stands in a tray that is there
+# starts nothing, whatever is installed, and lets everybody do everything
+BUS = """<busconfig><type>session</type><listen>unix:dir={}</listen><auth>EXTERNAL</auth>
+<policy context="default"><allow user="*"/><allow own="*"/><allow eavesdrop="true"/>
+<allow send_destination="*" eavesdrop="true"/></policy></busconfig>"""
 HUES = {"green": (85, 165), "yellow": (30, 70), "red": (-25, 20)}     # degrees
 
 
@@ -71,11 +75,11 @@ class SmokeCase(unittest.TestCase):
 
     # --- desktop and program -------------------------------------------------------------------
 
-    def open_desktop(self, panel="none", wayland=False):
+    def open_desktop(self, panel="none", wayland=False, xwayland=False):
         """A fresh desktop, with the panel's tray there already."""
         if self.desktop:
             self.desktop.close()
-        self.desktop = Desktop(wayland=wayland or panel == "waybar")
+        self.desktop = Desktop(wayland or panel == "waybar", xwayland)
         self.addCleanup(self.desktop.close)
         self.write_settings()
         self.start_panel(panel)
@@ -117,10 +121,22 @@ class SmokeCase(unittest.TestCase):
         self.assertEqual((self.desktop.folder / "program.out").read_text(), "")
         self.assertEqual(status, 0, "a clean end has status 0")
 
+    def start_bare_bus(self, kind, *service):
+        """A "session" or "system" bus, and what a file beside this one, with its arguments, is on
+        it."""
+        settings = self.desktop.folder / f"{kind}-bus.conf"
+        settings.write_text(BUS.format(self.desktop.folder))
+        _, self.desktop.environment[f"DBUS_{kind.upper()}_BUS_ADDRESS"] = self.desktop.answer(
+            ["dbus-daemon", f"--config-file={settings}", "--nofork", "--nopidfile",
+             "--print-address={fd}"], f"{kind}-bus")
+        if service:
+            file = Path(__file__).with_name(service[0])
+            self.desktop.spawn(["/usr/bin/python3", "-B", str(file), *service[1:]], file.stem)
+
     # --- what is seen of it --------------------------------------------------------------------
 
     def windows(self):
-        if self.desktop.wayland:
+        if not self.desktop.x:
             return []
         # by number, for one that moves while we look is met twice
         return list({window.id: window for window in self.desktop.x.windows()

@@ -1,12 +1,10 @@
 """All that can be read, pressed and set, as a screen reader has it from the accessible tree."""
-import json
 import subprocess
 import unittest
-from pathlib import Path
 
-from smoke_case import PATIENCE, Hardware, SmokeCase
+from smoke_case import PATIENCE, Hardware
+from window_case import TREE, WindowCase
 
-TREE = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("accessible_tree.py")))
 CONTROLS = ("page tab", "push button", "check box", "combo box", "spin button", "list item")
 TABS = {    # with all that the keyboard reaches
     "General": ("combo box: Show in menu bar:", "combo box: Read metrics every:",
@@ -29,37 +27,27 @@ SCREENS = (("label: Welcome to meterkin", "push button: Get Started"),
            ("label: You're all set.", "label: 3200 RPM", "push button: Start Using meterkin"))
 
 
-class TestAccessibility(SmokeCase):
+class TestAccessibility(WindowCase):
     settings = {"updateInterval": 0.5, "onboardingShown": "true"} | {
         key: "true" if index % 2 else "false" for index, key in enumerate(TOGGLES.values())}
 
     def start_listened_to(self, **settings):
         self.open_desktop()
         self.write_settings(**settings)
-        self.desktop.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
         self.hardware = Hardware(self.desktop.folder / "hardware")
         self.hardware.set_fan(1850)
         self.desktop.spawn([*TREE, "listen"], "focus", stderr=subprocess.DEVNULL)
-        self.start(self.hardware.command_prefix())
+        self.start_readable(self.hardware.command_prefix())
         self.wait_for_item(text="42%")
 
-    def showing(self):
-        """By label; checks what holds for every element of a tree that is not about to change."""
-        found = {}
-
-        def collect(element, window):
-            label, states = element["label"], element["states"]
-            self.assertNotIn(element["role"], ("", "unknown", "invalid"), label)
-            self.assertTrue(element["actions"] or element["role"] not in CONTROLS, label)
-            self.assertTrue(element["name"] or not {"focusable", "showing"} & set(states), label)
-            if "showing" in states:
-                self.assertTrue(element["area"] and "showing" in window["states"], label)
-                found[label] = element
-            for child in element["children"]:
-                collect(child, window)
-        for window in json.loads(self.desktop.wait(lambda: self.desktop.run(*TREE))):
-            collect(window, window)
-        return found
+    def check(self, element, window):
+        """What holds for every element of a tree that is not about to change."""
+        label, states = element["label"], element["states"]
+        self.assertNotIn(element["role"], ("", "unknown", "invalid"), label)
+        self.assertTrue(element["actions"] or element["role"] not in CONTROLS, label)
+        self.assertTrue(element["name"] or not {"focusable", "showing"} & set(states), label)
+        if "showing" in states:
+            self.assertTrue(all(element["rect"][2:]) and "showing" in window["states"], label)
 
     def wait_to_show(self, *labels, gone=()):
         faults = []
@@ -67,7 +55,7 @@ class TestAccessibility(SmokeCase):
         def shown():
             self.hardware.run_processor(75, 125)
             try:
-                seen = self.showing()
+                seen = self.shown(self.check)
             except AssertionError as fault:
                 faults[:] = [fault]
                 return None
@@ -79,8 +67,7 @@ class TestAccessibility(SmokeCase):
 
     def act(self, label, wish="Press", verb="do", setting=""):
         """Also waits for the setting that comes of it."""
-        self.desktop.wait(lambda: self.desktop.run(*TREE, verb, label, wish) == "true\n",
-                          what=f"{wish} for {label}")
+        super().act(label, wish, verb)
         self.desktop.wait(lambda: f"{setting}\n" in self.settings_file().read_text(), what=setting)
 
     def open_dashboard(self):
@@ -117,10 +104,10 @@ class TestAccessibility(SmokeCase):
                 checked = "checked" in seen[label]["states"]
                 self.assertEqual(checked, self.settings[TOGGLES[label]] == "true", label)
                 self.act(label, "Toggle", setting=f"{TOGGLES[label]}={str(not checked).lower()}")
-                self.assertEqual("checked" in self.showing()[label]["states"], not checked, label)
+                self.assertEqual("checked" in self.shown()[label]["states"], not checked, label)
         for name, wish, verb, setting in STEPPERS:
             self.act(f"spin button: {name}", wish, verb, setting)
-            self.assertEqual(self.showing()[f"spin button: {name}"]["value"],
+            self.assertEqual(self.shown()[f"spin button: {name}"]["value"],
                              float(setting.partition("=")[2]))
         self.act("page tab: General")
         self.act("combo box: Show in menu bar:")

@@ -6,10 +6,6 @@ from smoke_case import Hardware
 from window_case import WindowCase
 
 NOTIFICATIONS = "org.freedesktop.Notifications"
-# A session bus that can start nothing, whatever is installed.
-BUS = """<busconfig><type>session</type><listen>unix:dir={folder}</listen><auth>EXTERNAL</auth>
-<policy context="default"><allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/>
-<allow own="*"/></policy></busconfig>"""
 
 
 class Server(NamedTuple):
@@ -29,11 +25,7 @@ class TestAlerts(WindowCase):
 
     def open_session(self, percent):
         self.open_desktop("none")
-        settings = self.desktop.folder / "bus.conf"
-        settings.write_text(BUS.format(folder=self.desktop.folder))
-        _, self.desktop.environment["DBUS_SESSION_BUS_ADDRESS"] = self.desktop.answer(
-            ["dbus-daemon", f"--config-file={settings}", "--nofork", "--nopidfile",
-             "--print-address={fd}"], "bare-bus")
+        self.start_bare_bus("session")
         self.desktop.spawn(["dbus-monitor", f"interface='{NOTIFICATIONS}',member='Notify'"],
                            "monitor")
         self.desktop.wait(lambda: "NameAcquired" in self.log(), what="the monitor")

@@ -11,9 +11,6 @@ from smoke_case import SmokeCase
 WAIT = 8.0      # seconds from the launch to the clean-up
 BUNDLE = "Tools"
 NOBODY = 65534
-SERVICE = Path(__file__).with_name("storage_service.py")
-BUS = """<busconfig><listen>unix:path={}</listen><policy context="default"><allow user="*"/>
-<allow own="*"/><allow send_destination="*"/><allow receive_sender="*"/></policy></busconfig>"""
 
 
 @unittest.skipUnless(os.geteuid() == 0 and Path("/dev/loop-control").exists(),
@@ -41,14 +38,8 @@ class DiskImage(SmokeCase):
 
     def start_service(self, devices):
         """Gives the desktop to an ordinary user, whose images a service detaches."""
-        address = self.desktop.folder / "system-bus"
-        settings = self.desktop.folder / "system-bus.conf"
-        settings.write_text(BUS.format(address))
-        self.desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"] = f"unix:path={address}"
-        self.desktop.spawn(["dbus-daemon", f"--config-file={settings}", "--nofork"], "system-bus")
-        self.desktop.wait(address.exists)
-        self.desktop.spawn(["/usr/bin/python3", "-B", str(SERVICE), str(self.mounts.pid),
-                            *(Path(device).name for device in devices)], "service")
+        self.start_bare_bus("system", "storage_service.py", str(self.mounts.pid),
+                            *(Path(device).name for device in devices))
         self.desktop.folder.chmod(0o711)
         for folder in (self.home, self.desktop.environment["XDG_RUNTIME_DIR"]):
             subprocess.run(["chown", "-R", f"{NOBODY}:{NOBODY}", str(folder)], check=True)

@@ -2,7 +2,7 @@
 import ctypes
 import unittest
 
-from smoke_case import SmokeCase
+from smoke_case import PATIENCE, SmokeCase
 from window_case import WindowCase
 from x_display import Id, Pointer, XDisplay
 
@@ -130,13 +130,11 @@ class TestHotkey(WindowCase):
         self.settings = self.settings | {"hotkeyKeyCode": 0}
         self.open_desktop("xfce4")
         self.desktop.run("setxkbmap", "us", "-keycodes", "xfree86")
-        self.start_and_wait()
-        self.wait_for_item_in("xfce4")
+        self.start_readable()
+        self.wait_for_item_in("xfce4", PATIENCE)
         self.click_title()
-        self.wait_for(self.popover)
-        self.key("Tab", "Return")
-        self.wait_for(self.settings_window)
-        self.click_in(self.settings_window, 345, 324)     # "Record"
+        self.open_settings()
+        self.click_on("push button: Record")
         self.desktop.run("xset", "r", "rate", "100", "25")
         self.tool("keydown", "ctrl", "keydown", "98")
         self.wait_for_setting("hotkeyKeyCode", "126")

@@ -34,16 +34,14 @@ class TestLogin(WindowCase):
 
         # as the desktop's own tools switch it off
         self.entry().write_text(self.entry().read_text() + "Hidden=true\n")
-        self.start()
+        self.start_readable()
         self.wait_for_setting("launchAtLogin", "false")
         self.wait_for_item()
         self.assertFalse(self.is_autostarted())
 
         self.click_title()
-        self.wait_for(self.popover)
-        self.key("Tab", "Return")
-        self.wait_for(self.settings_window)
-        self.click_in(self.settings_window, 424, 404)     # "Launch at login"
+        self.open_settings()
+        self.click_on("check box: Launch at login")
         self.wait_for_setting("launchAtLogin", "true")
         self.wait_for_autostart()
         self.check_entry()

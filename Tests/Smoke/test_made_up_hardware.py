@@ -2,7 +2,7 @@
 import unittest
 from itertools import pairwise
 
-from smoke_case import Hardware, SmokeCase, hue_name, same_shade
+from smoke_case import PATIENCE, Hardware, SmokeCase, hue_name, same_shade
 
 HOSTS = ("xfce4", "lxqt")       # seen on the screen, seen over the bus
 
@@ -55,6 +55,15 @@ class TestMadeUpHardware(SmokeCase):
         self.hardware = Hardware(self.desktop.folder / "hardware")
         self.hardware.set_fan(rpm)
         self.start(self.hardware.command_prefix())
+
+    def test_fan_that_comes_later(self):
+        self.start_on_hardware("lxqt")
+        item = self.wait_for_item_in("lxqt", PATIENCE)
+        self.assertNotIn("RPM", self.property(item.notifier, "ToolTip"))
+        self.hardware.set_fan(1850)
+        self.desktop.wait(lambda: "1850 RPM" in self.property(item.notifier, "ToolTip"), 11,
+                          "the fan")
+        self.stop()
 
     def test_no_fan_shows_memory(self):
         self.start_on_hardware("tint2", menuBarMetric="Fan Speed")

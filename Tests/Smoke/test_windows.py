@@ -1,5 +1,6 @@
 """Dashboard, settings and onboarding, opened, used and closed with the pointer and the keyboard."""
 import unittest
+from pathlib import Path
 
 from smoke_case import FULL, PATIENCE
 from window_case import PANEL_HEIGHT, POPOVER_WIDTH, WindowCase
@@ -24,17 +25,17 @@ class TestDashboard(WindowCase):
         for host in HOSTS:
             with self.subTest(host):
                 self.start_on(host)
-                screen = self.desktop.x.windows()[0].rect
-                rect = self.open_popover().rect
-                place = self.title_place()
-                self.assertTrue(screen.contains(rect), f"{rect} is off the screen")
-                self.assertEqual(rect.width, POPOVER_WIDTH)
-                self.assertTrue(rect.x <= place[0] <= rect.x + rect.width, f"{rect}, {place}")
-                distance = rect.y - place[1] if host in AT_THE_TOP else \
-                    place[1] - rect.y - rect.height
-                self.assertTrue(0 < distance <= PANEL_HEIGHT + 10, f"{distance} from the title")
-                self.check_ways_to_close(screen)
+                self.check_place(self.open_popover().rect, host in AT_THE_TOP)
+                self.check_ways_to_close(self.desktop.windows()[0].rect)
                 self.stop()
+
+    def check_place(self, rect, is_below=True):
+        place = self.title_place()
+        self.assertTrue(self.desktop.windows()[0].rect.contains(rect), f"{rect} is off the screen")
+        self.assertEqual(rect.width, POPOVER_WIDTH * self.scale)
+        self.assertTrue(rect.x <= place[0] <= rect.x + rect.width, f"{rect}, {place}")
+        distance = rect.y - place[1] if is_below else place[1] - rect.y - rect.height
+        self.assertTrue(0 < distance <= PANEL_HEIGHT + 10, f"{distance} from the title")
 
     def check_ways_to_close(self, screen):
         for way in (lambda: self.click_title(),
@@ -69,16 +70,14 @@ class TestDashboard(WindowCase):
 
     def test_keyboard(self):
         self.start_on("xfce4")
-        self.open_popover()
-        self.key("Tab", "Return")
-        self.wait_for(self.settings_window)
+        self.click_title()
+        self.open_settings()
         self.wait_for_end_of(self.popover)
         # It comes to where the user is.
         self.tool("set_num_desktops", 2, "set_desktop", 1)
         self.wait_for_end_of(self.settings_window)
-        self.open_popover()
-        self.key("Tab", "Return")
-        self.wait_for(self.settings_window)
+        self.click_title()
+        self.open_settings()
         # What had the keyboard before gets it back.
         self.open_popover()
         self.key("Escape")
@@ -90,12 +89,13 @@ class TestDashboard(WindowCase):
         self.assertEqual(self.program.wait(PATIENCE), 0, "the quit button ends the program")
 
     def test_click_elsewhere_reaches_its_target(self):
-        self.start_on("xfce4")
+        self.open_desktop("xfce4")
+        self.start_readable()
+        self.wait_for_item_in("xfce4", PATIENCE)
+        self.click_title()
+        self.open_settings()
         self.open_popover()
-        self.key("Tab", "Return")
-        self.wait_for(self.settings_window)
-        self.open_popover()
-        self.click_in(self.settings_window, 424, 404)     # "Launch at login"
+        self.click_on("check box: Launch at login")
         self.wait_for_end_of(self.popover)
         self.wait_for_setting("launchAtLogin", "false")
         self.stop()
@@ -120,31 +120,73 @@ class TestDashboard(WindowCase):
                 self.wait_for_item()
                 rect = self.open_popover().rect
                 self.assertTrue(screen.contains(rect), f"{rect} is not on {screen}")
+                if x == 560:
+                    self.stop()
+        with self.subTest("the screen goes away"):
+            left = Rect(0, 0, 640, 480)
+            timing = "25.18 640 656 752 800 480 490 492 525".split()
+            for change in (["--delmonitor", "right"], ["--delmonitor", "left"],
+                           ["--newmode", "small", *timing], ["--addmode", "screen", "small"],
+                           ["--output", "screen", "--mode", "small"]):
+                self.desktop.run("xrandr", *change)
+            self.wait_for_item(where=lambda item: left.contains(item.window.rect))
+            if not self.popover():
+                self.click_title()
+            self.desktop.wait(lambda: left.contains(self.wait_for(self.popover).rect),
+                              what="the dashboard on the other screen")
+            self.stop()
+
+    def test_scaled(self):
+        self.scale = 1.5
+        for factor, dots in (("1.5", 96), ("", 144)):
+            with self.subTest(QT_SCALE_FACTOR=factor):
+                self.open_desktop("xfce4")
+                self.desktop.environment["QT_SCALE_FACTOR"] = factor
+                resources = self.desktop.folder / "resources"
+                resources.write_text(f"Xft.dpi: {dots}\n")
+                self.desktop.run("xrdb", "-merge", str(resources))
+                self.start()
+                self.wait_for_item_in("xfce4", PATIENCE)
+                self.check_place(self.open_popover().rect)
                 self.stop()
+
+    def test_focus_that_follows_the_pointer(self):
+        self.open_desktop("xfce4")
+        settings = Path(self.desktop.environment["XDG_CONFIG_HOME"]) / "openbox" / "rc.xml"
+        settings.parent.mkdir()
+        settings.write_text("<openbox_config><focus><followMouse>yes</followMouse></focus>"
+                            "</openbox_config>")
+        self.desktop.run("openbox", "--reconfigure")
+        self.start_readable()
+        self.wait_for_item_in("xfce4", PATIENCE)
+        rect = self.open_popover().rect
+        self.tool("mousemove", rect.x + rect.width // 2, rect.y + rect.height // 2)
+        self.click_on("push button: Open Settings")
+        self.wait_for(self.settings_window)
+        self.stop()
 
 
 class TestSettings(WindowCase):
     def test_round_trip(self):
         self.open_desktop("xfce4")
-        self.start()
+        self.start_readable()
         self.wait_for_item_in("xfce4", PATIENCE)
         self.click_title()
-        self.wait_for(self.popover)
-        self.key("Tab", "Return")
-        place = self.wait_for(self.settings_window).rect
+        place = self.open_settings().rect
         screen = self.desktop.x.windows()[0].rect
         self.assertAlmostEqual(place.x + place.width / 2, screen.width / 2, delta=10)
         self.assertEqual((place.width, place.height), (470, 520))
 
-        self.click_in(self.settings_window, 372, 124)     # what stands in the menu bar
+        self.click_on("combo box: Show in menu bar:")
         self.key("Down", "Return")
         self.wait_for_setting("menuBarMetric", "CPU Usage")
-        self.click_in(self.settings_window, 372, 204)     # the interval
+        self.click_on("combo box: Read metrics every:")
         self.key("Home", "Down", "Return")
         self.wait_for_setting("updateInterval", "3")
 
-        self.click_in(self.settings_window, 190, 32)      # "Thresholds"
-        self.click_in(self.settings_window, 427, 397)     # CPU, green, one step up
+        self.click_on("page tab: Thresholds")
+        self.click_on("spin button: CPU Usage, Green below:")
+        self.key("Up")
         self.wait_for_setting("cpuUsageGreen", "51")
         self.stop()
 

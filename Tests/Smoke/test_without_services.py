@@ -28,9 +28,7 @@ class TestWithoutServices(WindowCase):
         self.desktop.wait(lambda: self.reads() - before >= UPDATES * READS_AN_UPDATE, 120,
                           "ten minutes of updates")
         self.key("ctrl+alt+m")
-        self.wait_for(self.popover)
-        self.key("Tab", "Return")
-        self.wait_for(self.settings_window)
+        self.open_settings()
         self.stop()
 
     def test_session_bus_comes_late_and_goes(self):

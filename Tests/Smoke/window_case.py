@@ -1,25 +1,31 @@
 """The program's windows, driven with the pointer and the keyboard."""
+import json
+from pathlib import Path
+
 from smoke_case import SmokeCase, hue_name
 from x_display import Rect
 
 POPOVER_WIDTH = 320
+TREE = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("accessible_tree.py")))
 SHADOW = 30         # at most, on each side, where the desktop composites
 PANEL_HEIGHT = 30
 CLICK_SETTLES = 0.7     # no bounce comes later than that
 
 
 class WindowCase(SmokeCase):
+    scale = 1
+
     # --- what is there -------------------------------------------------------------------------
 
     def window(self, name, width):
-        found = [window for window in self.desktop.x.windows()
+        found = [window for window in self.desktop.windows()
                  if window.viewable and window.name == name
                  and width <= window.rect.width <= width + 2 * SHADOW]
         self.assertLessEqual(len(found), 1, f"one {name} at a time")
         return found[0] if found else None
 
     def popover(self):
-        return self.window("meterkin", POPOVER_WIDTH)
+        return self.window("meterkin", POPOVER_WIDTH * self.scale)
 
     def settings_window(self):
         return self.window("meterkin Settings", 470)
@@ -53,6 +59,41 @@ class WindowCase(SmokeCase):
 
     def wait_for_setting(self, key, value):
         self.desktop.wait(lambda: self.setting(key) == value, what=f"{key}={value}")
+
+    # --- what assistive techniques see ---------------------------------------------------------
+
+    def start_readable(self, prefix=()):
+        self.desktop.environment["QT_LINUX_ACCESSIBILITY_ALWAYS_ON"] = "1"
+        return self.start(prefix)
+
+    def shown(self, check=lambda element, window: None):
+        """The elements on the screen by their labels, like "check box: Launch at login"."""
+        found = {}
+
+        def collect(element, window):
+            check(element, window)
+            if "showing" in element["states"]:
+                found[element["label"]] = element
+            for child in element["children"]:
+                collect(child, window)
+        for window in json.loads(self.desktop.run(*TREE) or "[]"):
+            collect(window, window)
+        return found
+
+    def act(self, label, wish="Press", verb="do"):
+        self.desktop.wait(lambda: self.desktop.run(*TREE, verb, label, wish) == "true\n",
+                          what=f"{wish} for {label}")
+
+    def click_on(self, label):
+        """With the pointer, wherever it is shown."""
+        x, y, width, height = self.desktop.wait(lambda: self.shown().get(label), what=label)["rect"]
+        self.click(x + width // 2, y + height // 2)
+
+    def open_settings(self):
+        """From the dashboard, which has the keyboard."""
+        self.wait_for(self.popover)
+        self.key("Tab", "Return")
+        return self.wait_for(self.settings_window)
 
     # --- pointer and keyboard ------------------------------------------------------------------
 
