@@ -58,6 +58,7 @@ public:
     QString labelGuide() const { return m_content.title.widestText; }
     uint orderingIndex() const { return 0; }
 
+    // NOLINTBEGIN(readability-identifier-naming): names on the bus
 public slots:
     void Activate(int x, int y);
     void SecondaryActivate(int x, int y);
@@ -69,6 +70,7 @@ signals:
     Q_SCRIPTABLE void NewIcon();
     Q_SCRIPTABLE void NewToolTip();
     Q_SCRIPTABLE void XAyatanaNewLabel(const QString &label, const QString &guide);
+    // NOLINTEND(readability-identifier-naming)
 
     /// A click, with the position as the panel gave it: any numbers.
     void activated(QPoint position);

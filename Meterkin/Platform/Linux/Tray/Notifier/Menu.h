@@ -24,6 +24,7 @@ public:
     QString textDirection() const;
     QStringList iconThemePath() const { return {}; }
 
+    // NOLINTBEGIN(readability-identifier-naming): names on the bus
 public slots:
     uint GetLayout(int parentId, int recursionDepth, const QStringList &propertyNames,
                    MenuLayout &layout);
@@ -34,6 +35,7 @@ public slots:
     QList<int> EventGroup(const QList<MenuEvent> &events);
     bool AboutToShow(int id);
     QList<int> AboutToShowGroup(const QList<int> &ids, QList<int> &idErrors);
+    // NOLINTEND(readability-identifier-naming)
 
 signals:
     void chosen(MenuAction action);
