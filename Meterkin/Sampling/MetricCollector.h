@@ -34,8 +34,7 @@ public:
     ~MetricCollector() override;
 
     /// Samples at once, then every `interval` seconds; another call restarts it with a new
-    /// interval. Any double is safe: NaN and what is below ShortestInterval count as that, what is
-    /// above LongestInterval as that.
+    /// interval. Any double is safe, see intervalInEffect().
     void start(double interval);
 
     /// Everything in the last sample, empty before the first. What follows is part of it.

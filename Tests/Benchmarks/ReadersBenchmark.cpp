@@ -31,8 +31,8 @@ double medianMicroseconds(const std::function<void()> &action)
     return *middle;
 }
 
-/// A reader of ours against a bare read of the same file.
-void compare(const char *name, const std::string &path, const std::function<void()> &reader)
+/// A reader compared with a bare read of the same file.
+void compare(const char *name, const std::string &path, const std::function<void()> &read)
 {
     std::vector<char> buffer(1 << 20);
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -41,9 +41,9 @@ void compare(const char *name, const std::string &path, const std::function<void
             std::perror("pread");
     });
     close(descriptor);
-    const double ours = medianMicroseconds(reader);
-    std::printf("%-12s reader %8.2f us   bare read %8.2f us   beyond it %7.2f us\n", name, ours,
-                bare, ours - bare);
+    const double whole = medianMicroseconds(read);
+    std::printf("%-12s reader %8.2f us   bare read %8.2f us   beyond it %7.2f us\n", name, whole,
+                bare, whole - bare);
 }
 
 QByteArray thousandCores()
