@@ -10,6 +10,7 @@
 namespace {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
 constexpr BusTimeouts Short{.handshake = 500ms, .firstRetry = 10ms, .longestRetry = 100ms};
 
@@ -72,7 +73,7 @@ private slots:
 
         QStringList replies;
         const auto record = [&replies](const auto &reply) {
-            replies << (reply.isTimeout() ? QStringLiteral("timeout") : reply.error().name());
+            replies << (reply.isTimeout() ? u"timeout"_s : reply.error().name());
         };
         auto gone = std::make_unique<QObject>();
         bus.call<QString>(m_call, gone.get(), record);
@@ -83,8 +84,7 @@ private slots:
         daemon.suspend();
         bus.call<QString>(m_call, this, record, 50ms);
         QTRY_COMPARE(replies.size(), 3);
-        QCOMPARE(replies.join(u' '),
-                 QStringLiteral(" org.freedesktop.DBus.Error.InvalidSignature timeout"));
+        QCOMPARE(replies.join(u' '), u" org.freedesktop.DBus.Error.InvalidSignature timeout"_s);
 
         bus.call<QString>(m_call, this, record);
         daemon.stop();
@@ -96,7 +96,7 @@ private slots:
     }
 
 private:
-    const QDBusMessage m_call = BusConnection::busCall(QStringLiteral("GetId"));
+    const QDBusMessage m_call = BusConnection::busCall(u"GetId"_s);
 };
 
 METERKIN_TEST(BusConnectionTest);

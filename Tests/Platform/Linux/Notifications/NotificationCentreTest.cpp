@@ -10,10 +10,11 @@
 namespace {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 
-const QString service = QStringLiteral("org.freedesktop.Notifications");
-const QString serverPath = QStringLiteral("/org/freedesktop/Notifications");
-const QStringList rich{QStringLiteral("actions"), QStringLiteral("body-markup")};
+const QString service = u"org.freedesktop.Notifications"_s;
+const QString serverPath = u"/org/freedesktop/Notifications"_s;
+const QStringList rich{u"actions"_s, u"body-markup"_s};
 
 enum class Answer { Good, Error, None };
 
@@ -93,7 +94,7 @@ private slots:
         QVERIFY(startServer());
         m_server.reset();
         QVERIFY(waitFor(AuthorizationAnswer::Failed));
-        m_daemon->addService(service, QStringLiteral("/bin/true"));
+        m_daemon->addService(service, u"/bin/true"_s);
         QVERIFY(waitFor(AuthorizationAnswer::Granted));
         post("fan", "old");
         post("fan", "new");
@@ -124,10 +125,10 @@ private slots:
             post("fan", "a < b & c");
             const bool isRich = capabilities == rich && toCapabilities == Answer::Good;
             QVERIFY(hasPosted({isRich ? "0 a &lt; b &amp; c" : "0 a < b & c"}));
-            QCOMPARE(m_server->posts[0].signature(), QStringLiteral("susssasa{sv}i"));
+            QCOMPARE(m_server->posts[0].signature(), u"susssasa{sv}i"_s);
             const QVariantList values = m_server->posts[0].arguments();
             QCOMPARE(values[5].toStringList().contains(u"default"), isRich);
-            QCOMPARE(qdbus_cast<QVariantMap>(values[6]).value(QStringLiteral("urgency")),
+            QCOMPARE(qdbus_cast<QVariantMap>(values[6]).value(u"urgency"_s),
                      QVariant::fromValue<uchar>(1)); // servers reject other types
         }
     }
@@ -170,12 +171,12 @@ private slots:
         emitSignal(stranger, "NotificationClosed", {41U, 1U});
         click(m_client, 41, "other");
         click(m_client, 40);
-        emitSignal(m_client, "ActionInvoked", {QStringLiteral("41")});
+        emitSignal(m_client, "ActionInvoked", {u"41"_s});
         click(m_client, 41);
         emitSignal(m_client, "NotificationClosed", {41U, 2U});
         click(m_client, 41);
         click(m_client, 0);
-        QTRY_COMPARE(m_clicked, QStringList(QStringLiteral("fan")));
+        QTRY_COMPARE(m_clicked, QStringList(u"fan"_s));
 
         post("fan", "42");
         m_server.reset();
@@ -206,8 +207,7 @@ private:
     }
     void post(const char *identifier, const char *body)
     {
-        m_centre->post(
-            {QString::fromLatin1(identifier), QStringLiteral("Title"), QString::fromLatin1(body)});
+        m_centre->post({QString::fromLatin1(identifier), u"Title"_s, QString::fromLatin1(body)});
     }
     bool hasPosted(std::initializer_list<const char *> bodies)
     {

@@ -13,19 +13,20 @@
 namespace {
 
 using namespace std::chrono_literals;
+using namespace Qt::StringLiterals;
 using Answer = ScriptedWatcher::Answer;
 
-const QString itemPath = QStringLiteral("/StatusNotifierItem");
-const QString itemInterface = QStringLiteral("org.kde.StatusNotifierItem");
-const QString menuPath = itemPath + QStringLiteral("/Menu");
-const QString menuInterface = QStringLiteral("com.canonical.dbusmenu");
+const QString itemPath = u"/StatusNotifierItem"_s;
+const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
+const QString menuPath = itemPath + u"/Menu"_s;
+const QString menuInterface = u"com.canonical.dbusmenu"_s;
 const QColor usual(0x12, 0x34, 0x56);
 
 TrayContent content(const char *text, const QColor &color = usual)
 {
-    return {{QString::fromLatin1(text), color, QStringLiteral("100%")},
-            QStringLiteral("meterkin: ") + QString::fromLatin1(text),
-            QStringLiteral("CPU <9%")};
+    return {{QString::fromLatin1(text), color, u"100%"_s},
+            u"meterkin: "_s + QString::fromLatin1(text),
+            u"CPU <9%"_s};
 }
 
 /// A program with its item, which is attached wherever there is a panel.
@@ -74,10 +75,9 @@ private slots:
     {
         for (const char *host : {".waybar-wrapped", "gnome-shell", "kded5"}) {
             Session session(host);
-            QCOMPARE(session.panel.property("IconAccessibleDesc").toString(),
-                     QStringLiteral("meterkin: 42%"));
+            QCOMPARE(session.panel.property("IconAccessibleDesc").toString(), u"meterkin: 42%"_s);
             QCOMPARE(qdbus_cast<NotifierToolTip>(session.panel.property("ToolTip")).text,
-                     QStringLiteral("CPU &lt;9%"));
+                     u"CPU &lt;9%"_s);
             const QList<NotifierPixmap> pixmaps = session.pixmaps();
             QCOMPARE(pixmaps.size() == 1, QByteArray(host) == ".waybar-wrapped");
             for (const NotifierPixmap &pixmap : pixmaps) {
@@ -205,9 +205,9 @@ private slots:
         Session session;
         ScriptedWatcher &panel = session.panel;
         QCOMPARE(panel.property("Menu").value<QDBusObjectPath>().path(), menuPath);
-        const QDBusMessage reply = panel.call(menuPath, menuInterface, QStringLiteral("GetLayout"),
-                                              {0, -1, QStringList()});
-        QCOMPARE(reply.signature(), QStringLiteral("u(ia{sv}av)"));
+        const QDBusMessage reply =
+            panel.call(menuPath, menuInterface, u"GetLayout"_s, {0, -1, QStringList()});
+        QCOMPARE(reply.signature(), u"u(ia{sv}av)"_s);
         const auto root = qdbus_cast<MenuLayout>(reply.arguments().value(1));
         QStringList entries;
         QSignalSpy chosen(&session.program.item, &TrayHost::menuChosen);
@@ -217,14 +217,11 @@ private slots:
         QList events{event(0, "clicked"), event(1, "opened"), event(99, "clicked")};
         for (const MenuLayout &entry : root.children) {
             const QVariantMap &values = entry.properties;
-            entries += values.value(QStringLiteral("label"), values.value(QStringLiteral("type")))
-                           .toString();
+            entries += values.value(u"label"_s, values.value(u"type"_s)).toString();
             events.append(event(entry.id, "clicked"));
         }
-        QCOMPARE(entries.join(u'|'),
-                 QStringLiteral("Open Dashboard|Open Settings|separator|Quit meterkin"));
-        panel.call(menuPath, menuInterface, QStringLiteral("EventGroup"),
-                   {QVariant::fromValue(events)});
+        QCOMPARE(entries.join(u'|'), u"Open Dashboard|Open Settings|separator|Quit meterkin"_s);
+        panel.call(menuPath, menuInterface, u"EventGroup"_s, {QVariant::fromValue(events)});
         for (const char *method : {"AboutToShow", "GetLayout", "deleteLater"})
             QCOMPARE(
                 panel.call(menuPath, menuInterface, QString::fromLatin1(method), {INT_MIN}).type(),

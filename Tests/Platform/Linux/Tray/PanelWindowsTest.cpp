@@ -10,9 +10,11 @@
 
 namespace {
 
-TrayContent titled(const QString &text, const QString &widest = QStringLiteral("100%"))
+using namespace Qt::StringLiterals;
+
+TrayContent titled(const QString &text, const QString &widest = u"100%"_s)
 {
-    return {{text, Qt::red, widest}, QStringLiteral("meterkin: ") + text, QString()};
+    return {{text, Qt::red, widest}, u"meterkin: "_s + text, QString()};
 }
 
 /// A strip on the screen.
@@ -20,7 +22,7 @@ struct Strip : FloatingStrip {
     Strip(TitlePainter &painter, ScriptedStore &store)
         : FloatingStrip(painter, store)
     {
-        setContent(titled(QStringLiteral("42%")));
+        setContent(titled(u"42%"_s));
         attach();
     }
 };
@@ -53,7 +55,7 @@ private slots:
         const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
         for (const char *stored : {"", "120,80", "12;x", "-5000,99999", "2147483647,3"}) {
             ScriptedStore store;
-            store.setText(QStringLiteral("stripPosition"), QString::fromLatin1(stored));
+            store.setText(u"stripPosition"_s, QString::fromLatin1(stored));
             Strip strip(m_painter, store);
             const QRect place = strip.geometry();
             QVERIFY(screen.contains(place));
@@ -71,7 +73,7 @@ private slots:
         QSignalSpy clicked(&strip, &TrayHost::clicked);
         QWindow *window = QGuiApplication::topLevelWindows().value(0);
         QVERIFY(window != nullptr);
-        QCOMPARE(window->title(), QStringLiteral("meterkin: 42%"));
+        QCOMPARE(window->title(), u"meterkin: 42%"_s);
         QTest::mouseClick(window, Qt::LeftButton, {}, QPoint(5, 5));
         QCOMPARE(clicked.count(), 1);
 
@@ -81,8 +83,7 @@ private slots:
         QTest::mouseRelease(window, Qt::LeftButton, {}, QPoint(5, 5));
         QCOMPARE(clicked.count(), 1);
         QCOMPARE(window->position(), before - QPoint(100, 60));
-        QCOMPARE(store.text(QStringLiteral("stripPosition")),
-                 QStringLiteral("%1,%2").arg(window->x()).arg(window->y()));
+        QCOMPARE(store.text(u"stripPosition"_s), u"%1,%2"_s.arg(window->x()).arg(window->y()));
     }
 
     void stripKeepsItsPlace()
@@ -96,11 +97,11 @@ private slots:
                     middle + offset - strip.geometry().width() / 2, 200);
             const QRect before = strip.geometry();
             for (int round = 0; round < 3; ++round) {
-                strip.setContent(titled(QStringLiteral("1850 RPM"), QStringLiteral("9999 RPM")));
+                strip.setContent(titled(u"1850 RPM"_s, u"9999 RPM"_s));
                 QVERIFY(strip.geometry().width() > before.width());
                 QCOMPARE(strip.geometry().left() == before.left(), offset < 0);
                 QCOMPARE(strip.geometry().right() == before.right(), offset >= 0);
-                strip.setContent(titled(QStringLiteral("42%")));
+                strip.setContent(titled(u"42%"_s));
                 QCOMPARE(strip.geometry(), before);
             }
         }

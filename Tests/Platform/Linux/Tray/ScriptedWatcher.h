@@ -5,6 +5,8 @@
 #include <QDBusReply>
 #include <QDBusVirtualObject>
 
+using namespace Qt::StringLiterals;
+
 /// A panel played by the test: the watcher of notifier items and their host in one.
 class ScriptedWatcher : public QDBusVirtualObject {
     Q_OBJECT
@@ -45,8 +47,8 @@ public:
     void setHost(bool isRegistered)
     {
         m_hasHost = isRegistered;
-        m_connection.send(QDBusMessage::createSignal(
-            m_path, m_watcher, QStringLiteral("StatusNotifierHostRegistered")));
+        m_connection.send(
+            QDBusMessage::createSignal(m_path, m_watcher, u"StatusNotifierHostRegistered"_s));
     }
     /// Items on the bus that registered here.
     QStringList items() const
@@ -66,8 +68,7 @@ public:
     QVariant property(const char *name)
     {
         const QDBusReply<QVariantMap> properties = call(
-            QStringLiteral("/StatusNotifierItem"),
-            QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("GetAll"), {m_item});
+            u"/StatusNotifierItem"_s, u"org.freedesktop.DBus.Properties"_s, u"GetAll"_s, {m_item});
         return properties.value().value(QString::fromLatin1(name));
     }
     /// The item's signals since the last time.
@@ -88,9 +89,9 @@ public:
             m_registered.append(m_lastItem);
         }
         if (answer == Answer::Error)
-            m_connection.send(message.createErrorReply(QDBusError::Failed, QStringLiteral("no")));
+            m_connection.send(message.createErrorReply(QDBusError::Failed, u"no"_s));
         else if (answer == Answer::Wrong)
-            m_connection.send(message.createReply(QStringLiteral("true")));
+            m_connection.send(message.createReply(u"true"_s));
         else if (answer == Answer::Good)
             m_connection.send(message.createReply(QVariant::fromValue(QDBusVariant(m_hasHost))));
         return true;
@@ -101,9 +102,9 @@ private slots:
     void recordSignal(const QDBusMessage &message) { m_signals.append(message.member()); }
 
 private:
-    const QString m_watcher = QStringLiteral("org.kde.StatusNotifierWatcher");
-    const QString m_path = QStringLiteral("/StatusNotifierWatcher");
-    const QString m_item = QStringLiteral("org.kde.StatusNotifierItem");
+    const QString m_watcher = u"org.kde.StatusNotifierWatcher"_s;
+    const QString m_path = u"/StatusNotifierWatcher"_s;
+    const QString m_item = u"org.kde.StatusNotifierItem"_s;
     QDBusConnection m_connection;
     bool m_hasHost = true;
     QString m_lastItem;
