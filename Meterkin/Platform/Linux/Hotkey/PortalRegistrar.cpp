@@ -81,7 +81,6 @@ PortalRegistrar::PortalRegistrar(FindKeysym findKeysym, QObject *parent)
     m_noPortal.setInterval(NoPortalMilliseconds);
     connect(&m_noPortal, &QTimer::timeout, this,
             [this] { giveUp(HotkeyObstacle::NoService, "no desktop portal answers"); });
-    qCDebug(logHotkey, "Wayland session: the hot key is bound by the desktop's portal");
 }
 
 void PortalRegistrar::bind(const HotkeyCombination &combination, std::function<void()> pressed)

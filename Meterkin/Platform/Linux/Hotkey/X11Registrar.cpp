@@ -29,7 +29,6 @@ X11Registrar::X11Registrar(X11Connection &connection, LinuxKeyboardLayout &keybo
     connect(&m_connection, &X11Connection::eventReceived, this, &X11Registrar::handleEvent);
     connect(&m_connection, &X11Connection::closed, this, &X11Registrar::forget);
     connect(&m_keyboard, &LinuxKeyboardLayout::changed, this, &X11Registrar::follow);
-    qCDebug(logHotkey, "X11 session: the hot key is a key grab of the X server");
 }
 
 void X11Registrar::bind(const HotkeyCombination &combination, std::function<void()> pressed)

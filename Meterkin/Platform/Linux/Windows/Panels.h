@@ -11,6 +11,6 @@ class QScreen;
 /// could be a panel is there.
 QRect x11PanelAt(X11Connection &connection, QPoint place);
 
-/// The part of a screen that no panel covers, in logical coordinates. With several screens Qt knows
-/// that only where the window manager reports it for each of them.
+/// The part of a screen that no panel covers, in logical coordinates. Qt does not know it where the
+/// window manager reports one area for several screens.
 QRect x11FreeGeometry(X11Connection &connection, const QScreen &screen);

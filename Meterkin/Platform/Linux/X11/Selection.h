@@ -16,8 +16,8 @@ class X11Selection : public QObject {
     Q_OBJECT
 
 public:
-    /// The connection outlives this and may be closed. It then also reports these events of the
-    /// owner's window.
+    /// The connection outlives this and may be closed. It also reports `ownerEvents`, a mask of
+    /// xcb_event_mask_t, of the owner's window.
     X11Selection(X11Connection &connection, const QByteArray &name, quint32 ownerEvents,
                  QObject *parent = nullptr);
 
