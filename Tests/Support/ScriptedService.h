@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusMessage>
 #include <QDBusVirtualObject>
 
 /// A D-Bus service with one object and what is below it, for as long as this exists.

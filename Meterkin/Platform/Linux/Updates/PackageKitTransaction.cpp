@@ -56,16 +56,16 @@ QStringList hints(PackageKitTransaction::Manner manner)
 
 } // namespace
 
-PackageKitTransaction::PackageKitTransaction(BusConnection &bus, std::chrono::milliseconds patience,
+PackageKitTransaction::PackageKitTransaction(BusConnection &bus, std::chrono::milliseconds timeout,
                                              QObject *parent)
     : QObject(parent)
     , m_bus(bus)
-    , m_patience(patience)
+    , m_timeout(timeout)
     , m_service(bus, service)
 {
     m_silence.setSingleShot(true);
-    m_silence.setInterval(patience);
-    connect(&m_silence, &QTimer::timeout, this, &PackageKitTransaction::ask);
+    m_silence.setInterval(timeout);
+    connect(&m_silence, &QTimer::timeout, this, &PackageKitTransaction::checkAlive);
     connect(&m_service, &BusName::changed, this, [this] {
         const std::optional<QString> &owner = m_service.owner();
         const bool isBusLost = !owner;
@@ -79,7 +79,7 @@ void PackageKitTransaction::start(Manner manner, const QString &method,
 {
     QDBusMessage work = QDBusMessage::createMethodCall(service, servicePath, interface, method);
     work.setArguments(arguments);
-    // This call starts the service where it does not run, which may take a while.
+    // This call starts the service when it does not run, which may take long.
     m_bus.call<QDBusObjectPath>(
         QDBusMessage::createMethodCall(service, servicePath, service,
                                        QStringLiteral("CreateTransaction")),
@@ -87,7 +87,7 @@ void PackageKitTransaction::start(Manner manner, const QString &method,
         [this, manner, work](const BusReply<QDBusObjectPath> &reply) {
             begin(reply, manner, work);
         },
-        2 * m_patience);
+        2 * m_timeout);
 }
 
 void PackageKitTransaction::begin(const BusReply<QDBusObjectPath> &created, Manner manner,
@@ -103,7 +103,7 @@ void PackageKitTransaction::begin(const BusReply<QDBusObjectPath> &created, Mann
     m_owner = created.sender();
 
     QDBusConnection connection = *m_bus.connection();
-    // From any sender: to name the sender here would mean to wait for the bus.
+    // From any sender, because connect() with the name of one blocks for the bus.
     connection.connect(QString(), m_path, interface, QString(), this,
                        SLOT(handleSignal(QDBusMessage)));
     connection.connect(QString(), m_path, propertiesInterface, QStringLiteral("PropertiesChanged"),
@@ -119,11 +119,11 @@ void PackageKitTransaction::begin(const BusReply<QDBusObjectPath> &created, Mann
     m_bus.call<void>(
         working, this,
         [this](const BusReply<void> &reply) {
-            // Whether the service is alive is found out by asking, however late this reply is.
+            // A late reply is no failure: checkAlive() finds out whether the service hangs.
             if (!reply.isValid() && !reply.isTimeout())
                 fail(reply.error());
         },
-        2 * m_patience);
+        2 * m_timeout);
 }
 
 void PackageKitTransaction::cancel()
@@ -182,12 +182,12 @@ void PackageKitTransaction::handleProperties(const QDBusMessage &message)
     takeProperties(qdbus_cast<QVariantMap>(message.arguments()[1]));
 }
 
-void PackageKitTransaction::ask()
+void PackageKitTransaction::checkAlive()
 {
-    QDBusMessage asking = methodCall(propertiesInterface, QStringLiteral("GetAll"));
-    asking << interface;
+    QDBusMessage query = methodCall(propertiesInterface, QStringLiteral("GetAll"));
+    query << interface;
     m_bus.call<QVariantMap>(
-        asking, this,
+        query, this,
         [this](const BusReply<QVariantMap> &reply) {
             if (m_hasEnded)
                 return;
@@ -199,7 +199,7 @@ void PackageKitTransaction::ask()
             m_silence.start();
             takeProperties(reply.value());
         },
-        m_patience);
+        m_timeout);
 }
 
 void PackageKitTransaction::takeProperties(const QVariantMap &properties)

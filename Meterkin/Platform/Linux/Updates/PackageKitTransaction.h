@@ -33,10 +33,9 @@ public:
 
     /// A service that sends nothing for this long is queried; one that does not answer that in the
     /// same time counts as gone.
-    static constexpr std::chrono::milliseconds Patience{30'000};
+    static constexpr std::chrono::milliseconds Timeout{30'000};
 
-    explicit PackageKitTransaction(BusConnection &bus,
-                                   std::chrono::milliseconds patience = Patience,
+    explicit PackageKitTransaction(BusConnection &bus, std::chrono::milliseconds timeout = Timeout,
                                    QObject *parent = nullptr);
 
     /// Calls `method` of a new transaction; finished() follows later. Once.
@@ -64,13 +63,13 @@ private slots:
 private:
     void begin(const BusReply<QDBusObjectPath> &created, Manner manner, const QDBusMessage &work);
     QDBusMessage methodCall(const QString &interface, const QString &method) const;
-    void ask();
+    void checkAlive();
     void takeProperties(const QVariantMap &properties);
     void fail(const QDBusError &error);
     void finish(const PackageKitResult &result);
 
     BusConnection &m_bus;
-    std::chrono::milliseconds m_patience;
+    std::chrono::milliseconds m_timeout;
     QString m_path; ///< empty until the service has made it
     QString m_owner; ///< the service's unique name
     BusName m_service;

@@ -17,7 +17,7 @@ public:
 
     /// `program` is the program's file. The bus is the system's and outlives the updater.
     PackageUpdater(BusConnection &bus, const QString &program,
-                   std::chrono::milliseconds timeout = PackageKitTransaction::Patience,
+                   std::chrono::milliseconds timeout = PackageKitTransaction::Timeout,
                    QObject *parent = nullptr);
 
     Work work() const { return m_work; }

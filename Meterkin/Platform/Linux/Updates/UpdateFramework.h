@@ -4,8 +4,8 @@
 #include "Platform/Linux/Bus/Service.h"
 #include "Platform/Linux/Updates/PackageUpdater.h"
 #include "Platform/Linux/Updates/Schedule.h"
-#include "Platform/Linux/Windows/Dialogs/Window.h"
 #include "Platform/Linux/Windows/Dialogs/UpdateSession.h"
+#include "Platform/Linux/Windows/Dialogs/Window.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/UpdateFramework.h"
 
@@ -30,7 +30,7 @@ public:
         std::function<void()> restart; ///< restarts the program
     };
     struct Times {
-        std::chrono::milliseconds timeout = PackageKitTransaction::Patience;
+        std::chrono::milliseconds timeout = PackageKitTransaction::Timeout;
         std::chrono::milliseconds firstCheck = UpdateSchedule::FirstCheck;
     };
 

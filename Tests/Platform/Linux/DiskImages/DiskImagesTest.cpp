@@ -1,15 +1,13 @@
 #include "Platform/Linux/DiskImages.h"
 #include "Support/Files.h"
 #include "Support/PrivateBus.h"
+#include "Support/ScriptedService.h"
 #include "Support/TestFolder.h"
 #include "Support/TestMain.h"
 
-#include <QDBusMessage>
-#include <QDBusVirtualObject>
 #include <QThread>
 #include <QtTest>
 
-#include <memory>
 #include <optional>
 
 using namespace Qt::StringLiterals;
@@ -17,13 +15,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A storage service that notes the calls and refuses those for one device.
-class ScriptedStorage : public QDBusVirtualObject {
+class ScriptedStorage : public ScriptedService {
 public:
+    using ScriptedService::ScriptedService;
+
     QStringList calls;
     QString refused; ///< a device
 
-    QString introspect(const QString &) const override { return {}; }
-    bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
         const QString device = message.path().section(u'/', -1);
         calls << message.member() + u' ' + device;
@@ -39,13 +38,7 @@ class LinuxDiskImagesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void initTestCase()
-    {
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus.address().toUtf8());
-        m_client.registerVirtualObject(u"/org/freedesktop/UDisks2/block_devices"_s, &m_storage,
-                                       QDBusConnection::SubPath);
-        QVERIFY(m_client.registerService(u"org.freedesktop.UDisks2"_s));
-    }
+    void initTestCase() { qputenv("DBUS_SYSTEM_BUS_ADDRESS", m_bus.address().toUtf8()); }
     void cleanupTestCase() { qunsetenv("DBUS_SYSTEM_BUS_ADDRESS"); }
     void init()
     {
@@ -205,8 +198,8 @@ private:
     QStringList trashed() const { return QDir(at("data/Trash/files")).entryList(QDir::Files); }
 
     PrivateBus m_bus;
-    QDBusConnection m_client = m_bus.connectClient();
-    ScriptedStorage m_storage;
+    ScriptedStorage m_storage{m_bus.connectClient(), u"org.freedesktop.UDisks2"_s,
+                              u"/org/freedesktop/UDisks2/block_devices"_s};
     std::optional<TestFolder> m_folder;
     QByteArray m_mounts;
 };

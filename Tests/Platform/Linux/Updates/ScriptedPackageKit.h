@@ -1,18 +1,17 @@
 #pragma once
 
-#include <QDBusConnection>
-#include <QDBusConnectionInterface>
+#include "Support/ScriptedService.h"
+
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QDBusVirtualObject>
 #include <QHash>
 #include <QStringList>
 
 /// PackageKit, played by the test.
-class ScriptedPackageKit : public QDBusVirtualObject {
-    Q_OBJECT
-
+class ScriptedPackageKit : public ScriptedService {
 public:
+    inline static const QString Name = QStringLiteral("org.freedesktop.PackageKit");
+
     struct Signal {
         QString name;
         QVariantList arguments;
@@ -29,16 +28,13 @@ public:
     QHash<QString, QStringList> hints; ///< by the call
     bool answersProperties = true;
 
-    explicit ScriptedPackageKit(const QDBusConnection &connection)
-        : m_connection(connection)
+    explicit ScriptedPackageKit(const QDBusConnection &bus)
+        : ScriptedService(bus, Name, QStringLiteral("/"))
     {
-        m_connection.registerVirtualObject(QStringLiteral("/"), this, QDBusConnection::SubPath);
-        appear();
     }
-    ~ScriptedPackageKit() override { m_connection.unregisterObject(QStringLiteral("/")); }
 
-    void appear() { m_connection.interface()->registerService(m_name); }
-    void vanish() { m_connection.interface()->unregisterService(m_name); }
+    void appear() { connection.registerService(Name); }
+    void vanish() { connection.unregisterService(Name); }
     void finishLast() { emitSignal({QStringLiteral("Finished"), {1U, 5U}}); }
 
     static Signal package(uint info, const QString &id)
@@ -53,23 +49,22 @@ public:
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
         const QString method = message.member();
-        if (method == u"SetHints")
-            m_hints = message.arguments().value(0).toStringList();
+        QVariant answer;
         if (method == u"CreateTransaction")
-            m_connection.send(message.createReply(QVariant::fromValue(
-                QDBusObjectPath(QStringLiteral("/%1_scripted").arg(++m_transactions)))));
+            answer = QVariant::fromValue(QDBusObjectPath(u'/' + QString::number(++m_transactions)));
         else if (method == u"SetHints")
-            m_connection.send(message.createReply());
-        else if (method != u"GetAll")
-            play(message);
-        else if (answersProperties)
-            m_connection.send(message.createReply(QVariantMap()));
+            m_hints = message.arguments().value(0).toStringList();
+        else if (method == u"GetAll")
+            answer = QVariantMap();
+        else
+            return play(message);
+        if (method != u"GetAll" || answersProperties)
+            connection.send(answer.isValid() ? message.createReply(answer) : message.createReply());
         return true;
     }
-    QString introspect(const QString &) const override { return QString(); }
 
 private:
-    void play(const QDBusMessage &message)
+    bool play(const QDBusMessage &message)
     {
         QString call = message.member();
         for (const QVariant &argument : message.arguments())
@@ -81,24 +76,19 @@ private:
         hints[call] = m_hints;
         const Script script = scripts.value(call, scripts.value(message.member()));
         if (script.ending == Ending::Refuses) {
-            m_connection.send(message.createErrorReply(
+            connection.send(message.createErrorReply(
                 QStringLiteral("org.freedesktop.PackageKit.Transaction.RefusedByPolicy"),
                 QStringLiteral("no")));
-            return;
+            return true;
         }
-        m_connection.send(message.createReply());
+        connection.send(message.createReply());
         for (const Signal &each : script.sent)
             emitSignal(each);
         if (script.ending == Ending::Vanishes)
-            QMetaObject::invokeMethod(this, &ScriptedPackageKit::crash, Qt::QueuedConnection);
+            vanish();
         else if (script.ending == Ending::Finishes && message.member() != u"Cancel")
             emitSignal({QStringLiteral("Finished"), {script.exit, 5U}});
-    }
-    void crash()
-    {
-        const QString name = m_connection.name();
-        m_connection = QDBusConnection(QString()); // or it would stay open
-        QDBusConnection::disconnectFromBus(name);
+        return true;
     }
     /// Of the last transaction.
     void emitSignal(const Signal &sent)
@@ -106,11 +96,9 @@ private:
         QDBusMessage signal = QDBusMessage::createSignal(
             m_path, QStringLiteral("org.freedesktop.PackageKit.Transaction"), sent.name);
         signal.setArguments(sent.arguments);
-        m_connection.send(signal);
+        connection.send(signal);
     }
 
-    const QString m_name = QStringLiteral("org.freedesktop.PackageKit");
-    QDBusConnection m_connection;
     int m_transactions = 0;
     QStringList m_hints;
     QString m_path;

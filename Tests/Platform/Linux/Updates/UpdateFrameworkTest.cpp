@@ -50,7 +50,7 @@ struct Bench {
     ~Bench() { qunsetenv("DBUS_SYSTEM_BUS_ADDRESS"); }
 
     void start(std::chrono::milliseconds firstCheck = 100h, bool downloads = false,
-               std::chrono::milliseconds timeout = PackageKitTransaction::Patience)
+               std::chrono::milliseconds timeout = PackageKitTransaction::Timeout)
     {
         framework = std::make_unique<LinuxUpdateFramework>(
             LinuxUpdateFramework::Dependencies{*bus, system.store, system.style, system.appearance,
@@ -175,7 +175,7 @@ private slots:
             Bench bench;
             bench.service->scripts[call] = script;
             bench.service->answersProperties = !hangs;
-            bench.start(100h, false, hangs ? 3000ms : PackageKitTransaction::Patience);
+            bench.start(100h, false, hangs ? 3000ms : PackageKitTransaction::Timeout);
             QVERIFY(bench.check() && bench.waitFor(Phase::Offered));
             emit bench.session().installRequested();
             QVERIFY(bench.waitFor(call));
