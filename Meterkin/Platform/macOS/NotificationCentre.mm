@@ -14,7 +14,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinNotificationDelegate : NSObject <UNUserNotificationCenterDelegate> {
 @public
-    MacNotificationCentre *m_owner; // null after its destruction; main thread only
+    MacNotificationCentre *owner; // null after its destruction; main thread only
 }
 @end
 
@@ -36,8 +36,8 @@ NS_ASSUME_NONNULL_END
 {
     const QString identifier = textOf(response.notification.request.identifier);
     dispatch_async(dispatch_get_main_queue(), ^{
-        if (self->m_owner != nullptr)
-            emit self->m_owner->clicked(identifier);
+        if (self->owner != nullptr)
+            emit self->owner->clicked(identifier);
         handler();
     });
 }
@@ -89,7 +89,7 @@ MacNotificationCentre::MacNotificationCentre(const std::optional<QString> &ident
     if (!identifier)
         return;
     m_objects = std::make_unique<Objects>();
-    m_objects->delegate->m_owner = this;
+    m_objects->delegate->owner = this;
     m_objects->center.delegate = m_objects->delegate;
 }
 
@@ -98,7 +98,7 @@ MacNotificationCentre::~MacNotificationCentre()
     if (!m_objects)
         return;
     m_objects->center.delegate = nil;
-    m_objects->delegate->m_owner = nullptr;
+    m_objects->delegate->owner = nullptr;
 }
 
 void MacNotificationCentre::queryAuthorization(std::function<void(NotificationAuthorization)> done)

@@ -8,7 +8,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinStatusItemTarget : NSObject {
 @public
-    MacStatusItem *m_owner; // null after its destruction
+    MacStatusItem *owner; // null after its destruction
 }
 - (void)statusItemClicked;
 @end
@@ -19,8 +19,8 @@ NS_ASSUME_NONNULL_END
 
 - (void)statusItemClicked
 {
-    if (m_owner != nullptr)
-        emit m_owner->clicked();
+    if (owner != nullptr)
+        emit owner->clicked();
 }
 
 @end
@@ -56,7 +56,7 @@ MacStatusItem::MacStatusItem(QObject *parent)
                       [NSFont monospacedDigitSystemFontOfSize:AttributedTitle::FontSize
                                                        weight:NSFontWeightMedium]})
 {
-    m_objects->target->m_owner = this;
+    m_objects->target->owner = this;
     NSStatusBarButton *button = m_objects->item.button;
     if (button == nil)
         qCWarning(logTray, "The menu bar gave an item without a button: no title is shown");
@@ -67,7 +67,7 @@ MacStatusItem::MacStatusItem(QObject *parent)
 MacStatusItem::~MacStatusItem()
 {
     // AppKit may hold the button for longer, and send its action.
-    m_objects->target->m_owner = nullptr;
+    m_objects->target->owner = nullptr;
     [NSStatusBar.systemStatusBar removeStatusItem:m_objects->item];
 }
 

@@ -12,7 +12,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinUpdaterObserver : NSObject {
 @public
-    MacUpdateFramework *m_owner; // outlives the observation
+    MacUpdateFramework *owner; // outlives the observation
 }
 @end
 
@@ -30,8 +30,8 @@ NS_ASSUME_NONNULL_END
         return;
     }
     id value = [change objectForKey:NSKeyValueChangeNewKey];
-    emit m_owner->canCheckForUpdatesChanged([value isKindOfClass:[NSNumber class]] &&
-                                            [value boolValue]);
+    emit owner->canCheckForUpdatesChanged([value isKindOfClass:[NSNumber class]] &&
+                                          [value boolValue]);
 }
 
 @end
@@ -72,7 +72,7 @@ void MacUpdateFramework::observe()
     if (!m_objects)
         return;
     m_objects->observer = [[MeterkinUpdaterObserver alloc] init];
-    m_objects->observer->m_owner = this;
+    m_objects->observer->owner = this;
     [m_objects->controller.updater
         addObserver:m_objects->observer
          forKeyPath:@"canCheckForUpdates"

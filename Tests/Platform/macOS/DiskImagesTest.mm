@@ -25,44 +25,42 @@ class DiskImagesTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void listsImages_data()
-    {
-        QTest::addColumn<QString>("listing");
-        QTest::addColumn<QString>("expected"); // "image=mount point,mount point;..."
-        const auto row = [](const char *name, const char *listing, const char *expected) {
-            QTest::newRow(name) << QString::fromUtf8(listing) << QString::fromUtf8(expected);
-        };
-        row("no list", "{images = a;}", "none");
-        row("an image of another type", "{images = ({image-path=a; system-entities=();}, b);}",
-            "none");
-        row("no images", "{images = ();}", "");
-        row("in order, mounted or not",
-            "{images = ({image-path=b; system-entities=({dev-entry=d;});},"
-            " {image-path=a; system-entities=({mount-point=\"/1\";}, {mount-point=\"/2\";});});}",
-            "b=;a=/1,/2");
-        row("a path or entity of another type is left out",
-            "{images = ({image-path=(); system-entities=();}, {image-path=a; system-entities=(2);},"
-            " {image-path=c; system-entities=({mount-point=\"/3\";});});}",
-            "c=/3");
-        row("as the tool writes it",
-            "<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>images</key><array><dict>"
-            "<key>blockcount</key><integer>81920</integer><key>image-path</key>"
-            "<string>/Gr&#246;&#223;e.dmg</string><key>system-entities</key><array><dict>"
-            "<key>mount-point</key><string>/Volumes/Meterkin 1</string></dict></array></dict>"
-            "</array></dict></plist>",
-            "/Größe.dmg=/Volumes/Meterkin 1");
-    }
     void listsImages()
     {
-        QFETCH(const QString, listing);
-        // The exit status does not count, and the tool gets no input.
-        MacDiskImages images(
-            tool(QStringLiteral("cat - <<'END'\n%1\nEND\ncat; exit 3").arg(listing)));
-        const std::optional<QList<DiskImage>> attached = images.attachedImages();
-        QStringList list;
-        for (const DiskImage &image : attached.value_or(QList<DiskImage>()))
-            list << image.imagePath + u'=' + image.mountPoints.join(u',');
-        QTEST(attached ? list.join(u';') : QStringLiteral("none"), "expected");
+        const struct {
+            const char *listing;
+            const char *expected; // "image=mount point,mount point;..."
+        } cases[]{
+            {"{images = a;}", "none"},
+            {"{images = ({image-path=a; system-entities=();}, b);}", "none"},
+            {"{images = ();}", ""},
+            {"{images = ({image-path=b; system-entities=({dev-entry=d;});},"
+             " {image-path=a; system-entities=({mount-point=\"/1\";}, {mount-point=\"/2\";});});}",
+             "b=;a=/1,/2"},
+            // A path or entity of another type: its image is left out.
+            {"{images = ({image-path=(); system-entities=();},"
+             " {image-path=a; system-entities=(2);},"
+             " {image-path=c; system-entities=({mount-point=\"/3\";});});}",
+             "c=/3"},
+            // As the tool writes it.
+            {"<?xml version=\"1.0\"?><plist version=\"1.0\"><dict><key>images</key><array><dict>"
+             "<key>blockcount</key><integer>81920</integer><key>image-path</key>"
+             "<string>/Gr&#246;&#223;e.dmg</string><key>system-entities</key><array><dict>"
+             "<key>mount-point</key><string>/Volumes/Meterkin 1</string></dict></array></dict>"
+             "</array></dict></plist>",
+             "/Größe.dmg=/Volumes/Meterkin 1"},
+        };
+        for (const auto &[listing, expected] : cases) {
+            // The exit status does not count, and the tool gets no input.
+            const QString script = QStringLiteral("cat - <<'END'\n%1\nEND\ncat; exit 3");
+            MacDiskImages images(tool(script.arg(QString::fromUtf8(listing))));
+            const std::optional<QList<DiskImage>> attached = images.attachedImages();
+            QStringList list;
+            for (const DiskImage &image : attached.value_or(QList<DiskImage>()))
+                list << image.imagePath + u'=' + image.mountPoints.join(u',');
+            QCOMPARE(attached ? list.join(u';') : QStringLiteral("none"),
+                     QString::fromUtf8(expected));
+        }
     }
 
     void discardsWhatTheToolWasStartedFor()

@@ -137,7 +137,7 @@ private slots:
             {9, NotificationAuthorization::NotDetermined},
         };
         for (const auto &[status, expected] : cases) {
-            MacNotificationCentre centre(identifier);
+            MacNotificationCentre centre(m_identifier);
             std::optional<NotificationAuthorization> decision;
             centre.queryAuthorization([&decision](NotificationAuthorization told) {
                 QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
@@ -156,7 +156,7 @@ private slots:
         for (const AuthorizationAnswer expected :
              {AuthorizationAnswer::Granted, AuthorizationAnswer::Refused,
               AuthorizationAnswer::Failed}) {
-            MacNotificationCentre centre(identifier);
+            MacNotificationCentre centre(m_identifier);
             std::optional<AuthorizationAnswer> answer;
             centre.requestAuthorization([&answer](AuthorizationAnswer given) { answer = given; });
             answerRequest(expected != AuthorizationAnswer::Refused,
@@ -169,7 +169,7 @@ private slots:
 
     void isClicked()
     {
-        MacNotificationCentre centre(identifier);
+        MacNotificationCentre centre(m_identifier);
         connect(&centre, &NotificationCentre::clicked, this, [] {
             QVERIFY(QThread::currentThread() == QCoreApplication::instance()->thread());
             events << QStringLiteral("clicked");
@@ -182,7 +182,7 @@ private slots:
 
     void nothingHappensAfterItsEnd()
     {
-        auto centre = std::make_unique<MacNotificationCentre>(identifier);
+        auto centre = std::make_unique<MacNotificationCentre>(m_identifier);
         connect(centre.get(), &NotificationCentre::clicked, this, [] { QFAIL("clicked"); });
         const auto fail = [](auto) { QFAIL("called after the end"); };
         centre->queryAuthorization(fail);
@@ -212,7 +212,7 @@ private slots:
     }
 
 private:
-    const QString identifier = QStringLiteral("org.meterkin.Meterkin");
+    const QString m_identifier = QStringLiteral("org.meterkin.Meterkin");
 };
 
 METERKIN_TEST(NotificationCentreTest);

@@ -7,7 +7,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinAppearanceObserver : NSObject {
 @public
-    MacDesktopAppearance *m_owner; // outlives the observation
+    MacDesktopAppearance *owner; // outlives the observation
 }
 @end
 
@@ -20,12 +20,12 @@ NS_ASSUME_NONNULL_END
                         change:(NSDictionary *)change
                        context:(void *)context
 {
-    emit m_owner->changed();
+    emit owner->changed();
 }
 
 - (void)lookDidChange:(NSNotification *)notification
 {
-    emit m_owner->changed();
+    emit owner->changed();
 }
 
 @end
@@ -38,7 +38,7 @@ MacDesktopAppearance::MacDesktopAppearance(QObject *parent)
     : DesktopAppearance(parent)
     , m_objects(new Objects{[[MeterkinAppearanceObserver alloc] init]})
 {
-    m_objects->observer->m_owner = this;
+    m_objects->observer->owner = this;
     [NSApplication.sharedApplication addObserver:m_objects->observer
                                       forKeyPath:@"effectiveAppearance"
                                          options:NSKeyValueObservingOptionNew

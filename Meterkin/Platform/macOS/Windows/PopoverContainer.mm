@@ -22,7 +22,7 @@ NS_ASSUME_NONNULL_BEGIN
 
 @interface MeterkinPopoverDelegate : NSObject <NSPopoverDelegate> {
 @public
-    MacPopoverContainer *m_owner; // null after its destruction
+    MacPopoverContainer *owner; // null after its destruction
 }
 @end
 
@@ -32,14 +32,14 @@ NS_ASSUME_NONNULL_END
 
 - (void)popoverWillClose:(NSNotification *)notification
 {
-    if (m_owner != nullptr)
-        m_owner->handleClosing();
+    if (owner != nullptr)
+        owner->handleClosing();
 }
 
 - (void)popoverDidClose:(NSNotification *)notification
 {
-    if (m_owner != nullptr)
-        m_owner->handleClosed();
+    if (owner != nullptr)
+        owner->handleClosed();
 }
 
 @end
@@ -94,7 +94,7 @@ MacPopoverContainer::MacPopoverContainer(FindButton findButton, QObject *parent)
 MacPopoverContainer::~MacPopoverContainer()
 {
     if (m_objects)
-        m_objects->delegate->m_owner = nullptr;
+        m_objects->delegate->owner = nullptr;
     close();
     forget();
 }
@@ -184,7 +184,7 @@ void MacPopoverContainer::makePopover()
     m_objects = std::make_unique<Objects>();
     m_objects->container = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 1, 1)];
     m_objects->delegate = [[MeterkinPopoverDelegate alloc] init];
-    m_objects->delegate->m_owner = this;
+    m_objects->delegate->owner = this;
     NSViewController *controller = [[NSViewController alloc] init];
     controller.view = m_objects->container;
     m_objects->popover = [[NSPopover alloc] init];
