@@ -1,5 +1,5 @@
-# Debian's Qt in the place of a Mac's: its headers and tools, and of its libraries just the lists of
-# what they export.
+# Debian's Qt in place of a Mac's: its headers and tools, and stubs that list what its libraries
+# export.
 file(GLOB Qt6_DIR /usr/lib/*/cmake/Qt6)
 
 function(meterkin_put_stub target)
@@ -20,7 +20,7 @@ function(meterkin_put_stub target)
 endfunction()
 
 macro(meterkin_find_package method name)
-    # What Debian's Qt draws with is none of a Mac's business.
+    # Debian's Qt draws with these, a Mac's does not.
     if("${name}" STREQUAL WrapOpenGL OR "${name}" STREQUAL WrapVulkanHeaders)
         set(${name}_FOUND TRUE)
         if(NOT TARGET ${name}::${name})

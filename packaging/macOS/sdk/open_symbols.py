@@ -1,5 +1,5 @@
-"""Lists what a Mac's program leaves open, and from which library it expects it:
-open_symbols.py PROGRAM LIST. Refuses what no library of a Mac can be expected to have."""
+"""Lists the undefined symbols of a Mac's program, each with the library it is expected from:
+open_symbols.py PROGRAM LIST. Fails when that library is not known to have it."""
 import re
 import subprocess
 import sys
@@ -31,6 +31,6 @@ for library in sorted(counts.keys() - ours):
     faults += [f"{name} is expected from {library}" for name in sorted(names)]
 
 Path(listing).write_text("".join(f"{name} {library}\n" for name, library in entries))
-print(f"{len(entries)} symbols open:",
+print(f"{len(entries)} undefined symbols:",
       ", ".join(f"{library} {count}" for library, count in counts.most_common()))
 sys.exit("\n".join(faults) or 0)

@@ -1,12 +1,12 @@
-"""Writes a stub of a library of Debian's Qt, as a Mac's linker reads it:
-stub_library.py LIBRARY.so STUB.tbd. It lists all that the library exports, and nothing else."""
+"""Writes a stub of a library of Debian's Qt for a Mac's linker, with exactly what it exports:
+stub_library.py LIBRARY.so STUB.tbd"""
 import re
 import subprocess
 import sys
 from pathlib import Path
 
-# What takes types of the standard library is spelled otherwise with a Mac's one. Each stands here
-# when the program calls it, and is listed only when Debian's library exports the same.
+# Functions that take types of the standard library: their mangled names differ with a Mac's one.
+# Those that the program calls; one is listed only when Debian's library exports its counterpart.
 RESPELLED = [
     "_ZN11QThreadPool5startENSt3__18functionIFvvEEEi",
     "_ZN7QThread16createThreadImplEONSt3__16futureIvEE",

@@ -10,9 +10,9 @@ set(CMAKE_CXX_COMPILER ${CMAKE_CURRENT_LIST_DIR}/arm64-clang++)
 set(CMAKE_OBJCXX_COMPILER ${CMAKE_CXX_COMPILER})
 set(CMAKE_AR ${CMAKE_CURRENT_LIST_DIR}/arm64-ar)
 set(CMAKE_RANLIB ${CMAKE_CURRENT_LIST_DIR}/arm64-ranlib)
-# Asked for, and not used: what is built is never installed.
+# CMake requires it, but nothing is ever installed.
 set(CMAKE_INSTALL_NAME_TOOL true)
-# CMake asks the system that it runs on whether it can do this.
+# CMake would take this from the system that it runs on.
 set(CMAKE_SHARED_LIBRARY_RUNTIME_CXX_FLAG "-Wl,-rpath,")
 
 set(METERKIN_FRAMEWORKS ${CMAKE_CURRENT_LIST_DIR}/Frameworks)
