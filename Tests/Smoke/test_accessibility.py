@@ -95,7 +95,8 @@ class TestAccessibility(WindowCase):
                              [f"page tab: {tab}"])
             tabs = [f"page tab: {name}" for name in TABS]
             self.assertCountEqual([label for label, element in seen.items() if element["role"] in
-                                   CONTROLS and "focusable" in element["states"]], [*controls, *tabs])
+                                   CONTROLS and "focusable" in element["states"]],
+                                  [*controls, *tabs])
             reached = [*controls, f"page tab: {tab}"]     # the other tabs by arrow keys
             self.desktop.run("xdotool", "key", *["Tab"] * len(reached))
             self.desktop.wait(lambda: sorted(self.desktop.log("focus").read_text().splitlines()

@@ -1,22 +1,13 @@
 """Alerts on real notification servers: shown, clicked, not repeated, and waiting for a server."""
 import unittest
-from typing import NamedTuple
 
 from smoke_case import Hardware
 from window_case import WindowCase
 
 NOTIFICATIONS = "org.freedesktop.Notifications"
-
-
-class Server(NamedTuple):
-    command: list
-    button: int         # that chooses a notification by default
-
-
-SERVERS = {
-    "dunst": Server(["dunst"], 2),
-    "notification-daemon": Server(["/usr/lib/notification-daemon/notification-daemon"], 1),
-}
+SERVERS = {     # with the button that chooses a notification by default
+    "dunst": ("dunst", 2),
+    "notification-daemon": ("/usr/lib/notification-daemon/notification-daemon", 1)}
 
 
 class TestAlerts(WindowCase):
@@ -33,7 +24,7 @@ class TestAlerts(WindowCase):
         self.hardware.set_memory(percent)
 
     def start_server(self, name):
-        self.desktop.spawn(SERVERS[name].command, name)
+        self.desktop.spawn([SERVERS[name][0]], name)
         self.desktop.wait(lambda: self.desktop.name_has_owner(NOTIFICATIONS), what=name)
 
     def log(self):
@@ -49,7 +40,7 @@ class TestAlerts(WindowCase):
         return found[0] if len(found) == 1 else None
 
     def test_alert(self):
-        for name, server in SERVERS.items():
+        for name, (_, button) in SERVERS.items():
             with self.subTest(name):
                 self.open_session(42)
                 self.start_server(name)
@@ -58,7 +49,7 @@ class TestAlerts(WindowCase):
                 self.hardware.set_memory(90)
                 rect = self.wait_for(self.notification).rect
                 self.tool("mousemove", rect.x + rect.width // 2, rect.y + rect.height // 2,
-                          "click", server.button)
+                          "click", button)
                 self.wait_for(self.popover)
                 self.key("Escape")
                 self.wait_for_end_of(self.popover)

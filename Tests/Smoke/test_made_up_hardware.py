@@ -10,10 +10,12 @@ HOSTS = ("xfce4", "lxqt")       # seen on the screen, seen over the bus
 class TestMadeUpHardware(SmokeCase):
     settings = {"updateInterval": 0.25, "onboardingShown": "true"}
 
-    def start_on_hardware(self, host, **settings):
+    def start_on_hardware(self, host, fan=None, **settings):
         self.open_desktop(host)
         self.write_settings(**settings)
         self.hardware = Hardware(self.desktop.folder / "hardware")
+        if fan:
+            self.hardware.set_fan(fan)
         self.start(self.hardware.command_prefix())
 
     def check_same(self, one, other):
@@ -40,7 +42,7 @@ class TestMadeUpHardware(SmokeCase):
                 self.stop(warning="meterkin.sampling: /proc/meminfo is empty .*\n")
 
     def test_fan(self):
-        self.start_with_fan(1850)
+        self.start_on_hardware("lxqt", fan=1850, menuBarMetric="Fan Speed")
         for rpm, color in ((1850, "green"), (2000, "yellow"), (4000, "red"), (0, "green")):
             self.hardware.set_fan(rpm)
             self.wait_for_item(text=f"{rpm} RPM")
@@ -48,13 +50,6 @@ class TestMadeUpHardware(SmokeCase):
         self.hardware.set_fan("stuck")
         self.wait_for_item(text="N/A")
         self.stop(warning="meterkin.sampling: .*/fan1_input cannot be read .*\n")
-
-    def start_with_fan(self, rpm):
-        self.open_desktop("lxqt")
-        self.write_settings(menuBarMetric="Fan Speed")
-        self.hardware = Hardware(self.desktop.folder / "hardware")
-        self.hardware.set_fan(rpm)
-        self.start(self.hardware.command_prefix())
 
     def test_fan_that_comes_later(self):
         self.start_on_hardware("lxqt")

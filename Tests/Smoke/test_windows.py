@@ -108,33 +108,40 @@ class TestDashboard(WindowCase):
         self.wait_for(self.popover)
         self.stop()
 
-    def test_stays_on_the_screen_of_the_title(self):
+    def open_two_screens(self):
         self.open_desktop("none")
         for name, place, output in (("left", "640/160x720/180+0+0", "screen"),
                                     ("right", "640/160x720/180+640+0", "none")):
             self.desktop.run("xrandr", "--setmonitor", name, place, output)
+
+    def start_at(self, x):
+        self.write_settings(stripPosition=f"{x},300")
+        self.start()
+        self.wait_for_item()
+
+    def test_stays_on_the_screen_of_the_title(self):
+        self.open_two_screens()
         for x, screen in ((560, Rect(0, 0, 640, 720)), (660, Rect(640, 0, 640, 720))):
             with self.subTest(x=x):
-                self.write_settings(stripPosition=f"{x},300")
-                self.start()
-                self.wait_for_item()
+                self.start_at(x)
                 rect = self.open_popover().rect
                 self.assertTrue(screen.contains(rect), f"{rect} is not on {screen}")
-                if x == 560:
-                    self.stop()
-        with self.subTest("the screen goes away"):
-            left = Rect(0, 0, 640, 480)
-            timing = "25.18 640 656 752 800 480 490 492 525".split()
-            for change in (["--delmonitor", "right"], ["--delmonitor", "left"],
-                           ["--newmode", "small", *timing], ["--addmode", "screen", "small"],
-                           ["--output", "screen", "--mode", "small"]):
-                self.desktop.run("xrandr", *change)
-            self.wait_for_item(where=lambda item: left.contains(item.window.rect))
-            if not self.popover():
-                self.click_title()
-            self.desktop.wait(lambda: left.contains(self.wait_for(self.popover).rect),
-                              what="the dashboard on the other screen")
-            self.stop()
+                self.stop()
+
+    def test_screen_goes_away(self):
+        self.open_two_screens()
+        self.start_at(660)
+        self.open_popover()
+        left, mode = Rect(0, 0, 640, 480), "25.18 640 656 752 800 480 490 492 525"
+        for change in ("--delmonitor right", "--delmonitor left", f"--newmode small {mode}",
+                       "--addmode screen small", "--output screen --mode small"):
+            self.desktop.run("xrandr", *change.split())
+        self.wait_for_item(where=lambda item: left.contains(item.window.rect))
+        if not self.popover():
+            self.click_title()
+        self.desktop.wait(lambda: left.contains(self.wait_for(self.popover).rect),
+                          what="the dashboard on the other screen")
+        self.stop()
 
     def test_scaled(self):
         self.scale = 1.5
