@@ -43,7 +43,7 @@ public:
     void closeDashboard();
     void openSettings();
     void showOnboarding();
-    /// The user has seen enough not to be greeted again.
+    /// The onboarding is not shown again at the next start.
     void rememberOnboarding();
     /// Remembers that the onboarding was finished and closes its window.
     void completeOnboarding();

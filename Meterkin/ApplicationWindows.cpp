@@ -31,7 +31,7 @@ ApplicationWindows::ApplicationWindows(Platform &platform, SettingsViewModel &se
 
 ApplicationWindows::~ApplicationWindows()
 {
-    // The views before their engine; the popover has given its one back already.
+    // The views before their engine. The popover has destroyed its own already.
     m_settingsWindow.reset();
     m_onboardingWindow.reset();
 }
@@ -52,11 +52,11 @@ std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel
 
 void ApplicationWindows::openSettings(const DashboardViewModel &model)
 {
-    m_platform.defaultsStore().retryStorage(); // what the window says of it shall be true now
+    m_platform.defaultsStore().retryStorage(); // the window shows whether it works
     if (!m_settingsWindow)
         m_settingsWindow = makeSettingsWindow(model);
     else if (!m_settingsWindow->isVisible()) {
-        // Its system window has gone with the closing; the next one knows nothing of this.
+        // Closing has destroyed the system window; a new one has no style yet.
         m_platform.windowStyle().makeTitled(*m_settingsWindow);
         m_settingsWindow->setPosition(m_settingsWindow->position()); // else it is placed anew
     }
@@ -127,13 +127,13 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
     connect(view.get(), SIGNAL(complete()), this, SIGNAL(onboardingCompleted()));
     connect(view.get(), SIGNAL(closeRequested()), window.get(), SLOT(close()));
     connect(window.get(), &QQuickWindow::visibleChanged, this, [this, made = window.get()] {
-        // One that is replaced or destroyed hides, too, but is not ours any more.
+        // A window that is replaced or destroyed hides, too: nothing to do then.
         if (made->isVisible() || made != m_onboardingWindow.get())
             return;
         m_onboardingWindow.release()->deleteLater(); // not from within its own signal
         giveUpEngineSoon();
     });
-    // The timetable runs from the moment that something is seen.
+    // The animations start with the first frame.
     connect(
         window.get(), &QQuickWindow::frameSwapped, view.get(),
         [item = view.get()] { QMetaObject::invokeMethod(item, "start"); },

@@ -52,7 +52,7 @@ signals:
 
 private:
     ViewEngine &engine();
-    /// Later, when what uses it may be gone; and gives back what memory is free by then.
+    /// Later, when the last view may be gone; then freed memory is given back, too.
     void giveUpEngineSoon();
     std::unique_ptr<QQuickWindow> makeSettingsWindow(const DashboardViewModel &model);
     std::unique_ptr<QQuickWindow> makeOnboardingWindow();

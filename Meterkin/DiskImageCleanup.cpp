@@ -15,8 +15,8 @@ bool isInstalled(const QString &bundlePath)
 {
     const QString everybodys = QStringLiteral("/Applications");
     const QString own = QDir::home().filePath(QStringLiteral("Applications"));
-    // A program that lies loose in there, or as part of a tree, has no bundle. The folder's name
-    // must not stand in for one: many an image carries that name, and is no left-over of ours.
+    // A program that is not in a bundle must not be taken for one by its folder's name: disk images
+    // of other programs may have that name.
     if (bundlePath == everybodys || bundlePath == own || bundlePath.endsWith(u"/bin"))
         return false;
     return bundlePath.startsWith(everybodys) || bundlePath.startsWith(own);
@@ -30,7 +30,7 @@ void discardSourceImage(DiskImages &images, const QString &bundlePath)
         return;
     for (const DiskImage &image : *attached) {
         for (const QString &mountPoint : image.mountPoints) {
-            // An image that is mounted where we run from is no left-over.
+            // The image that the program runs from is still needed.
             if (mountPoint + u'/' + name != bundlePath && images.holdsBundle(mountPoint, name)) {
                 images.detachAndDiscard(image, mountPoint);
                 return;

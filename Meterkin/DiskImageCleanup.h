@@ -11,12 +11,12 @@ class DiskImages;
 /// to the Trash. Every failure is silent. Main thread only.
 class DiskImageCleanup {
 public:
-    /// Without images nothing is ever done. `wait` keeps the work out of the start's way.
+    /// Without images nothing is ever done. `wait` keeps the start fast.
     DiskImageCleanup(std::shared_ptr<DiskImages> images, const QString &bundlePath,
                      std::chrono::milliseconds wait = std::chrono::seconds(8));
 
-    /// Returns at once; the work is done in the background, and nobody waits for it: it outlives
-    /// this object, and ends wherever it is when the program ends.
+    /// Returns at once. The work is done in the background, may outlive this object, and is
+    /// abandoned when the program ends.
     void start();
 
 private:

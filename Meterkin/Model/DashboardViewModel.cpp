@@ -15,8 +15,8 @@ void take(std::optional<double> value, MetricRecord &record)
     record.value = value;
     if (!value)
         return;
-    // A new list each time: one that is appended to at its end and shortened at its front grows in
-    // capacity for ever.
+    // A new list each time: removing at the front and appending at the end would make the capacity
+    // grow without limit.
     const QList<double> earlier = std::exchange(record.history, {});
     record.history.reserve(DashboardViewModel::HistoryLength);
     const qsizetype kept = std::min(earlier.size(), DashboardViewModel::HistoryLength - 1);

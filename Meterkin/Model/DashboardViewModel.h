@@ -12,11 +12,10 @@
 
 class MetricCollector;
 
-/// What the run so far knows of one metric, in its unit.
+/// One metric since the program started, in its unit.
 struct MetricRecord {
     std::optional<double> value; ///< by which it is judged now; absent when it cannot be measured
-    QList<double>
-        history; ///< the last values, at most DashboardViewModel::HistoryLength, oldest first
+    QList<double> history; ///< the last values, oldest first, at most HistoryLength of the model
     std::optional<double> high; ///< since the start; absent until there was a value
     std::optional<double> low;
 
@@ -24,7 +23,7 @@ struct MetricRecord {
 };
 
 /// The newest readings, a short history of each metric and its extremes since the start. A binding
-/// that asks for any of it follows all updates. Main thread only.
+/// that reads any of it is evaluated at each update. Main thread only.
 class DashboardViewModel : public QObject {
     Q_OBJECT
     Q_PROPERTY(qint64 fanCount READ fanCount NOTIFY fanCountChanged BINDABLE bindableFanCount FINAL)
@@ -47,7 +46,7 @@ public:
     /// Whether the computer has what it takes to measure it.
     bool isPresent(SystemMetric metric) const;
 
-    // Parts of the sample and of the records.
+    // The same by name.
     QList<FanReading> fanSpeeds() const;
     std::optional<MemoryInfo> memoryInfo() const { return sample().memory; }
     std::optional<CPUInfo> cpuInfo() const { return sample().processors; }
@@ -61,7 +60,7 @@ public:
     std::optional<double> cpuUsageHigh() const { return record(SystemMetric::CpuUsage).high; }
     std::optional<double> cpuUsageLow() const { return record(SystemMetric::CpuUsage).low; }
 
-    /// How many fans there are; may exceed the list of those that answer.
+    /// All fans of the machine, also those that cannot be read.
     qint64 fanCount() const { return m_fanCount; }
     QBindable<qint64> bindableFanCount() const { return &m_fanCount; }
 

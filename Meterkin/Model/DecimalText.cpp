@@ -10,7 +10,7 @@ QString decimalText(double value, int decimals)
     std::array<char, 384> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, value);
     const QLatin1StringView printed(buffer.data());
-    // Between whole and fraction stands what the user's locale has for a point.
+    // The decimal separator is the one of the user's locale.
     const qsizetype sign = printed.startsWith(u'-') ? 1 : 0;
     const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
     const auto wholeEnd = std::find_if_not(printed.begin() + sign, printed.end(), isDigit);

@@ -8,5 +8,5 @@
 /// digit. What rounds to zero has no sign.
 QString decimalText(double value, int decimals);
 
-/// So many gibibytes, with one decimal.
+/// In gibibytes, with one decimal and without a unit.
 QString gibibyteText(std::uint64_t bytes);

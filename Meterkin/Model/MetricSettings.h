@@ -19,10 +19,10 @@ public:
     /// Loads from the store, which knows the defaults and outlives it.
     MetricSettings(SystemMetric metric, DefaultsStore &store, QObject *parent);
 
-    /// The metric's, over its settings.
+    /// The metric's name, as the heading of its settings.
     QString name() const;
 
-    /// Adds what the settings read as that the user never set.
+    /// Adds the values of settings that the user has never changed.
     static void addDefaults(SystemMetric metric, QVariantMap &defaults);
 
 private:

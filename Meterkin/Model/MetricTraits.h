@@ -9,24 +9,24 @@
 
 struct MetricSample;
 
-/// All that sets one metric apart from the others. Numbers are in its unit.
+/// Everything that differs from metric to metric. Numbers are in the metric's unit.
 struct MetricTraits {
     QString title; ///< in pickers; also the raw value by which the metric is stored
     QString name; ///< over its card and its settings
     QString unit; ///< follows a number, with a leading blank where one belongs
-    QString alertWords; ///< what an alert says before the value
-    QString settingsName; ///< of its thresholds in the settings, before "Green" and "Yellow"
-    QString alertSetting; ///< the name of its alert's switch in the settings
-    double widestValue = 0.0; ///< that is usual, for places that keep its width free
+    QString alertWords; ///< the beginning of an alert, before the value
+    QString settingsName; ///< the keys of its thresholds are this and "Green" or "Yellow"
+    QString alertSetting; ///< the key of its alert's switch
+    double widestValue = 0.0; ///< among usual values; the title reserves its width
 
-    Thresholds standard; ///< until the user sets others
-    double lowest = 0.0; ///< threshold that the settings offer
+    Thresholds standard; ///< defaults
+    double lowest = 0.0; ///< threshold that can be chosen in the settings
     double highest = 0.0;
     double step = 1.0;
 
     /// The value by which the metric is judged, if there is one.
     std::optional<double> (*valueIn)(const MetricSample &) = nullptr;
-    /// Whether the computer has what it takes to measure it. Null: every computer has.
+    /// Whether the computer has a sensor for it. Null: every computer has.
     bool (*isPresentIn)(const MetricSample &) = nullptr;
     int cardDecimals = 0; ///< of the value on the card
     /// What the card shows for a sample that has a value. Null: the value.

@@ -16,7 +16,7 @@ void ObservationScope::observe()
     m_isReading = true;
     m_probe.setBinding([this] {
         // Evaluated once to learn what it depends on, and again at the first change. It reads
-        // nothing then and so depends on nothing: later changes pass unnoticed until react().
+        // nothing then and so depends on nothing: later changes are ignored until react().
         if (std::exchange(m_isReading, false))
             m_reads();
         else
@@ -27,7 +27,7 @@ void ObservationScope::observe()
 
 void ObservationScope::react()
 {
-    // First, so that no change is lost that comes while `changed` runs.
+    // First, so that changes during `changed` are not lost.
     observe();
     m_changed();
 }

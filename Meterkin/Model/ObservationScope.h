@@ -6,9 +6,9 @@
 #include <functional>
 
 /// Watches the bindable properties that a function reads. When any of them changes, `changed` is
-/// called from the event loop: once, however many changes there were before it. What changes from
-/// then on, `changed` itself included, leads to another call. Nothing is called any more once the
-/// scope is gone. Main thread only.
+/// called from the event loop, once for all changes until then. Later changes, also those that
+/// `changed` makes, lead to another call. The destructor ends the watching.
+/// Main thread only.
 class ObservationScope : public QObject {
     Q_OBJECT
 

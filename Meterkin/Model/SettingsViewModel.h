@@ -67,13 +67,13 @@ public:
     METERKIN_METRIC_SETTING(bool, alertMemory, AlertMemory, MemoryUsage, isAlertOn, IsAlertOn)
     METERKIN_METRIC_SETTING(bool, alertCPUUsage, AlertCPUUsage, CpuUsage, isAlertOn, IsAlertOn)
 
-    /// What updateInterval comes to, in seconds; reading it counts as reading the setting.
+    /// The updateInterval that is really used, in seconds; a binding that reads it follows it.
     double intervalInEffect() const;
 
-    /// The thresholds of one metric; reading them counts as reading both settings.
+    /// The thresholds of one metric; a binding that reads them follows both settings.
     Thresholds thresholds(SystemMetric metric) const;
 
-    /// Why what is set holds for this run only, in a few words; empty while it is stored.
+    /// Why changes last for this run only, in a few words; empty while they are stored.
     QString storageProblem() const { return m_storageProblem; }
     QBindable<QString> bindableStorageProblem() const { return &m_storageProblem; }
     Q_SIGNAL void storageProblemChanged();
@@ -85,6 +85,6 @@ private:
                                &SettingsViewModel::storageProblemChanged)
 };
 
-/// Makes known what keys read as that the user never set: those of the tables that have a default,
-/// and that the onboarding was not shown yet.
+/// Registers the defaults of all settings, and of "onboardingShown", which is not a property of
+/// the model.
 void registerSettingsDefaults(DefaultsStore &store);

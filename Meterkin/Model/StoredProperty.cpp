@@ -50,7 +50,7 @@ template <> quint32 readSetting(const DefaultsStore &store, const QString &key)
         std::fprintf(stderr, "[Meterkin] %s in %s must be a whole number from 0 to %u\n",
                      qPrintable(key), qPrintable(store.location()),
                      std::numeric_limits<quint32>::max());
-        // A slip of the user's pen, not a fault of the program: no core dump.
+        // A mistake in the user's file, not a bug: no core dump.
         std::_Exit(EXIT_FAILURE);
     }
     return static_cast<quint32>(value);

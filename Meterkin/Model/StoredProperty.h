@@ -29,12 +29,12 @@ void assignSetting(Property &property, Value value, DefaultsStore &store, const 
 {
     const Value before = property.valueBypassingBindings();
     bool isSame = before == value;
-    // Two NaN are the same value, or setting one over and over would notify over and over.
+    // NaN equals NaN here: setting it again is no change.
     if constexpr (std::is_same_v<Value, double>)
         isSame = isSame || (std::isnan(before) && std::isnan(value));
     if (!isSame)
         property.setValue(value);
-    // Not `value`: whoever was notified may have set another one by now.
+    // Not `value`: an observer may have set another one by now.
     writeSetting(store, key, property.valueBypassingBindings());
 }
 

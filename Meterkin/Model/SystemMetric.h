@@ -9,7 +9,7 @@ class SystemMetrics : public QObject {
     Q_OBJECT
 
 public:
-    /// The kinds of measurement. What is known of each stands in MetricTraits.
+    /// The kinds of measurement. Each has a row in the table of MetricTraits.
     enum class SystemMetric {
         FanSpeed, ///< the first fan, in revolutions per minute
         MemoryUsage, ///< percent
@@ -20,7 +20,7 @@ public:
 
 using SystemMetric = SystemMetrics::SystemMetric;
 
-/// Every metric, in the order in which pickers and loops take them.
+/// Every metric, in the order of the enumerators: that of pickers and loops.
 inline constexpr std::array allMetrics{SystemMetric::FanSpeed, SystemMetric::MemoryUsage,
                                        SystemMetric::CpuUsage};
 

@@ -43,12 +43,12 @@ void AlertManager::checkAlerts(const SettingsViewModel &settings,
 {
     const auto isOn = [&settings](SystemMetric metric) { return settings.of(metric)->isAlertOn(); };
 
-    // At every tick, an unanswered request or not: one lost answer must not silence us for good.
+    // At every tick, even during a request: a lost answer must not end the alerts for good.
     if (!m_hasPermission && std::ranges::any_of(allMetrics, isOn))
         requestPermission();
 
-    // Without permission the crossing state stays as it is, as it does for a metric switched off:
-    // what is red when the alerts come on is announced then.
+    // Without permission, and for a metric that is switched off, the state does not change: what is
+    // red when alerts become possible is announced then.
     if (!m_hasPermission)
         return;
     for (const SystemMetric metric : allMetrics) {
@@ -67,14 +67,14 @@ void AlertManager::evaluate(SystemMetric metric, double value, double limit)
 
     const auto now = m_clock();
     if (const auto last = m_lastAlertTime[metric]; last && *last <= now && now - *last < Cooldown)
-        return; // a last time in the future comes from a clock that was wrong
+        return; // a last time in the future means that the clock was set back
     m_lastAlertTime[metric] = now;
     postAlert(metric, value);
 }
 
 void AlertManager::postAlert(SystemMetric metric, double value)
 {
-    // The number as the title has it: one rounding for both.
+    // Rounded as in the title.
     const MetricTraits &traits = traitsOf(metric);
     m_centre.post({identifierPrefix + traits.title, QStringLiteral("Meterkin Alert"),
                    traits.alertWords + valueText(metric, value)});

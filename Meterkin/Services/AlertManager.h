@@ -13,13 +13,13 @@ class DashboardViewModel;
 class NotificationCentre;
 class SettingsViewModel;
 
-/// Posts a notification when a metric rises into its red zone: one a crossing, and one in ten
-/// minutes a metric at most. Nothing of its state outlives the run. Main thread only.
+/// Posts a notification when a metric turns red: one for each rise, and for each metric at most one
+/// in ten minutes. Its state is not stored. Main thread only.
 class AlertManager : public QObject {
     Q_OBJECT
 
 public:
-    /// What the identifiers of all alerts begin with.
+    /// The beginning of all alerts' identifiers.
     static const QString identifierPrefix;
 
     /// Asks `centre`, which outlives the manager, for the present permission.
@@ -31,7 +31,7 @@ public:
     /// Asks the user; hasPermission() follows when the answer arrives.
     void requestPermission();
 
-    /// The pass over all metrics, once a tick.
+    /// Checks all metrics. Once per sample.
     void checkAlerts(const SettingsViewModel &settings, const DashboardViewModel &dashboard);
 
     /// Posts the notification of one metric; `value` in RPM or percent.

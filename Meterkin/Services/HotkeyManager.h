@@ -14,9 +14,9 @@ public:
     HotkeyManager(const HotkeyManager &) = delete;
     HotkeyManager &operator=(const HotkeyManager &) = delete;
 
-    /// Binds the combination in place of any earlier one; `callback` runs at each press. What
-    /// stands in the way of one that is not bound is the registrar's obstacle(). The codes are
-    /// those of HotkeyCombination.
+    /// Binds the combination in place of any earlier one; `callback` runs at each press. Why it is
+    /// not bound, if it is not, is the registrar's obstacle(). The codes are those of
+    /// HotkeyCombination.
     void registerHotkey(std::uint32_t keyCode, std::uint32_t modifiers,
                         std::function<void()> callback);
 

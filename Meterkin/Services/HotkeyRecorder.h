@@ -12,17 +12,17 @@ class KeyDownMonitor;
 struct KeyDown;
 class SettingsViewModel;
 
-/// Records a new hot key from the keyboard into the settings and shows the one that is set, with
-/// what there is to know of it. Main thread only.
+/// Records a new hot key from the keyboard into the settings, and describes the present one. Main
+/// thread only.
 class HotkeyRecorder : public QObject {
     Q_OBJECT
-    /// Waits for a key.
+    /// True while it waits for a key.
     Q_PROPERTY(bool isRecording READ isRecording NOTIFY isRecordingChanged BINDABLE
                    bindableIsRecording FINAL)
     Q_PROPERTY(QString displayText READ displayText NOTIFY displayTextChanged BINDABLE
                    bindableDisplayText FINAL)
-    /// Why it does not work now, and what it takes from other programs; empty when it works and
-    /// takes nothing of note.
+    /// Why the hot key does not work now, and which key other programs lose to it; empty when there
+    /// is nothing to say.
     Q_PROPERTY(QString remark READ remark NOTIFY remarkChanged BINDABLE bindableRemark FINAL)
     Q_PROPERTY(bool isSet READ isSet NOTIFY isSetChanged BINDABLE bindableIsSet FINAL)
     Q_PROPERTY(bool canClear READ canClear NOTIFY canClearChanged BINDABLE bindableCanClear FINAL)
@@ -69,9 +69,9 @@ private:
 
     SettingsViewModel &m_settings;
     Dependencies m_dependencies;
-    // Qt 6.4 crashes over bindings that come to read more than four times.
+    // Qt 6.4 crashes when a binding reads more than four properties only at a later evaluation.
     QProperty<HotkeyCombination> m_combination;
-    QProperty<QString> m_warning; ///< of what is taken from other programs
+    QProperty<QString> m_warning; ///< which key other programs lose
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(HotkeyRecorder, bool, m_isRecording, false,
                                          &HotkeyRecorder::isRecordingChanged)
     Q_OBJECT_BINDABLE_PROPERTY(HotkeyRecorder, QString, m_displayText,

@@ -10,5 +10,5 @@ QString keyName(std::uint32_t keyCode);
 /// The symbols of the stored modifier bits, in the order control, option, shift, command.
 QString modifierSymbols(std::uint32_t modifiers);
 
-/// The bits to store for the flags of a key that went down. Locks and the like are dropped.
+/// The bits to store for the flags of a key that went down. Caps Lock and the like are dropped.
 std::uint32_t carbonModifiers(std::uint32_t flags);

@@ -16,7 +16,7 @@ void synchronizeLaunchAtLogin(SettingsViewModel &settings, LoginItem &item)
 {
     const bool wish = settings.launchAtLogin();
     const bool wasEnabled = item.isEnabled();
-    // Through the model, which stores it: the settings window must not show another wish.
+    // Through the model, so that the settings window shows it, too.
     if (wish != wasEnabled && !apply(item, wish, LoginItemWish::Standing))
         settings.setLaunchAtLogin(wasEnabled);
 }

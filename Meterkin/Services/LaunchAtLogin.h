@@ -3,11 +3,11 @@
 class LoginItem;
 class SettingsViewModel;
 
-// Keeps the login item in line with the stored wish, at the two moments when they may part. Errors
-// are silent. Main thread only.
+// Keeps the login item in line with the setting, at the two moments when they may differ. Errors
+// are not shown. Main thread only.
 
-/// At start: brings the item in line with the wish, or, when that fails, the wish with the item.
+/// At start: changes the item to what is set or, when that fails, the setting to what the item is.
 void synchronizeLaunchAtLogin(SettingsViewModel &settings, LoginItem &item);
 
-/// When the user flips the switch: stores the wish, which stands even when the item cannot follow.
+/// When the user flips the switch: stores the wish, also when the item cannot be changed.
 void setLaunchAtLogin(SettingsViewModel &settings, bool wish, LoginItem &item);

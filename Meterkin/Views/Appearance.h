@@ -10,7 +10,7 @@
 class QJSEngine;
 class QQmlEngine;
 
-/// What the views have to know of the desktop's look. One for each ViewEngine. Main thread only.
+/// The desktop's look, as far as the views need it. One for each ViewEngine. Main thread only.
 class Appearance : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -30,7 +30,7 @@ public:
     {
     }
 
-    /// How QML finds it: the one of the engine.
+    /// Called by QML: gives the instance of the engine.
     static Appearance *create(QQmlEngine *engine, QJSEngine *);
 
     /// Takes everything from there, now and whenever it changes.
@@ -45,7 +45,7 @@ public:
     void setTextScale(double scale) { m_textScale = scale; }
     QBindable<double> bindableTextScale() const { return &m_textScale; }
 
-    /// Whether what moves only to be looked at stands still.
+    /// Whether animations that only decorate are left out.
     bool reducesMotion() const { return m_reducesMotion; }
     void setReducesMotion(bool reduces) { m_reducesMotion = reduces; }
     QBindable<bool> bindableReducesMotion() const { return &m_reducesMotion; }
@@ -53,7 +53,7 @@ public:
     SystemColors systemColors() const { return m_systemColors; }
     QBindable<SystemColors> bindableSystemColors() const { return &m_systemColors; }
 
-    /// As DesktopAppearance has it; null, too, without a desktop to follow.
+    /// See DesktopAppearance. Null, too, without a desktop to follow.
     QImage symbol(const QString &name, double pointSize, double scale) const;
 
 signals:

@@ -4,7 +4,7 @@ class QIcon;
 class QPainter;
 class QRectF;
 
-/// The program's icon for its windows, drawn anew at each call.
+/// The program's icon for its windows. Not cached.
 QIcon applicationIcon();
 
 /// Draws it into a square.

@@ -11,7 +11,7 @@
 
 #include <QtQml/qqml.h>
 
-// The models under their names in QML; they know nothing of it themselves.
+// Registers the models in QML, so that the models do not depend on QML.
 
 struct DashboardViewModelInQml {
     Q_GADGET

@@ -3,9 +3,9 @@ pragma Singleton
 import QtQuick
 import Meterkin.Views
 
-// The colours of every view, for the light and the dark appearance of the desktop: the system's own
-// where it has them, else ours. Of ours, texts keep a contrast of 4.5:1 on the backgrounds that they
-// stand on, tier colours 3:1 and more.
+// The colours of every view, for light and dark desktops: the system's own where it has them, else
+// ours. Our text colours have a contrast of at least 4.5:1 on their backgrounds, the tier colours at
+// least 3:1.
 QtObject {
     readonly property bool dark: Appearance.dark
     readonly property systemColors system: Appearance.systemColors
@@ -28,7 +28,7 @@ QtObject {
         return system.valid ? system : own
     }
 
-    // The size in pixels of a text designed with that many points.
+    // Pixels for a text designed with that many points.
     function points(size: real): int {
         return Math.round(size * Appearance.textScale)
     }

@@ -12,7 +12,7 @@ Q_IMPORT_QML_PLUGIN(Meterkin_ViewsPlugin)
 ViewEngine::ViewEngine(QObject *parent)
     : QQmlEngine(parent)
 {
-    // At every move of a spin button's caret Qt says that it cannot tell assistive techniques.
+    // Qt warns at every move of the caret in a spin box that it cannot tell screen readers.
     QLoggingCategory::setFilterRules(QStringLiteral("qt.accessibility.atspi.warning=false"));
     addImportPath(QStringLiteral(":/"));
 }

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr QMargins LikelyFrame(2, 32, 2, 2); // of a title bar that nobody has made yet
+constexpr QMargins LikelyFrame(2, 32, 2, 2); // until the window manager has made one
 
 /// Keeps a window as large as its content asks for, and all of it on the screen. Belongs to the
 /// window.
@@ -36,7 +36,7 @@ public:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        // The frame is there once the window is seen.
+        // The frame is known once the window is exposed.
         if (event->type() == QEvent::Expose && m_window.isExposed()
             && std::exchange(m_frame, m_window.frameMargins()) != m_window.frameMargins())
             adapt();
@@ -78,11 +78,11 @@ private:
         if (place != m_window.position())
             m_window.setPosition(place);
     }
-    /// For what is inside the frame.
+    /// Available to the window without its frame.
     QRect room() const
     {
         const QScreen &screen = *m_window.screen();
-        // Where a point is not one pixel, Qt may have rounded beyond the edge.
+        // At other scales than 1 Qt may have rounded beyond the edge.
         const int rounding = screen.devicePixelRatio() == 1.0 ? 0 : 1;
         return screen.availableGeometry().marginsRemoved(m_frame).adjusted(0, 0, -rounding,
                                                                            -rounding);
@@ -97,7 +97,7 @@ private:
 
 void layOut(QQuickItem &item)
 {
-    // Rows and columns know their size only once what they hold does.
+    // Rows and columns need the sizes of their children first.
     for (QQuickItem *child : item.childItems())
         layOut(*child);
     item.ensurePolished();

@@ -17,7 +17,7 @@ WindowDragArea::WindowDragArea(QQuickWindow &window)
 
 void WindowDragArea::mousePressEvent(QMouseEvent *event)
 {
-    // Not yet: a window manager that hears of it after the release would go on moving.
+    // Not yet: a window manager that is told after the release would go on moving the window.
     m_pressedAt = event->position();
 }
 

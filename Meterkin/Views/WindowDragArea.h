@@ -4,7 +4,7 @@
 
 class QQuickWindow;
 
-/// Fills a window below all else and moves it by the presses that nothing above wants. Belongs to
+/// Fills the window below all other items and moves it when it is dragged. A child of
 /// the window.
 class WindowDragArea : public QQuickItem {
     Q_OBJECT

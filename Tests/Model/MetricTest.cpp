@@ -29,25 +29,18 @@ private slots:
             QCOMPARE(metricFromRawValue(unknown), std::nullopt);
     }
 
-    void texts_data()
-    {
-        QTest::addColumn<OptionalDouble>("value");
-        QTest::addColumn<QString>("text");
-        const auto row = [](OptionalDouble value, const QString &text) {
-            QTest::addRow("%g", value.value_or(-1.0)) << value << text;
-        };
-        row({}, u"N/A"_s);
-        row(Limits::quiet_NaN(), u"N/A"_s);
-        row(Limits::infinity(), u"N/A"_s);
-        row(2.5, u"2 RPM"_s); // halves go to the even number
-        row(3.5, u"4 RPM"_s);
-        row(-0.4, u"0 RPM"_s);
-        row(-Limits::max(), QString::number(-Limits::max(), 'f', 0) + u" RPM"_s);
-    }
     void texts()
     {
-        QFETCH(OptionalDouble, value);
-        QTEST(valueText(SystemMetric::FanSpeed, value), "text");
+        for (const auto &[value, text] :
+             {std::pair(OptionalDouble(), u"N/A"_s),
+              {Limits::quiet_NaN(), u"N/A"_s},
+              {Limits::infinity(), u"N/A"_s},
+              {2.5, u"2 RPM"_s}, // halves go to the even number
+              {3.5, u"4 RPM"_s},
+              {-0.4, u"0 RPM"_s},
+              {-Limits::max(), QString::number(-Limits::max(), 'f', 0) + u" RPM"_s}})
+            QCOMPARE(valueText(SystemMetric::FanSpeed, value), text);
+        QCOMPARE(valueText(SystemMetric::CpuUsage, 37.45, 1), u"37.5%"_s);
     }
 
     void decimals()

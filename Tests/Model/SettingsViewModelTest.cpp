@@ -27,12 +27,8 @@ private slots:
         QVERIFY(store.writes.isEmpty());
         QVERIFY(settings.launchAtLogin() && !settings.hotkeyEnabled());
         QVERIFY(settings.thresholds(SystemMetric::CpuUsage) == (Thresholds{50.0, 80.0}));
-    }
 
-    void unknownMetricIsMemory()
-    {
-        ScriptedStore store;
-        store.stored.insert(QStringLiteral("menuBarMetric"), QStringLiteral("cpu usage"));
+        store.stored.insert(QStringLiteral("menuBarMetric"), QStringLiteral("cpu usage")); // none
         QCOMPARE(SettingsViewModel(store).menuBarMetric(), SystemMetric::MemoryUsage);
     }
 
@@ -74,7 +70,8 @@ private slots:
             return property == name ? static_cast<QObject *>(&settings)
                                     : settings.of(static_cast<SystemMetric>(property[0] - '0'));
         };
-        const QList<ScriptedStore::Write> write{{QString::fromLatin1(QTest::currentDataTag()), written}};
+        const QList<ScriptedStore::Write> write{
+            {QString::fromLatin1(QTest::currentDataTag()), written}};
         ScriptedStore store;
         SettingsViewModel settings(store);
         QObject *holder = holderIn(settings);
@@ -96,11 +93,8 @@ private slots:
     {
         ScriptedStore store;
         SettingsViewModel settings(store);
-        const MetricSettings *memory = settings.of(SystemMetric::MemoryUsage);
-        connect(memory, &MetricSettings::greenChanged, &settings, [&settings] {
-            if (settings.memoryGreen() > 50.0)
-                settings.setMemoryGreen(50.0);
-        });
+        connect(settings.of(SystemMetric::MemoryUsage), &MetricSettings::greenChanged, &settings,
+                [&settings] { settings.setMemoryGreen(50.0); });
         settings.setMemoryGreen(70.0);
         QCOMPARE(settings.memoryGreen(), 50.0);
         QCOMPARE(store.number(QStringLiteral("memoryGreen")), 50.0);

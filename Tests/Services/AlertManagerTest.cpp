@@ -51,44 +51,37 @@ struct Bench {
 
 } // namespace
 
-Q_DECLARE_METATYPE(Step)
-
 class AlertManagerTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void crossings_data()
-    {
-        QTest::addColumn<QList<Step>>("steps");
-        QTest::addColumn<QList<int>>("alerts"); // seconds
-        const auto row = [](const char *name, const QList<Step> &steps, const QList<int> &alerts) {
-            QTest::newRow(name) << steps << alerts;
-        };
-        row("exactly at the limit", {{0, 70}, {3, 80}, {6, 79.99}}, {3});
-        row("stays red", {{0, 85}, {300, 90}, {700, 85}, {1400, 85}}, {0});
-        row("just within", {{0, 70}, {3, 85}, {6, 90}, {300, 75}, {602, 85}}, {3});
-        row("just after", {{0, 70}, {3, 85}, {6, 90}, {300, 75}, {603, 85}}, {3, 603});
-        row("consumed crossing", {{0, 85}, {100, 75}, {200, 85}, {700, 85}, {797, 75}, {800, 85}},
-            {0, 800});
-        row("cooldown runs from the alert", {{0, 85}, {3, 75}, {500, 85}, {503, 75}, {601, 85}},
-            {0, 601});
-        row("clock set back", {{0, 85}, {3, 75}, {-9000, 85}, {-8000, 75}, {599, 85}},
-            {0, -9000, 599});
-        row("gap while red", {{0, {}}, {3, 85}, {300, {}}, {700, 85}}, {3});
-        row("gap while below", {{0, 85}, {3, 75}, {300, {}}, {700, 85}}, {0, 700});
-        row("switched on while red", {{0, 85, false}, {3, 85}}, {3});
-        row("off during the drop", {{0, 85}, {300, 75, false}, {700, 85}}, {0});
-        row("off during the rise", {{0, 85}, {300, 75}, {700, 85, false}, {703, 85}}, {0, 703});
-    }
     void crossings()
     {
-        QFETCH(const QList<Step>, steps);
-        Bench bench;
-        for (const Step &step : steps) {
-            bench.settings.setAlertMemory(step.alertOn);
-            bench.tick(step.time, {.memory = step.memory});
+        using Steps = QList<Step>;
+        using Alerts = QList<int>; // seconds
+        for (const auto &[steps, alerts] :
+             {std::pair(Steps{{0, 70}, {3, 80}, {6, 79.99}}, Alerts{3}), // exactly at the limit
+              {{{0, 85}, {300, 90}, {700, 85}, {1400, 85}}, {0}}, // stays red
+              {{{0, 70}, {3, 85}, {6, 90}, {300, 75}, {602, 85}}, {3}}, // just within the cooldown
+              {{{0, 70}, {3, 85}, {6, 90}, {300, 75}, {603, 85}}, {3, 603}},
+              // A crossing within the cooldown is consumed, and the cooldown runs from the alert.
+              {{{0, 85}, {100, 75}, {200, 85}, {700, 85}, {797, 75}, {800, 85}}, {0, 800}},
+              {{{0, 85}, {3, 75}, {500, 85}, {503, 75}, {601, 85}}, {0, 601}},
+              // The clock is set back.
+              {{{0, 85}, {3, 75}, {-9000, 85}, {-8000, 75}, {599, 85}}, {0, -9000, 599}},
+              // No value for a while; the switch off for a while.
+              {{{0, {}}, {3, 85}, {300, {}}, {700, 85}}, {3}},
+              {{{0, 85}, {3, 75}, {300, {}}, {700, 85}}, {0, 700}},
+              {{{0, 85, false}, {3, 85}}, {3}},
+              {{{0, 85}, {300, 75, false}, {700, 85}}, {0}},
+              {{{0, 85}, {300, 75}, {700, 85, false}, {703, 85}}, {0, 703}}}) {
+            Bench bench;
+            for (const Step &step : steps) {
+                bench.settings.setAlertMemory(step.alertOn);
+                bench.tick(step.time, {.memory = step.memory});
+            }
+            QCOMPARE(bench.times.value(u"Memory"_s), alerts);
         }
-        QTEST(bench.times.value(u"Memory"_s), "alerts");
     }
 
     void eachMetricHasItsSwitchAndText()
@@ -118,41 +111,30 @@ private slots:
                  (QMap<QString, QList<int>>{{u"Memory"_s, {0}}, {u"Fan Speed"_s, {3}}}));
     }
 
-    void permission_data()
+    void asksForPermission()
     {
-        QTest::addColumn<NotificationAuthorization>("known");
-        QTest::addColumn<std::optional<AuthorizationAnswer>>("answer"); // to each request
-        QTest::addColumn<bool>("alertsOn");
-        QTest::addColumn<int>("requests"); // in three red ticks
-        QTest::addColumn<QList<int>>("alerts"); // seconds
-        const auto row = [](const char *name, Known known, std::optional<Answer> answer,
-                            bool alertsOn, int requests, const QList<int> &alerts) {
-            QTest::newRow(name) << known << answer << alertsOn << requests << alerts;
-        };
-        row("held", Known::Authorized, {}, true, 0, {0});
-        row("granted", Known::NotDetermined, Answer::Granted, true, 1, {3});
-        row("granted after all", Known::Denied, Answer::Granted, true, 1, {3});
-        row("refused", Known::NotDetermined, Answer::Refused, true, 3, {});
-        row("error", Known::NotDetermined, Answer::Failed, true, 3, {});
-        row("no answer", Known::NotDetermined, {}, true, 3, {});
-        row("nothing to ask for", Known::NotDetermined, Answer::Granted, false, 0, {});
-    }
-    void permission()
-    {
-        QFETCH(const std::optional<AuthorizationAnswer>, answer);
-        QFETCH(const NotificationAuthorization, known);
-        QFETCH(const bool, alertsOn);
-        Bench bench(known);
-        for (const SystemMetric metric : allMetrics)
-            bench.settings.of(metric)->setIsAlertOn(alertsOn
-                                                    && metric == SystemMetric::MemoryUsage);
-        for (const int time : {0, 3, 6}) {
-            bench.tick(time, {.memory = 90.0});
-            if (answer)
-                bench.centre.answerRequests(*answer);
+        // What is known at first, the answer to each request; in three red ticks, the requests and
+        // the times of the alerts.
+        for (const auto &[known, answer, requests, alerts] :
+             {std::tuple(Known::Authorized, std::optional<Answer>(), 0, QList<int>{0}),
+              {Known::NotDetermined, Answer::Granted, 1, {3}},
+              {Known::Denied, Answer::Granted, 1, {3}},
+              {Known::NotDetermined, Answer::Failed, 3, {}},
+              {Known::NotDetermined, {}, 3, {}}}) {
+            Bench bench(known);
+            for (const int time : {0, 3, 6}) {
+                bench.tick(time, {.memory = 90.0});
+                if (answer)
+                    bench.centre.answerRequests(*answer);
+            }
+            QCOMPARE(bench.centre.requestCount, requests);
+            QCOMPARE(bench.times.value(u"Memory"_s), alerts);
         }
-        QTEST(bench.centre.requestCount, "requests");
-        QTEST(bench.times.value(u"Memory"_s), "alerts");
+        Bench bench(Known::NotDetermined);
+        for (const SystemMetric metric : allMetrics)
+            bench.settings.of(metric)->setIsAlertOn(false);
+        bench.tick(0, {.memory = 90.0});
+        QCOMPARE(bench.centre.requestCount, 0); // nothing to ask for
     }
 
     void lateAnswersFindNoManager()

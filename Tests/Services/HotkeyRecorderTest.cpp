@@ -8,6 +8,8 @@
 
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 struct ScriptedLayout : KeyboardLayout {
@@ -32,75 +34,60 @@ private slots:
         QTest::newRow("locks alone") << 40U << 0xFFE1FFFFU << QString();
         QTest::newRow("Esc alone") << 53U << 0U << QString();
         QTest::newRow("no key code") << 255U << 0x100000U << QString();
-        QTest::newRow("control") << 40U << 0x40000U << QStringLiteral("40 4096 ^K");
-        QTest::newRow("option") << 53U << 0x80000U << QStringLiteral("53 2048 ⌥Esc");
-        QTest::newRow("command, caps lock") << 122U << 0x110000U << QStringLiteral("122 256 ⌘F1");
-        QTest::newRow("key code 0") << 0U << 0x1E0000U << QStringLiteral("0 6912 ^⌥⇧⌘A");
-        QTest::newRow("no name") << 123U << 0x100000U << QStringLiteral("123 256 ⌘Key(123)");
-        QTest::newRow("all else") << 10U << 0xFFA8FFFFU << QStringLiteral("10 2048 ⌥Key(10)");
+        QTest::newRow("control") << 40U << 0x40000U << u"40 4096 ^K"_s;
+        QTest::newRow("command, caps lock") << 122U << 0x110000U << u"122 256 ⌘F1"_s;
+        QTest::newRow("key code 0") << 0U << 0x1E0000U << u"0 6912 ^⌥⇧⌘A"_s;
+        QTest::newRow("no name, all else") << 10U << 0xFFA8FFFFU << u"10 2048 ⌥Key(10)"_s;
     }
     void captures()
     {
         QFETCH(const quint32, keyCode);
         QFETCH(const quint32, flags);
         QFETCH(const QString, stored);
-        ScriptedStore store;
-        SettingsViewModel settings(store);
-        ScriptedKeyDownMonitor monitor;
-        ScriptedHotkeyRegistrar registrar;
-        HotkeyRecorder recorder(settings, {monitor, registrar});
+        HotkeyRecorder recorder(m_settings, {m_monitor, m_registrar});
+        m_settings.setHotkeyKeyCode(0);
+        m_settings.setHotkeyModifiers(0);
+        m_store.writes.clear();
         recorder.record();
-        QCOMPARE(monitor.handler({keyCode, flags}), !stored.isEmpty());
+        QCOMPARE(m_monitor.handler({keyCode, flags}), !stored.isEmpty());
         QCOMPARE(recorder.isRecording(), stored.isEmpty());
-        QCOMPARE(monitor.handler != nullptr, stored.isEmpty());
+        QCOMPARE(m_monitor.handler != nullptr, stored.isEmpty());
         QCOMPARE(recorder.canClear(), !stored.isEmpty() && keyCode != 0);
         QString written;
-        for (const ScriptedStore::Write &write : store.writes)
+        for (const ScriptedStore::Write &write : m_store.writes)
             written += write.value.toString() + u' ';
-        QCOMPARE(written + recorder.displayText(),
-                 stored.isEmpty() ? QStringLiteral("Not set") : stored);
+        QCOMPARE(written + recorder.displayText(), stored.isEmpty() ? u"Not set"_s : stored);
         recorder.cancel();
-        QVERIFY(!monitor.handler);
+        QVERIFY(!m_monitor.handler);
     }
 
-    void remarks_data()
-    {
-        QTest::addColumn<quint32>("modifiers");
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<HotkeyObstacle>("obstacle");
-        QTest::addColumn<QString>("said");
-        const QString another = QStringLiteral("Not available now: another program uses it.");
-        const QString letter = QStringLiteral("While it is on, no other program gets Ö.");
-        const auto row = [](const char *key, quint32 modifiers, HotkeyObstacle obstacle,
-                            const QString &said) {
-            QTest::addRow("%s %u %d", key, modifiers, static_cast<int>(obstacle))
-                << modifiers << QString::fromUtf8(key) << obstacle << said;
-        };
-        row("Ö", 0x1800, HotkeyObstacle::None, {});
-        row("Ö", 0x1000, HotkeyObstacle::None, letter);
-        row("1", 0x1000, HotkeyObstacle::None, {});
-        row("Left", 0x1000, HotkeyObstacle::OtherProgram, another);
-        row("Ö", 0x1000, HotkeyObstacle::OtherProgram, another + u'\n' + letter);
-    }
     void remarks()
     {
-        QFETCH(const quint32, modifiers);
-        QFETCH(const QString, key);
-        QFETCH(const HotkeyObstacle, obstacle);
-        ScriptedStore store;
-        SettingsViewModel settings(store);
-        settings.setHotkeyKeyCode(46);
-        ScriptedHotkeyRegistrar registrar;
-        ScriptedKeyDownMonitor monitor;
+        const QString another = u"Not available now: another program uses it."_s;
+        const QString letter = u"While it is on, no other program gets Ö."_s;
         ScriptedLayout layout;
-        const HotkeyRecorder recorder(settings, {monitor, registrar, &layout});
-        settings.setHotkeyModifiers(modifiers);
-        layout.key = key;
-        layout.handleChange();
-        registrar.setObstacle(obstacle);
-        QCOMPARE(recorder.displayText(), key);
-        QTEST(recorder.remark(), "said");
+        const HotkeyRecorder recorder(m_settings, {m_monitor, m_registrar, &layout});
+        m_settings.setHotkeyKeyCode(46);
+        for (const auto &[key, modifiers, obstacle, said] :
+             {std::tuple(u"Ö"_s, 0x1800U, HotkeyObstacle::None, QString()),
+              {u"Ö"_s, 0x1000U, HotkeyObstacle::None, letter},
+              {u"1"_s, 0x1000U, HotkeyObstacle::None, QString()},
+              {u"Left"_s, 0x1000U, HotkeyObstacle::OtherProgram, another},
+              {u"Ö"_s, 0x1000U, HotkeyObstacle::OtherProgram, another + u'\n' + letter}}) {
+            m_settings.setHotkeyModifiers(modifiers);
+            layout.key = key;
+            layout.handleChange();
+            m_registrar.setObstacle(obstacle);
+            QCOMPARE(recorder.displayText(), key);
+            QCOMPARE(recorder.remark(), said);
+        }
     }
+
+private:
+    ScriptedStore m_store;
+    SettingsViewModel m_settings{m_store};
+    ScriptedKeyDownMonitor m_monitor;
+    ScriptedHotkeyRegistrar m_registrar;
 };
 
 METERKIN_TEST(HotkeyRecorderTest);

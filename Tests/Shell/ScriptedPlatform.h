@@ -27,8 +27,8 @@ struct ScriptedStatusItem : StatusItem {
     QString toolTip;
 };
 
-/// A system of scripted back ends that notes in which order the program turns to them. The
-/// onboarding was shown, and only the first sample comes by itself.
+/// A system of scripted back ends. The onboarding was shown, and only the first sample comes by
+/// itself.
 class ScriptedPlatform : public Platform {
 public:
     ScriptedPlatform()
@@ -37,7 +37,6 @@ public:
         store.setNumber(QStringLiteral("updateInterval"), 86400.0);
     }
 
-    QStringList calls;
     std::shared_ptr<Vitals> vitals = std::make_shared<Vitals>();
     ScriptedStore store;
     ScriptedNotificationCentre centre;
@@ -45,35 +44,26 @@ public:
     ScriptedLoginItem login;
     QPointer<ScriptedStatusItem> item;
 
-    MetricSources makeMetricSources() override
-    {
-        calls << QStringLiteral("sources");
-        return makeSources(vitals);
-    }
+    MetricSources makeMetricSources() override { return makeSources(vitals); }
     std::unique_ptr<StatusItem> makeStatusItem() override
     {
-        calls << QStringLiteral("status item");
         auto made = std::make_unique<ScriptedStatusItem>();
         item = made.get();
         return made;
     }
     DefaultsStore &defaultsStore() override { return store; }
     QString computerWord() const override { return QStringLiteral("abacus"); }
-    NotificationCentre &notificationCentre() override { return noted("alerts", centre); }
-    HotkeyRegistrar &hotkeyRegistrar() override { return noted("hot key", registrar); }
-    LoginItem &loginItem() override { return noted("login item", login); }
-    UpdateFramework &updateFramework() override { return noted("updates", m_updates); }
-    PopoverContainer &popover() override { return noted("popover", shownPopover); }
+    NotificationCentre &notificationCentre() override { return centre; }
+    HotkeyRegistrar &hotkeyRegistrar() override { return registrar; }
+    LoginItem &loginItem() override { return login; }
+    UpdateFramework &updateFramework() override { return m_updates; }
+    PopoverContainer &popover() override { return shownPopover; }
     WindowStyle &windowStyle() override { return style; }
     KeyDownMonitor &keyDownMonitor() override { return m_monitor; }
     DesktopAppearance &desktopAppearance() override { return appearance; }
     InformationAlert &informationAlert() override { return m_alert; }
     void giveMemoryBack() override { }
-    std::shared_ptr<DiskImages> diskImages() override
-    {
-        calls << QStringLiteral("disk images");
-        return nullptr;
-    }
+    std::shared_ptr<DiskImages> diskImages() override { return nullptr; }
     QVariantMap informationDictionary() const override { return {}; }
     QString bundlePath() const override { return QStringLiteral("/nowhere/Meterkin"); }
 
@@ -117,12 +107,6 @@ public:
     } appearance;
 
 private:
-    template <typename Service> Service &noted(const char *name, Service &service)
-    {
-        calls << QString::fromLatin1(name);
-        return service;
-    }
-
     ScriptedUpdateFramework m_updates;
     ScriptedKeyDownMonitor m_monitor;
     ScriptedInformationAlert m_alert;

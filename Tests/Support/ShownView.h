@@ -20,26 +20,21 @@ public:
         QVERIFY(QTest::qWaitForWindowActive(&window));
     }
 
-    /// All names that can be found, in order.
+    /// What can be found, in order.
     QStringList names() const
     {
         QStringList all;
-        search(QAccessible::queryAccessibleInterface(&window),
-               [&](const QAccessibleInterface &found) {
-                   all << found.text(QAccessible::Name);
-                   return false;
-               });
-        all.removeAll(QString());
+        for (const QAccessibleInterface *found : shown())
+            all << found->text(QAccessible::Name);
         return all;
     }
-    /// The item that can be seen by that name; null when there is none.
+    /// The item of that name, but not a group; null when there is none.
     QQuickItem *item(const QString &name) const
     {
-        QAccessibleInterface *found = search(
-            QAccessible::queryAccessibleInterface(&window), [&](const QAccessibleInterface &each) {
-                return each.text(QAccessible::Name) == name && each.role() != Grouping;
-            });
-        return found != nullptr ? qobject_cast<QQuickItem *>(found->object()) : nullptr;
+        for (const QAccessibleInterface *found : shown())
+            if (found->text(QAccessible::Name) == name && found->role() != QAccessible::Grouping)
+                return qobject_cast<QQuickItem *>(found->object());
+        return nullptr;
     }
 
     void click(const QQuickItem *place)
@@ -64,18 +59,17 @@ public:
     std::unique_ptr<QQuickItem> view;
 
 private:
-    static constexpr QAccessible::Role Grouping = QAccessible::Grouping;
-
-    template <typename Test>
-    static QAccessibleInterface *search(QAccessibleInterface *in, const Test &isWanted)
+    QList<QAccessibleInterface *> shown(QAccessibleInterface *in = nullptr) const
     {
+        if (in == nullptr)
+            in = QAccessible::queryAccessibleInterface(&window);
         if (in->state().invisible)
-            return nullptr;
-        if (isWanted(*in))
-            return in;
-        QAccessibleInterface *found = nullptr;
-        for (int i = 0; i < in->childCount() && found == nullptr; ++i)
-            found = search(in->child(i), isWanted);
-        return found;
+            return {};
+        QList<QAccessibleInterface *> all;
+        if (!in->text(QAccessible::Name).isEmpty())
+            all << in;
+        for (int i = 0; i < in->childCount(); ++i)
+            all << shown(in->child(i));
+        return all;
     }
 };

@@ -1,8 +1,8 @@
 #include "Updates/UpdaterController.h"
-#include "Support/ScriptedHttpServer.h"
 #include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
+#include "Updates/ScriptedHttpServer.h"
 
 #include <QNetworkProxyFactory>
 #include <QPointer>

@@ -49,7 +49,6 @@ private slots:
         const QString cpu = u"8.0 / 16.0 GB (50%)|H: 50%|L: 50%|Active: 8.0G|Wired: 0.0G|"
                             "Compressed: 0.0G|CPU Usage|37.5%|H: 38%|L: 0%|Per-Core"_s;
         row("before the first tick", {}, 0, u"N/A|CPU Usage|N/A"_s);
-        row("nothing readable", {}, 2, u"N/A|CPU Usage|N/A"_s);
         row("no memory at all", {.memory = 0.0, .totalMemory = 0}, 1,
             u"0.0 / 0.0 GB (0%)|H: 0%|L: 0%|Active: 0.0G|Wired: 0.0G|Compressed: 0.0G|"
             "CPU Usage|N/A"_s);
@@ -132,7 +131,6 @@ private slots:
     }
 
 private:
-
     void show(const Vitals &vitals)
     {
         m_machine = std::make_unique<ScriptedDashboard>(vitals);

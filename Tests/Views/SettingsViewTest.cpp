@@ -56,39 +56,32 @@ private slots:
         QCOMPARE(written(), u"updateInterval=10 menuBarMetric=CPU Usage"_s);
     }
 
-    void steps_data()
-    {
-        QTest::addColumn<QString>("stepper");
-        QTest::addColumn<QString>("action"); // a button of the stepper, else what is typed
-        QTest::addColumn<QString>("result");
-        const auto row = [](const QString &stepper, const QString &action, const QString &result) {
-            QTest::addRow("%s %s", qPrintable(stepper), qPrintable(action))
-                << stepper + u" below:"_s << action << result;
-        };
-        row(u"Fan Speed, Green"_s, u"up"_s, u"fanSpeedGreen=20000"_s);
-        row(u"Fan Speed, Yellow"_s, u"up"_s, u"fanSpeedYellow=4100"_s);
-        row(u"Fan Speed, Yellow"_s, u"2550 rpm"_s, u"fanSpeedYellow=2600"_s);
-        row(u"Memory Usage, Green"_s, u"down"_s, u"memoryGreen=59.4"_s);
-        row(u"Memory Usage, Green"_s, u"60%"_s, {}); // what it showed, rounded
-        row(u"Memory Usage, Yellow"_s, u"0"_s, u"memoryYellow=1"_s);
-        row(u"Memory Usage, Yellow"_s, u"99999999999999999999"_s, u"memoryYellow=100"_s);
-        row(u"CPU Usage, Yellow"_s, u"12.5"_s, u"cpuUsageYellow=13"_s);
-        row(u"CPU Usage, Yellow"_s, u"none"_s, {});
-        row(u"CPU Usage, Green"_s, u"up"_s, {}); // beyond the bound already
-        row(u"CPU Usage, Green"_s, u"down"_s, u"cpuUsageGreen=100"_s);
-    }
     void steps()
     {
-        QFETCH(const QString, stepper);
-        QFETCH(const QString, action);
-        m->click({u"Thresholds"_s});
-        const QQuickItem *field = m->item(stepper);
-        const auto *button = field->parentItem()->findChild<QQuickItem *>(action);
-        m->click(button != nullptr ? button : field);
-        for (const QChar letter : button != nullptr ? QString() : action + u'\r')
-            QTest::keyClick(&m->window, letter.toLatin1());
-        QTEST(written(), "result");
-        QVERIFY(field->property("text").toString().endsWith(stepper[0] == u'F' ? u" RPM"_s : u"%"_s));
+        // A button of the stepper, or what is typed; what is stored, if anything.
+        for (const auto &[stepper, action, stored] :
+             {std::tuple(u"Fan Speed, Green"_s, u"up"_s, u"fanSpeedGreen=20000"_s),
+              {u"Fan Speed, Yellow"_s, u"up"_s, u"fanSpeedYellow=4100"_s},
+              {u"Fan Speed, Yellow"_s, u"2550 rpm"_s, u"fanSpeedYellow=2600"_s},
+              {u"Memory Usage, Green"_s, u"60%"_s, {}}, // what it showed, rounded
+              {u"Memory Usage, Green"_s, u"down"_s, u"memoryGreen=59.4"_s},
+              {u"Memory Usage, Yellow"_s, u"0"_s, u"memoryYellow=1"_s},
+              {u"Memory Usage, Yellow"_s, u"99999999999999999999"_s, u"memoryYellow=100"_s},
+              {u"CPU Usage, Yellow"_s, u"12.5"_s, u"cpuUsageYellow=13"_s},
+              {u"CPU Usage, Yellow"_s, u"none"_s, {}},
+              {u"CPU Usage, Green"_s, u"up"_s, {}}, // beyond the bound already
+              {u"CPU Usage, Green"_s, u"down"_s, u"cpuUsageGreen=100"_s}}) {
+            init();
+            m->click({u"Thresholds"_s});
+            const QQuickItem *field = m->item(stepper + u" below:"_s);
+            const auto *button = field->parentItem()->findChild<QQuickItem *>(action);
+            m->click(button != nullptr ? button : field);
+            for (const QChar letter : button != nullptr ? QString() : action + u'\r')
+                QTest::keyClick(&m->window, letter.toLatin1());
+            QCOMPARE(written(), stored);
+            const QString unit = stepper[0] == u'F' ? u" RPM"_s : u"%"_s;
+            QVERIFY(field->property("text").toString().endsWith(unit));
+        }
     }
 
     void switches()
@@ -108,11 +101,10 @@ private slots:
         const auto isSaid = [this] {
             return !m->names().filter(u"last until you quit: write-protected"_s).isEmpty();
         };
-        QVERIFY(!isSaid());
-        m_store.problem = u"write-protected"_s;
-        QVERIFY(isSaid());
-        m_store.problem = QString();
-        QVERIFY(!isSaid());
+        for (const QString &problem : {QString(), u"write-protected"_s, QString()}) {
+            m_store.problem = problem;
+            QCOMPARE(isSaid(), !problem.isEmpty());
+        }
     }
 
     void keyboardReachesAll()

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// Shows which control the keyboard goes to, around its parent.
+// Drawn around its parent while that has the keyboard focus.
 Rectangle {
     id: ring
 

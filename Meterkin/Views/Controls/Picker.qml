@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Meterkin.Views
 
-// A choice of texts from a list that opens.
+// A combo box of texts.
 T.ComboBox {
     id: picker
 
@@ -19,7 +19,7 @@ T.ComboBox {
         return true
     }
 
-    // All as wide as each other where the text lets them.
+    // The same width for all pickers unless a text is too long.
     implicitWidth: Math.max(140 * Appearance.textScale, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
     leftPadding: 12
@@ -28,13 +28,13 @@ T.ComboBox {
     bottomPadding: 4
     font.pixelSize: Theme.points(13)
     Accessible.name: picker.name
-    // With an open list, what the arrow keys are at: the focus stays here.
+    // With an open list the highlighted entry: the focus stays here.
     Accessible.description: picker.popup.visible && picker.highlightedIndex >= 0
         ? picker.textAt(picker.highlightedIndex) : picker.displayText
     Accessible.onPressAction: picker.popup.open()
-    // Also when the program ends, for the sake of what the list's items have to tell.
+    // Also when the program ends, see the delegate.
     onIsInSightChanged: picker.popup.close()
-    // The open list takes these keys itself.
+    // An open list handles these keys itself.
     Keys.onReturnPressed: event => event.accepted = picker.opens()
     Keys.onEnterPressed: event => event.accepted = picker.opens()
 
@@ -94,8 +94,8 @@ T.ComboBox {
         text: choice.modelData
         font.pixelSize: Theme.points(13)
         highlighted: picker.highlightedIndex === choice.index
-        // Out of sight it must be unknown: when it is destroyed, Qt would tell assistive
-        // techniques of a change and crash in asking the half of it that is gone.
+        // Ignored while the list is closed: else Qt would notify screen readers from within the
+        // destructor and crash.
         Accessible.ignored: !picker.popup.visible
         Accessible.name: choice.text
         Accessible.selectable: true
@@ -140,7 +140,7 @@ T.ComboBox {
             currentIndex: picker.highlightedIndex
             Accessible.role: Accessible.List
             Accessible.name: picker.name
-            // The frame around it, which is told apart by this only.
+            // The popup's own frame needs a name, too.
             onParentChanged: {
                 if (parent)
                     parent.Accessible.name = picker.name

@@ -2,7 +2,7 @@
 
 #include <QQuickPaintedItem>
 
-/// The program's icon, as large as the item lets a square be. GUI thread.
+/// The program's icon, in the largest square that fits. Main thread only.
 class ProgramIcon : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

@@ -15,7 +15,7 @@ T.Button {
     topPadding: 4
     bottomPadding: 4
     font.pixelSize: Theme.points(13)
-    // All that tells assistive techniques that it is disabled.
+    // The only ways to tell screen readers that it is disabled.
     activeFocusOnTab: button.enabled
     Accessible.focusable: button.enabled
     Accessible.name: button.text

@@ -2,8 +2,8 @@ import QtQuick
 import QtQuick.Templates as T
 import Meterkin.Views
 
-// What may be higher than its place. It scrolls by the wheel and the bar, by keys as far as its
-// owner passes them on, and to what the keyboard goes to.
+// Content that may be higher than the area. Scrolls by wheel and bar, by the keys that its owner
+// passes on, and to the item that gets the focus.
 Flickable {
     id: area
 
@@ -15,7 +15,7 @@ Flickable {
     function scrollBy(distance: real): void {
         area.contentY = Math.max(0, Math.min(area.contentHeight - area.height, area.contentY + distance))
     }
-    // Whether it was a key to scroll by.
+    // Returns whether the key scrolls.
     function scrollByKey(key: int): bool {
         if (key === Qt.Key_Up)
             area.scrollBy(-area.lineHeight)

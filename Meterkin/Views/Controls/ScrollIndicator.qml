@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Meterkin.Views
 
-// A narrow scroll bar over the content, there while there is something to scroll.
+// A narrow scroll bar over the content, visible when there is something to scroll.
 T.ScrollBar {
     id: bar
 

@@ -4,7 +4,7 @@
 #include <QQuickItem>
 #include <QtQml/qqmlregistration.h>
 
-/// Where to scroll to. Main thread only.
+/// Scroll positions. Main thread only.
 class Scrolling : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -13,8 +13,8 @@ class Scrolling : public QObject {
 public:
     using QObject::QObject;
 
-    /// How far to scroll `content`, now scrolled by `contentY` in a view of that height, so that
-    /// the item is in sight with a margin around it. As it is for an item elsewhere, or none.
+    /// The contentY at which the item can be seen with a margin around it, in a view of that
+    /// height. The present one for an item that is not in `content`, or null.
     Q_INVOKABLE double revealing(QQuickItem *item, QQuickItem *content, double contentY,
                                  double height) const;
 };

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Meterkin.Views
 
-// One half of a stepper's pair of buttons. The keyboard has the arrow keys instead.
+// One of a stepper's two buttons. On the keyboard the arrow keys do the same.
 T.AbstractButton {
     id: button
 

@@ -37,7 +37,7 @@ Item {
     }
 
     function chooseNumber(wish: real): void {
-        // Written so, a threshold that is no number differs from nothing.
+        // A difference to NaN is never above 0: a threshold that is NaN is left alone.
         if (Math.abs(wish - stepper.value) > 0)
             stepper.choose(ThresholdEntry.entered(stepper.metric, ThresholdEntry.text(stepper.metric, wish), stepper.value))
         if (Math.abs(field.value - stepper.value) > 0)
@@ -46,7 +46,7 @@ Item {
 
     implicitWidth: stepper.fieldWidth * Appearance.textScale + 4 + buttons.width
     implicitHeight: field.implicitHeight
-    // A window that closes takes no focus away.
+    // A window that is closed keeps its focus item, so editing does not end by itself.
     onIsInSightChanged: stepper.commit()
     onValueChanged: field.value = stepper.value
     onValueTextChanged: field.text = stepper.valueText
@@ -79,7 +79,7 @@ Item {
     TextInput {
         id: field
 
-        // Assistive techniques look for these names, and write the value.
+        // Screen readers look for these names, and write the value.
         property real value: 0
         readonly property real minimumValue: ThresholdEntry.minimum(stepper.metric)
         readonly property real maximumValue: ThresholdEntry.maximum(stepper.metric)
@@ -112,7 +112,7 @@ Item {
         onEditingFinished: stepper.commit()
         Keys.onUpPressed: stepper.step(1)
         Keys.onDownPressed: stepper.step(-1)
-        // Before a shortcut of the window.
+        // Escape goes to the field before any shortcut of the window.
         Keys.onShortcutOverride: event => {
             event.accepted = event.key === Qt.Key_Escape && field.text !== stepper.valueText
         }

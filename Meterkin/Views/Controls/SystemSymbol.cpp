@@ -9,7 +9,7 @@
 
 namespace {
 
-// A drawing's square holds a text's line: about 1.2 times the text's size.
+// A line of text is about 1.2 times as high as its font size.
 constexpr double SquarePerPoint = 1.25;
 
 } // namespace
@@ -54,7 +54,7 @@ void SystemSymbol::paint(QPainter *painter)
     const double side = std::min(width(), height());
     const QRectF square((width() - side) / 2.0, (height() - side) / 2.0, side, side);
     if (const QImage image = systemsDrawing(*painter); !image.isNull()) {
-        // Some are wider than their line is high.
+        // Some are wider than they are high.
         const QSizeF size = image.deviceIndependentSize();
         const double factor = std::min({1.0, side / size.width(), side / size.height()});
         QRectF place(QPointF(), size * factor);
@@ -66,8 +66,8 @@ void SystemSymbol::paint(QPainter *painter)
     } else {
         return;
     }
-    // The drawing is a stencil: what it covers takes the colour. The painter's picture holds
-    // nothing else.
+    // The drawing is used as a mask: what it covers takes the colour. Nothing else is painted on
+    // this picture.
     painter->save();
     painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter->fillRect(boundingRect(), m_color);
@@ -79,13 +79,13 @@ QImage SystemSymbol::systemsDrawing(const QPainter &painter) const
     const auto *engine = static_cast<ViewEngine *>(qmlEngine(this));
     if (engine == nullptr)
         return {};
-    // Where it paints, Qt scales the painter and not the device.
+    // Qt scales the painter, not the device, so the scale must come from the painter.
     return engine->appearance()->symbol(m_name, m_pointSize, painter.deviceTransform().m11());
 }
 
 void SystemSymbol::adoptPointSize()
 {
-    // Whole pixels: the picture of a painted item has no others, and would be cut or stretched.
+    // Whole pixels, or the picture of the painted item would be cut or stretched.
     const double side = std::round(m_pointSize * SquarePerPoint);
     setImplicitSize(side, side);
 }

@@ -4,15 +4,15 @@
 #include <QQuickPaintedItem>
 #include <QSvgRenderer>
 
-/// A symbol in one colour, named as the symbols of the design are ("gearshape", "arrow.up"); drawn
-/// by the system where it has that symbol. A square as large as its point size asks for; in another
-/// shape it stands in the middle. An unknown name draws nothing. GUI thread.
+/// A symbol in one colour, by its name ("gearshape", "arrow.up"); drawn by the system where it has
+/// that symbol. Square, its size follows from the point size; centred in an item of another shape.
+/// An unknown name draws nothing. Main thread only.
 class SystemSymbol : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged FINAL)
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
-    /// The size of the text that it stands beside, in logical pixels.
+    /// The font size of the text beside it, in logical pixels.
     Q_PROPERTY(double pointSize READ pointSize WRITE setPointSize NOTIFY pointSizeChanged FINAL)
 
 public:

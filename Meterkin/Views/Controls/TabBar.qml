@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// Tabs side by side, one stop for the Tab key: the arrow keys walk from one to the next.
+// Tabs side by side. The Tab key stops once; the arrow keys go from one to the next.
 Row {
     id: bar
 
@@ -13,7 +13,7 @@ Row {
 
     signal chosen(index: int)
 
-    // Round from the last to the first. The keyboard goes along if it is here.
+    // Wraps around. The focus follows if it is in the bar.
     function choose(step: int): void {
         const hadFocus = bar.current.activeFocus
         bar.chosen((bar.selected + step + bar.count) % bar.count)

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Meterkin.Views
 
-// A row's label with a switch at its end. It asks for the change and shows what becomes of it.
+// A row's label with a switch at its end. It requests the change and shows the actual state.
 T.Switch {
     id: toggle
 

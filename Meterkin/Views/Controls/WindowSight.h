@@ -4,8 +4,8 @@
 #include <QQuickItem>
 #include <QQuickWindow>
 
-/// Knows whether the window that it is in is seen, as far as the system tells: shown, neither
-/// minimised nor on another workspace. Main thread only.
+/// Whether the item's window can be seen, as far as the system tells: shown, not minimised and not
+/// on another workspace. Main thread only.
 class WindowSight : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT

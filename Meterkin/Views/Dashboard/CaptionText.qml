@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// The dashboard's small print.
+// The dashboard's small text.
 Text {
     color: Theme.secondary
     font.pixelSize: Theme.points(10)

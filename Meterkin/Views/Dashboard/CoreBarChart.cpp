@@ -12,7 +12,7 @@ namespace {
 constexpr double Gap = 2.0;
 constexpr double CornerRadius = 2.0;
 constexpr double LeastHeight = 2.0;
-constexpr double LeastWidth = 1.0; // as long as there is room for that
+constexpr double LeastWidth = 1.0; // unless there are more cores than pixels
 
 } // namespace
 
@@ -72,7 +72,7 @@ void CoreBarChart::paint(QPainter *painter)
         painter->setBrush(tier == ThresholdTier::Green        ? m_green
                               : tier == ThresholdTier::Yellow ? m_yellow
                                                               : m_red);
-        // Qt bounds the radius to half of a thin bar's width by itself.
+        // Qt limits the radius to half the width of a thin bar.
         painter->drawRoundedRect(bars.at(i), CornerRadius, CornerRadius);
     }
 }

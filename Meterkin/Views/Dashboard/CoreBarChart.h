@@ -6,7 +6,7 @@
 #include <QRectF>
 
 /// The bars of the cores in a chart of that width, y downwards: equally wide, 2 apart, at least 2
-/// high. With so many cores that the gaps would eat the bars, the gaps give way first.
+/// high. With very many cores the gaps shrink before the bars do.
 QList<QRectF> coreBars(const QList<double> &perCoreUsage, double width, double barHeight);
 
 /// One bar a core in the colour of its tier. `barHeight` tall, as wide as there is room.
@@ -18,7 +18,7 @@ class CoreBarChart : public QQuickPaintedItem {
     Q_PROPERTY(double greenThreshold MEMBER m_greenThreshold NOTIFY changed FINAL)
     Q_PROPERTY(double yellowThreshold MEMBER m_yellowThreshold NOTIFY changed FINAL)
     Q_PROPERTY(double barHeight READ barHeight WRITE setBarHeight NOTIFY changed FINAL)
-    /// What the bars say, in words.
+    /// The values as text, for screen readers.
     Q_PROPERTY(QString text READ text NOTIFY changed FINAL)
     Q_PROPERTY(QColor green MEMBER m_green NOTIFY changed FINAL)
     Q_PROPERTY(QColor yellow MEMBER m_yellow NOTIFY changed FINAL)

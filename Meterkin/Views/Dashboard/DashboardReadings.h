@@ -13,8 +13,8 @@
 #include <array>
 #include <memory>
 
-/// The readings as the dashboard words them, a row a metric. It follows the models only while it is
-/// active, so that a hidden dashboard costs nothing. Main thread only.
+/// The readings as texts and numbers to show, one row per metric. It follows the models only while
+/// it is active, so that a hidden dashboard costs nothing. Main thread only.
 class DashboardReadings : public QAbstractListModel, public QQmlParserStatus {
     Q_OBJECT
     Q_INTERFACES(QQmlParserStatus)
@@ -24,7 +24,7 @@ class DashboardReadings : public QAbstractListModel, public QQmlParserStatus {
     Q_PROPERTY(bool active READ isActive WRITE setActive NOTIFY activeChanged FINAL)
 
 public:
-    /// A card, and what stands below it: lists that are empty where a metric has no such details.
+    /// The card and the details below it; lists that are empty for a metric without such details.
     enum Role { Card = Qt::UserRole, Breakdown, PerCoreUsage, Fans };
 
     using QAbstractListModel::QAbstractListModel;
@@ -38,7 +38,7 @@ public:
     void setActive(bool active);
 
     void classBegin() override { }
-    /// Reads once in any case: a dashboard is measured before it is shown.
+    /// Reads once, active or not: the popover needs the dashboard's size before it shows it.
     void componentComplete() override;
 
 signals:

@@ -4,7 +4,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Meterkin.Views
 
-// What drops from the status item: a card a metric, between the program's name and two buttons.
+// The popover's content: the program's name, a card for each metric, and two buttons.
 FocusScope {
     id: view
 
@@ -33,7 +33,7 @@ FocusScope {
     clip: height < implicitHeight
     Keys.onEscapePressed: view.closeRequested()
 
-    // Whoever opens it again begins at the top: not with the button that he pressed last.
+    // Opened again, it begins at the top, without focus on the button that was pressed last.
     onIsShownChanged: {
         scrollArea.focus = true
         scrollArea.contentY = 0

@@ -14,7 +14,7 @@ struct FanRow {
 
 public:
     QString label; ///< empty for the only fan
-    QString range; ///< empty when the fan does not tell both ends
+    QString range; ///< empty unless both ends are known
 
     QString accessibleText() const
     {

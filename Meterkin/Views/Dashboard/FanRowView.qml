@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// What there is to say of one fan.
+// One fan's label and range, as far as it has them.
 Row {
     id: row
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// A small text behind its symbol.
+// A symbol followed by a small text.
 Row {
     id: label
 

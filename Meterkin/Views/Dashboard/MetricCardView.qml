@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// One metric: what it is, its value in the colour of its tier, its history and its extremes.
+// One metric: title, value in the colour of its tier, history and extremes.
 Item {
     id: view
 
@@ -49,7 +49,7 @@ Item {
             color: view.tierColor
             font.pixelSize: Theme.points(18)
             font.weight: Font.Bold
-            // A terabyte of memory needs more room than there is.
+            // The text for a terabyte of memory is too wide.
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: 10
             Accessible.ignored: true

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// A metric's card and, below it, the details that this metric has.
+// A metric's card and, below it, the metric's details if it has any.
 Column {
     id: section
 

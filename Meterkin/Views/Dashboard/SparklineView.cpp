@@ -74,7 +74,7 @@ void SparklineView::paint(QPainter *painter)
     painter->setBrush(faded(m_lineColor, AreaOpacity));
     painter->drawPolygon(area);
 
-    // A path, not a polyline: it bounds the miters.
+    // A path, not a polyline, because that ignores the miter limit.
     QPainterPath path;
     path.addPolygon(line);
     QPen pen(faded(m_lineColor, LineOpacity), LineWidth, Qt::SolidLine, Qt::FlatCap,

@@ -12,8 +12,8 @@
 /// lies on the line of the lowest.
 QList<QPointF> sparklinePoints(const QList<double> &data, QSizeF size);
 
-/// A metric's recent history as a line over a faint area. As tall as it is told, as wide as there
-/// is room.
+/// A metric's recent history as a line over a faint area that fills the item. Main thread
+/// only.
 class SparklineView : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// What a screen of the onboarding shows, in its middle: smaller where it lacks the room.
+// The centred content of an onboarding screen, scaled down when it does not fit.
 Item {
     id: block
 

@@ -27,10 +27,10 @@ T.AbstractButton {
         if (event.accepted && button.takesKeys && !event.isAutoRepeat)
             button.clicked()
     }
-    // It would press the button, too, though its key went down elsewhere or too early.
+    // A release would press the button although its key went down elsewhere or too early.
     Keys.onReleased: event => event.accepted = event.key === Qt.Key_Space
 
-    // What is typed for another window as this one appears is not meant for it.
+    // Keys typed for another window while this one appears must not press it.
     OnboardingStep {
         running: button.isRevealed
         delay: 400

@@ -11,8 +11,8 @@ namespace {
 constexpr double LineWidthPerSize = 0.052;
 constexpr float DiscOpacity = 0.12F;
 
-// The mark's corners in a square of side 1. Its weight hangs right of the middle, so it stands a
-// little left of where its bounds would be centred.
+// The mark's corners in a square of side 1: a little left of the exact centre, which looks
+// centred.
 constexpr QPointF Start(0.305, 0.515);
 constexpr QPointF Bottom(0.442, 0.650);
 constexpr QPointF End(0.690, 0.372);

@@ -4,7 +4,7 @@
 #include <QProperty>
 #include <QQuickPaintedItem>
 
-/// A circle from its top clockwise and a check mark in it, each drawn as far as it is told.
+/// A circle, clockwise from its top, and a check mark in it, each drawn up to a fraction.
 class OnboardingCheckmarkShape : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

@@ -84,8 +84,8 @@ Item {
                 color: OnboardingColors.strip
                 border.color: OnboardingColors.border
 
-                // In the colours that the thresholds give them as they come: 42% is a machine at
-                // ease, the fan is past its first threshold, so both show what colours mean.
+                // In the colours of the default thresholds: 42% is green, the fan is beyond its
+                // first threshold, so both show what the colours mean.
                 Row {
                     id: readings
 

@@ -1,8 +1,8 @@
 import QtQuick
 import Meterkin.Views
 
-// Slows down at its end and, if it eases in, starts slowly too. Who wants less motion is at the end
-// at once.
+// Slows down at its end and, if it eases in, starts slowly too. With reduced motion it is at its
+// end at once.
 NumberAnimation {
     id: ease
 

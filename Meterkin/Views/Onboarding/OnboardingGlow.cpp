@@ -11,7 +11,7 @@ constexpr double CentreOpacity = 0.36;
 constexpr int GlowStops = 16;
 constexpr double Steepness = 4.5;
 
-/// A bell curve, moved down so that it is 0 at the edge: a step there would show as a disc.
+/// A bell curve, lowered to 0 at the edge: a step there would be visible as a disc.
 double brightness(double distance)
 {
     const double atEdge = std::exp(-Steepness);

@@ -44,6 +44,6 @@ void OnboardingShimmer::paint(QPainter *painter)
     }
     painter->setPen(Qt::NoPen);
     painter->setBrush(band);
-    // The whole capsule, as clipping knows no round ends here; beyond the band it stays clear.
+    // The whole capsule, because clipping to round ends is not available; clear beyond the band.
     painter->drawRoundedRect(QRectF(0, 0, width(), height()), height() / 2, height() / 2);
 }

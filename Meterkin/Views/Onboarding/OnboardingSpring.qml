@@ -1,8 +1,8 @@
 import QtQuick
 import Meterkin.Views
 
-// A damped spring, let go at 0, that comes to rest at 1. No easing curve is one: they end at a
-// duration that is given, a spring when its swing has died away.
+// A damped spring, released at 0, that comes to rest at 1. Easing curves have a fixed duration; a
+// spring ends when its swing has died away.
 QtObject {
     id: spring
 
@@ -13,7 +13,7 @@ QtObject {
     readonly property real frequency: 2 * Math.PI / response
     readonly property real decay: dampingFraction * frequency
     readonly property real dampedFrequency: frequency * Math.sqrt(1 - dampingFraction * dampingFraction)
-    // What is left of the swing then is a thousandth.
+    // The swing is down to a thousandth then.
     readonly property real settlingTime: Math.log(1000) / decay
     readonly property real position: elapsed < settlingTime ? positionAt(elapsed) : 1
     property real elapsed: released ? settlingTime : 0

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// Greets at the first launch: what the program does, then where it is to be found.
+// Shown at the first launch: what the program does, then where to find it.
 FocusScope {
     id: view
 
@@ -39,7 +39,7 @@ FocusScope {
     signal complete()
     signal closeRequested()
 
-    // To be called when the view is first shown.
+    // Call it when the view is first shown.
     function start(): void {
         if (started)
             return

@@ -17,7 +17,7 @@ Item {
     required property bool takesFocus // not from where the user has moved it
 
     property real glowLevel: 0.55
-    // Wrapped lines end early: as a block, what they fill stands in the middle, not their column.
+    // Wrapped lines end early, so the block is centred by the width that they really use.
     readonly property real featuresLeft: Math.round(
         (bullet1.width - Math.max(bullet1.usedWidth, bullet2.usedWidth, bullet3.usedWidth)) / 2)
 

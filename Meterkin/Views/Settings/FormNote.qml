@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// A row that explains; not there when there is nothing to say.
+// A row that explains; hidden without text.
 FormRow {
     id: row
 

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// A tab's body: sections below each other, to be scrolled where they do not fit.
+// A tab's body: a column of sections that scrolls when it does not fit.
 ScrollArea {
     id: page
 
@@ -9,7 +9,7 @@ ScrollArea {
 
     content: column
 
-    // A click beside the controls ends the typing.
+    // A click beside the controls ends text input.
     TapHandler {
         onTapped: page.forceActiveFocus()
     }

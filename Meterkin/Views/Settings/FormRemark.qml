@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// What the user should know of the row above.
+// A warning about the row above.
 FormNote {
     isApart: false
     color: Theme.orange

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// A row of a section: a label and, at the end, what it labels; or, with no label, what fills it.
+// A row of a section: a label with its control at the end, or a control that fills the row.
 Item {
     id: row
 

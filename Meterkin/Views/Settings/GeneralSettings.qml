@@ -10,7 +10,7 @@ FormPage {
     signal restartCollector(interval: real)
     signal launchAtLoginChosen(wish: bool)
 
-    // -1 for an interval that is none of the choices.
+    // -1 for an interval that cannot be chosen here.
     function choiceOf(interval: real): int {
         return interval === 1.0 ? 0 : interval === 3.0 ? 1 : interval === 5.0 ? 2
             : interval === 10.0 ? 3 : -1

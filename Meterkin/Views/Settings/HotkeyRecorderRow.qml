@@ -8,13 +8,13 @@ FormRow {
     required property HotkeyRecorder recorder
 
     label: "Shortcut:"
-    // Out of sight nobody would know why keys are lost.
+    // Recording while hidden would swallow keys for no visible reason.
     onVisibleChanged: {
         if (!row.visible)
             row.recorder.cancel()
     }
 
-    // Each button keeps its place, so that a second click never meets another one.
+    // The buttons do not move, so that a double click never hits two of them.
     Item {
         width: parent.width
         height: recordButton.height
@@ -62,7 +62,7 @@ FormRow {
             font.pixelSize: Theme.points(11)
             textColor: Theme.red
             onClicked: {
-                // The button goes; the keyboard stays in the row.
+                // The button disappears; the focus stays in the row.
                 if (clearButton.visualFocus)
                     recordButton.forceActiveFocus(Qt.TabFocusReason)
                 row.recorder.clear()

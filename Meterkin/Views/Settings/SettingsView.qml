@@ -18,16 +18,16 @@ FocusScope {
         : view.selectedTab === 1 ? thresholds as FormPage
         : view.selectedTab === 2 ? alerts as FormPage : about as FormPage
 
-    // After the new interval was stored, in seconds.
+    // After the new interval, in seconds, was stored.
     signal restartCollector(interval: real)
-    // To be stored and applied by whoever can register the program.
+    // Not stored yet.
     signal launchAtLoginChosen(wish: bool)
     signal checkForUpdates()
 
     implicitWidth: 470 * Appearance.textScale
     implicitHeight: 520
     Keys.onPressed: event => event.accepted = view.page.scrollByKey(event.key)
-    // What is under way in a control ends first, and a key that is held on ends no more than that.
+    // A recording ends first; a key that is held down must not close the window after that.
     Keys.onEscapePressed: event => {
         if (view.recorder.isRecording)
             view.recorder.cancel()

@@ -1,7 +1,7 @@
 import QtQuick
 import Meterkin.Views
 
-// Says that what is changed cannot be stored; takes no place while it can.
+// Says why changes cannot be stored; takes no space while they can.
 Item {
     id: note
 

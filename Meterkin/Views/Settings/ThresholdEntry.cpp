@@ -43,7 +43,7 @@ double ThresholdEntry::entered(int metric, const QString &typed, double value) c
         digits = digits.chopped(unit.size()).trimmed();
     bool isNumber = false;
     const double number = digits.toDouble(&isNumber);
-    // One that is too large to be held comes as an infinity.
+    // A number that is too large for a double is parsed as infinity.
     if (std::isnan(number) || (!isNumber && !std::isinf(number)))
         return value;
     const double within = std::clamp(number, traits.lowest, traits.highest);

@@ -23,7 +23,7 @@ public:
     /// The number typed, with or without the unit, to the nearest whole step within the bounds;
     /// `value` when it is none.
     Q_INVOKABLE double entered(int metric, const QString &typed, double value) const;
-    /// So many steps away from the value, at most at a bound. A value that is beyond the bound
-    /// already stays.
+    /// The value moved by so many steps, at most to a bound. A value that is already beyond the
+    /// bound stays.
     Q_INVOKABLE double stepped(int metric, double value, int steps) const;
 };
