@@ -2,7 +2,6 @@
 
 #include "Support/ScriptedService.h"
 
-#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QHash>
 #include <QStringList>
@@ -93,10 +92,9 @@ private:
     /// Of the last transaction.
     void emitSignal(const Signal &sent)
     {
-        QDBusMessage signal = QDBusMessage::createSignal(
-            m_path, QStringLiteral("org.freedesktop.PackageKit.Transaction"), sent.name);
-        signal.setArguments(sent.arguments);
-        connection.send(signal);
+        ScriptedService::emitSignal(connection, m_path,
+                                    QStringLiteral("org.freedesktop.PackageKit.Transaction"),
+                                    sent.name, sent.arguments);
     }
 
     int m_transactions = 0;
