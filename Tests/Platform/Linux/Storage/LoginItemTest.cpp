@@ -132,7 +132,7 @@ private:
     QString path() const { return m_folder->at(".config/autostart/org.meterkin.Meterkin.desktop"); }
     QString makeProgram(const char *name) const
     {
-        const QString program = m_folder->at(name);
+        QString program = m_folder->at(name);
         write(program, "#!/bin/sh\n");
         QFile::setPermissions(program, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         return program;
