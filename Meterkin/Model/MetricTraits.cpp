@@ -95,8 +95,9 @@ const MetricTraits &traitsOf(SystemMetric metric)
 
 std::optional<SystemMetric> metricFromRawValue(QStringView rawValue)
 {
-    const auto found = std::ranges::find(
-        allMetrics, rawValue, [](SystemMetric metric) { return QStringView(traitsOf(metric).title); });
+    const auto found = std::ranges::find(allMetrics, rawValue, [](SystemMetric metric) {
+        return QStringView(traitsOf(metric).title);
+    });
     return found == allMetrics.end() ? std::nullopt : std::optional(*found);
 }
 
