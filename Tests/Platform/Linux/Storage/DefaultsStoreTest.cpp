@@ -10,7 +10,6 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
-#include <limits>
 #include <optional>
 #include <thread>
 
@@ -22,18 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-using Limits = std::numeric_limits<double>;
-
-// When a test starts this program once more, it plays the role that this variable names.
-constexpr char RoleVariable[] = "METERKIN_TEST_ROLE";
-
 const QString fileName = u"settings/meterkin.conf"_s; // in the working folder
 const QString key = u"key"_s;
 const QString other = u"other"_s;
 constexpr int BurstSize = 3; // numbers written in the life of one store
-
 std::atomic<int> syncTime; // milliseconds
 
+/// What this program does when a test starts it once more.
 void play(const QByteArray &role)
 {
     // The superuser may write anywhere.
@@ -62,10 +56,9 @@ void play(const QByteArray &role)
     std::fflush(stdout);
     std::_Exit(EXIT_SUCCESS);
 }
-
 void playRole()
 {
-    if (const QByteArray role = qgetenv(RoleVariable); !role.isEmpty())
+    if (const QByteArray role = qgetenv("METERKIN_TEST_ROLE"); !role.isEmpty())
         play(role);
 }
 Q_COREAPP_STARTUP_FUNCTION(playRole)
@@ -92,47 +85,50 @@ private slots:
 
     void reads()
     {
-        // How to read: as a number, an integer, a boolean or a text; the value; what is read.
-        const QByteArray rows =
-            "n|-2.9|-2.9 n|\"7\"|7 n|1e400|inf n|nan|0 n|12abc|0 n|3,5|0 n||0 i|-2.9|-2 "
-            "i|9007199254740993|9007199254740993 i|99999999999999999999|9223372036854775807 "
-            "i|-inf|-9223372036854775808 b|TRUE|1 b|yes|1 b|On|1 b|1|1 b|off|0 b||0 b|ture|0 "
-            "b|2|0 t|\"|\" t|a\xff|a\xEF\xBF\xBD t|a\\nb\\\\n\\x\\|a\nb\\n\\x\\";
+        // How to read: as a number, an integer or a boolean; the value; what is read.
+        const QByteArray rows = "n|\"7\"|7 n|1e400|inf n|nan|0 n|3,5|0 i|-2.9|-2 "
+                                "i|9007199254740993|9007199254740993 i|-inf|-9223372036854775808 "
+                                "b|TRUE|1 b|yes|1 b|On|1 b|1|1 b|off|0 b|2|0";
         for (const QByteArray &row : rows.split(' ')) {
             const QList<QByteArray> cells = row.split('|');
             fill("key=" + cells[1]);
             const LinuxDefaultsStore store(m_path);
             const QVariant found = cells[0] == "n" ? QVariant(store.number(key))
                 : cells[0] == "i"                  ? QVariant(store.integer(key))
-                : cells[0] == "b"                  ? QVariant(int(store.boolean(key)))
-                                                   : QVariant(store.text(key).value_or(QString()));
+                                                   : QVariant(int(store.boolean(key)));
             QVERIFY2(found.toString() == QString::fromUtf8(cells[2]), row);
         }
     }
 
     void readsWhatItHasWritten()
     {
-        for (const char *bytes : {"", " a", "\"", "\"a\"", "a\nb\r", "\\n", "#", "a=b", "ü"}) {
+        for (const char *bytes : {"", " a", "\"", "a\nb\r", "\\n", "#", "a=b", "ü"}) {
             const QString text = QString::fromUtf8(bytes);
             LinuxDefaultsStore(m_path).setText(key, text);
             QCOMPARE(LinuxDefaultsStore(m_path).text(key), std::optional(text));
         }
-        for (const double number : {0.1, Limits::max(), -Limits::infinity()}) {
-            LinuxDefaultsStore(m_path).setNumber(key, number);
-            QVERIFY(LinuxDefaultsStore(m_path).number(key) == number);
-        }
+        LinuxDefaultsStore(m_path).setNumber(key, 1 / 3.0);
+        QVERIFY(LinuxDefaultsStore(m_path).number(key) == 1 / 3.0);
     }
 
-    void keepsTheFileOfOthers()
+    void changesNothingElse()
     {
-        fill("other=false\n");
-        LinuxDefaultsStore store(m_path);
-        store.registerDefaults({{other, true}, {u"number"_s, 2.5}});
-        QCOMPARE(store.boolean(other), false);
-        QCOMPARE(store.number(u"number"_s), 2.5);
-        fill("# by hand\n"); // while the program runs
-        store.setInteger(key, 1);
-        QTRY_COMPARE(content(), QByteArray("# by hand\nkey=1\n"));
+        for (const auto &[before, value, after] : // -1: absent
+             {std::tuple("a=1", -1, "a=1\nkey=5\n"),
+              {"a=1\r\n", -1, "a=1\r\nkey=5\r\n"},
+              {"\t key \t=  3 \r\nb=2", 3, "\t key \t=  5 \r\nb=2"},
+              {"key=1\nother\nkey=2", 2, "key=5\nother\nkey=5"},
+              {"#key=1\nkeys=1\nmykey=2\nkey\n=key\n", -1,
+               "#key=1\nkeys=1\nmykey=2\nkey\n=key\nkey=5\n"}}) {
+            fill("");
+            LinuxDefaultsStore store(m_path);
+            fill(before); // while the program runs
+            LinuxDefaultsStore next(m_path);
+            next.registerDefaults({{key, -1}});
+            QCOMPARE(next.integer(key), value);
+            store.setInteger(key, 5);
+            QTRY_COMPARE(content(), QByteArray(after));
+        }
     }
 
     void survivesBeingKilled()
@@ -160,12 +156,9 @@ private slots:
     {
         // Without a reason the value is stored.
         for (const auto &[role, command, values, reason] :
-             {std::tuple("plain", "echo 1 > $f.lock", "11 2 0", ""),
-              {"plain", "printf '\\0\\377==\\n=\\n' > $f", "11 0 0", ""},
+             {std::tuple("plain", "printf '\\0\\377==\\n=\\n' > $f", "11 0 0", ""),
               {"plain", "echo hotkeyKeyCode=4294967295 >> $f", "11 2 4294967295", ""},
               {"reader", "echo hotkeyKeyCode=-1 >> $f", "", "settings/meterkin.conf"},
-              {"reader", "echo hotkeyModifiers=inf >> $f", "", "settings/meterkin.conf"},
-              {"plain", "rm -r ../settings; echo > ../settings", "11 0 0", "folder"},
               {"plain", "rm $f; mkfifo $f", "11 0 0", "not a regular file"},
               {"plain", "rm $f; ln -s $f back; ln -s back $f", "11 0 0", "link"},
               // Beyond the limit, which cuts the number.
@@ -174,7 +167,6 @@ private slots:
               {"full disk", ":", "11 2 0", "File too large"},
               {"hanging disk", "true", "11 2 0", "does not answer"},
               {"nobody", "chmod 755 ..; chmod 777 .; chmod 444 $f", "11 2 0", "write-protected"},
-              {"nobody", "chmod 755 ..; chmod 555 .; chmod 666 $f", "11 2 0", "denied"},
               {"nobody", "chmod 755 ..; chmod 777 .; chmod 000 $f", "11 0 0", "denied"}}) {
             init();
             fill("other=2\n");
@@ -233,12 +225,11 @@ private:
     /// Starts this program in the role.
     void start(QProcess &process, const char *role) const
     {
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(QLatin1StringView(RoleVariable), QLatin1StringView(role));
-        environment.insert(u"XDG_RUNTIME_DIR"_s, m_runtime.path()); // or Qt warns
-        process.setProcessEnvironment(environment);
         process.setWorkingDirectory(m_folder->path());
-        process.start(QCoreApplication::applicationFilePath(), QStringList());
+        process.start(u"env"_s,
+                      {u"METERKIN_TEST_ROLE="_s + QLatin1StringView(role),
+                       u"XDG_RUNTIME_DIR="_s + m_runtime.path(), // or Qt warns
+                       QCoreApplication::applicationFilePath()});
     }
     /// Run in the folder of the file, whose name is $f.
     QByteArray shell(const QByteArray &command) const
