@@ -8,6 +8,8 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
+
 /// Loading and storing of the settings.
 class SettingsViewModelTest : public QObject {
     Q_OBJECT
@@ -28,76 +30,54 @@ private slots:
         QVERIFY(settings.launchAtLogin() && !settings.hotkeyEnabled());
         QVERIFY(settings.thresholds(SystemMetric::CpuUsage) == (Thresholds{50.0, 80.0}));
 
-        store.stored.insert(QStringLiteral("menuBarMetric"), QStringLiteral("cpu usage")); // none
+        store.stored.insert(u"menuBarMetric"_s, u"cpu usage"_s); // none
         QCOMPARE(SettingsViewModel(store).menuBarMetric(), SystemMetric::MemoryUsage);
     }
 
     // Through the meta-object, as views do it: key, type and signal of a property must belong
     // together.
-    void stores_data()
-    {
-        QTest::addColumn<QByteArray>("property"); // of the metric's settings, where it has a colon
-        QTest::addColumn<QVariant>("value");
-        QTest::addColumn<QVariant>("written");
-        QTest::newRow("menuBarMetric")
-            << QByteArray("menuBarMetric") << QVariant::fromValue(SystemMetric::CpuUsage)
-            << QVariant(QStringLiteral("CPU Usage"));
-        const auto row = [](const char *key, const QByteArray &property, const QVariant &value) {
-            QTest::newRow(key) << property << value << value;
-        };
-        row("fanSpeedGreen", "0:green", 1.5);
-        row("fanSpeedYellow", "0:yellow", 1e300);
-        row("memoryGreen", "1:green", 90.5); // above its yellow threshold
-        row("memoryYellow", "1:yellow", -1.5);
-        row("cpuUsageGreen", "2:green", 0.0);
-        row("cpuUsageYellow", "2:yellow", 12.25);
-        row("alertFanSpeed", "0:isAlertOn", true);
-        row("alertMemory", "1:isAlertOn", true);
-        row("alertCPUUsage", "2:isAlertOn", true);
-        row("updateInterval", "updateInterval", 0.5);
-        row("launchAtLogin", "launchAtLogin", false);
-        row("hotkeyEnabled", "hotkeyEnabled", true);
-        row("hotkeyKeyCode", "hotkeyKeyCode", 49U);
-        row("hotkeyModifiers", "hotkeyModifiers", 0xFFFFFFFFU);
-    }
     void stores()
     {
-        QFETCH(QByteArray, property);
-        QFETCH(QVariant, value);
-        QFETCH(QVariant, written);
-        const QByteArray name = property.split(':').last();
-        const auto holderIn = [&](SettingsViewModel &settings) -> QObject * {
-            return property == name ? static_cast<QObject *>(&settings)
-                                    : settings.of(static_cast<SystemMetric>(property[0] - '0'));
-        };
-        const QList<ScriptedStore::Write> write{
-            {QString::fromLatin1(QTest::currentDataTag()), written}};
-        ScriptedStore store;
-        SettingsViewModel settings(store);
-        QObject *holder = holderIn(settings);
-        const QMetaProperty meta =
-            holder->metaObject()->property(holder->metaObject()->indexOfProperty(name));
-        QVERIFY(meta.isBindable() && meta.bindable(holder).isReadOnly());
-        QSignalSpy notified(holder, meta.notifySignal());
-        for (int times = 1; times <= 2; ++times) { // the second is no change, but is written
-            QVERIFY(meta.write(holder, value));
-            QCOMPARE(meta.read(holder), value);
-            QCOMPARE(notified.count(), 1);
-            QVERIFY(std::exchange(store.writes, {}) == write);
+        // The property is of the metric's settings where it has a colon.
+        for (const auto &[key, property, value] :
+             {std::tuple("fanSpeedGreen", QByteArray("0:green"), QVariant(1.5)),
+              {"fanSpeedYellow", "0:yellow", 1e300},
+              {"memoryGreen", "1:green", 90.5}, // above its yellow threshold
+              {"memoryYellow", "1:yellow", -1.5},
+              {"cpuUsageGreen", "2:green", 0.0},
+              {"cpuUsageYellow", "2:yellow", 12.25},
+              {"alertFanSpeed", "0:isAlertOn", true},
+              {"alertMemory", "1:isAlertOn", true},
+              {"alertCPUUsage", "2:isAlertOn", true},
+              {"menuBarMetric", "menuBarMetric", QVariant::fromValue(SystemMetric::CpuUsage)},
+              {"updateInterval", "updateInterval", 0.5},
+              {"launchAtLogin", "launchAtLogin", false},
+              {"hotkeyEnabled", "hotkeyEnabled", true},
+              {"hotkeyKeyCode", "hotkeyKeyCode", 49U},
+              {"hotkeyModifiers", "hotkeyModifiers", 0xFFFFFFFFU}}) {
+            const QByteArray name = property.split(':').last();
+            const auto holderIn = [&property = property, &name](SettingsViewModel &settings) {
+                return property == name ? static_cast<QObject *>(&settings)
+                                        : settings.of(static_cast<SystemMetric>(property[0] - '0'));
+            };
+            ScriptedStore store;
+            SettingsViewModel settings(store);
+            QObject *holder = holderIn(settings);
+            const QMetaProperty meta =
+                holder->metaObject()->property(holder->metaObject()->indexOfProperty(name));
+            QVERIFY(meta.isBindable() && meta.bindable(holder).isReadOnly());
+            QSignalSpy notified(holder, meta.notifySignal());
+            const QVariant written = name == "menuBarMetric" ? u"CPU Usage"_s : value;
+            for (int times = 1; times <= 2; ++times) { // the second is no change, but is written
+                QVERIFY(meta.write(holder, value));
+                QCOMPARE(meta.read(holder), value);
+                QCOMPARE(notified.count(), 1);
+                QVERIFY(std::exchange(store.writes, {})
+                        == QList<ScriptedStore::Write>({{QString::fromLatin1(key), written}}));
+            }
+            SettingsViewModel reloaded(store);
+            QCOMPARE(meta.read(holderIn(reloaded)), value);
         }
-        SettingsViewModel reloaded(store);
-        QCOMPARE(meta.read(holderIn(reloaded)), value);
-    }
-
-    void aSetterWithinANotificationWins()
-    {
-        ScriptedStore store;
-        SettingsViewModel settings(store);
-        connect(settings.of(SystemMetric::MemoryUsage), &MetricSettings::greenChanged, &settings,
-                [&settings] { settings.setMemoryGreen(50.0); });
-        settings.setMemoryGreen(70.0);
-        QCOMPARE(settings.memoryGreen(), 50.0);
-        QCOMPARE(store.number(QStringLiteral("memoryGreen")), 50.0);
     }
 };
 

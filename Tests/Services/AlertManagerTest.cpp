@@ -70,9 +70,7 @@ private slots:
               // The clock is set back.
               {{{0, 85}, {3, 75}, {-9000, 85}, {-8000, 75}, {599, 85}}, {0, -9000, 599}},
               // No value for a while; the switch off for a while.
-              {{{0, {}}, {3, 85}, {300, {}}, {700, 85}}, {3}},
               {{{0, 85}, {3, 75}, {300, {}}, {700, 85}}, {0, 700}},
-              {{{0, 85, false}, {3, 85}}, {3}},
               {{{0, 85}, {300, 75, false}, {700, 85}}, {0}},
               {{{0, 85}, {300, 75}, {700, 85, false}, {703, 85}}, {0, 703}}}) {
             Bench bench;
@@ -100,15 +98,6 @@ private slots:
             QCOMPARE(bench.centre.posts,
                      std::vector({NotificationRecord{prefix + identifier, title, body}}));
         }
-    }
-
-    void metricsCoolDownApart()
-    {
-        Bench bench;
-        bench.tick(0, {.memory = 85.0});
-        bench.tick(3, {.fanSpeed = 4500.0, .memory = 85.0});
-        QCOMPARE(bench.times,
-                 (QMap<QString, QList<int>>{{u"Memory"_s, {0}}, {u"Fan Speed"_s, {3}}}));
     }
 
     void asksForPermission()

@@ -25,40 +25,33 @@ class HotkeyRecorderTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void captures_data()
-    {
-        QTest::addColumn<quint32>("keyCode");
-        QTest::addColumn<quint32>("flags");
-        QTest::addColumn<QString>("stored"); // empty: passed on
-        QTest::newRow("shift") << 40U << 0x20000U << QString();
-        QTest::newRow("locks alone") << 40U << 0xFFE1FFFFU << QString();
-        QTest::newRow("Esc alone") << 53U << 0U << QString();
-        QTest::newRow("no key code") << 255U << 0x100000U << QString();
-        QTest::newRow("control") << 40U << 0x40000U << u"40 4096 ^K"_s;
-        QTest::newRow("command, caps lock") << 122U << 0x110000U << u"122 256 ⌘F1"_s;
-        QTest::newRow("key code 0") << 0U << 0x1E0000U << u"0 6912 ^⌥⇧⌘A"_s;
-        QTest::newRow("no name, all else") << 10U << 0xFFA8FFFFU << u"10 2048 ⌥Key(10)"_s;
-    }
     void captures()
     {
-        QFETCH(const quint32, keyCode);
-        QFETCH(const quint32, flags);
-        QFETCH(const QString, stored);
-        HotkeyRecorder recorder(m_settings, {m_monitor, m_registrar});
-        m_settings.setHotkeyKeyCode(0);
-        m_settings.setHotkeyModifiers(0);
-        m_store.writes.clear();
-        recorder.record();
-        QCOMPARE(m_monitor.handler({keyCode, flags}), !stored.isEmpty());
-        QCOMPARE(recorder.isRecording(), stored.isEmpty());
-        QCOMPARE(m_monitor.handler != nullptr, stored.isEmpty());
-        QCOMPARE(recorder.canClear(), !stored.isEmpty() && keyCode != 0);
-        QString written;
-        for (const ScriptedStore::Write &write : m_store.writes)
-            written += write.value.toString() + u' ';
-        QCOMPARE(written + recorder.displayText(), stored.isEmpty() ? u"Not set"_s : stored);
-        recorder.cancel();
-        QVERIFY(!m_monitor.handler);
+        // A key and its flags; what is stored and shown, or nothing where it is passed on.
+        for (const auto &[keyCode, flags, stored] :
+             {std::tuple(40U, 0x20000U, QString()), // Shift alone
+              {40U, 0xFFE1FFFFU, {}}, // locks alone
+              {53U, 0U, {}}, // Esc alone
+              {255U, 0x100000U, {}}, // no key code
+              {122U, 0x110000U, u"122 256 ⌘F1"_s}, // with a lock
+              {0U, 0x1E0000U, u"0 6912 ^⌥⇧⌘A"_s},
+              {10U, 0xFFA8FFFFU, u"10 2048 ⌥Key(10)"_s}}) {
+            HotkeyRecorder recorder(m_settings, {m_monitor, m_registrar});
+            m_settings.setHotkeyKeyCode(0);
+            m_settings.setHotkeyModifiers(0);
+            m_store.writes.clear();
+            recorder.record();
+            QCOMPARE(m_monitor.handler({keyCode, flags}), !stored.isEmpty());
+            QCOMPARE(recorder.isRecording(), stored.isEmpty());
+            QCOMPARE(m_monitor.handler != nullptr, stored.isEmpty());
+            QCOMPARE(recorder.canClear(), !stored.isEmpty() && keyCode != 0);
+            QString written;
+            for (const ScriptedStore::Write &write : m_store.writes)
+                written += write.value.toString() + u' ';
+            QCOMPARE(written + recorder.displayText(), stored.isEmpty() ? u"Not set"_s : stored);
+            recorder.cancel();
+            QVERIFY(!m_monitor.handler);
+        }
     }
 
     void remarks()

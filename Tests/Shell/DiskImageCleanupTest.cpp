@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 #include <QtTest>
 
+using namespace Qt::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
@@ -36,53 +37,42 @@ class DiskImageCleanupTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void findsTheImageItCameFrom_data()
-    {
-        QTest::addColumn<QString>("bundle"); // "~": the home folder
-        QTest::addColumn<QString>("images"); // "image=mount point,mount point;..."
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const char *bundle, const char *images,
-                            const char *expected) {
-            QTest::newRow(name) << QString::fromLatin1(bundle) << QString::fromLatin1(images)
-                                << QString::fromLatin1(expected);
-        };
-        const char *both = "a=Meterkin;b=Meterkin.AppImage";
-        const char *found = "list;a=Meterkin";
-        row("everybody's", "/Applications/Meterkin", both, found);
-        row("the user's, or what begins so", "~/Applications2/Meterkin", both, found);
-        row("elsewhere", "/opt/Meterkin", both, "");
-        row("loose in the folder", "~/Applications", "a=Applications", "");
-        row("in a tree", "~/Applications/meterkin/bin", "a=bin", "");
-        row("an image mounted in there", "~/Applications/Meterkin/Meterkin",
-            "a=Applications/Meterkin", "list");
-        row("a file", "/Applications/Meterkin.AppImage", both, "list;b=Meterkin.AppImage");
-        row("another name", "/Applications/meterkin", both, "list");
-        row("second volume", "/Applications/Meterkin", "b=;c=Other;a=Other,Meterkin", found);
-        row("cannot be listed", "/Applications/Meterkin", "?", "list");
-    }
     void findsTheImageItCameFrom()
     {
-        QFETCH(QString, bundle);
-        QFETCH(QString, images);
-        auto scripted = std::make_shared<ScriptedImages>();
-        if (images != QStringLiteral("?"))
-            scripted->images.emplace();
-        static const QRegularExpression imageForm(QStringLiteral("(\\w+)=([^;]*)"));
-        for (const QRegularExpressionMatch &match : imageForm.globalMatch(images)) {
-            DiskImage image{match.captured(1), {}};
-            for (const QString &point : match.captured(2).split(u',', Qt::SkipEmptyParts))
-                image.mountPoints << QDir::home().filePath(point);
-            *scripted->images << image;
-        }
-        bundle.replace(u'~', QDir::homePath());
+        const QString found = u"list;a=Meterkin"_s;
+        const QString both = u"a=Meterkin;b=Meterkin.AppImage"_s;
+        // The bundle, "~" being the home folder; "image=mount point,mount point;..."; what is done.
+        for (auto [bundle, images, expected] :
+             {std::tuple(u"/Applications/Meterkin"_s, both, found),
+              {u"~/Applications2/Meterkin"_s, both, found}, // the user's, or what begins so
+              {u"/opt/Meterkin"_s, both, u""_s},
+              {u"~/Applications"_s, u"a=Applications"_s, u""_s}, // loose in the folder
+              {u"~/Applications/meterkin/bin"_s, u"a=bin"_s, u""_s}, // in a tree
+              {u"~/Applications/Meterkin/Meterkin"_s, u"a=Applications/Meterkin"_s, u"list"_s},
+              {u"/Applications/Meterkin.AppImage"_s, both, u"list;b=Meterkin.AppImage"_s}, // a file
+              {u"/Applications/meterkin"_s, both, u"list"_s}, // another name
+              {u"/Applications/Meterkin"_s, u"b=;c=Other;a=Other,Meterkin"_s, found},
+              {u"/Applications/Meterkin"_s, u"cannot be listed"_s, u"list"_s}}) {
+            auto scripted = std::make_shared<ScriptedImages>();
+            if (images.contains(u'='))
+                scripted->images.emplace();
+            static const QRegularExpression imageForm(u"(\\w+)=([^;]*)"_s);
+            for (const QRegularExpressionMatch &match : imageForm.globalMatch(images)) {
+                DiskImage image{match.captured(1), {}};
+                for (const QString &point : match.captured(2).split(u',', Qt::SkipEmptyParts))
+                    image.mountPoints << QDir::home().filePath(point);
+                *scripted->images << image;
+            }
+            bundle.replace(u'~', QDir::homePath());
 
-        // The task keeps what it needs, and lets go of it at its end.
-        const std::weak_ptr<DiskImages> inUse = scripted;
-        const std::shared_ptr<QStringList> done = scripted->done;
-        DiskImageCleanup(std::exchange(scripted, nullptr), bundle, 30ms).start();
-        // It waits for a core that nobody else wants.
-        QTRY_VERIFY_WITH_TIMEOUT(inUse.expired(), 60'000);
-        QTEST(done->join(u';'), "expected");
+            // The task keeps what it needs, and lets go of it at its end.
+            const std::weak_ptr<DiskImages> inUse = scripted;
+            const std::shared_ptr<QStringList> done = scripted->done;
+            DiskImageCleanup(std::exchange(scripted, nullptr), bundle, 30ms).start();
+            // It waits for a core that nobody else wants.
+            QTRY_VERIFY_WITH_TIMEOUT(inUse.expired(), 60'000);
+            QCOMPARE(done->join(u';'), expected);
+        }
     }
 };
 

@@ -71,10 +71,9 @@ public:
         QStringList done;
         MakeContent make;
         bool shown = false;
-        bool swallows = false;
         void setContent(MakeContent makeContent) override { make = std::move(makeContent); }
         bool isShown() const override { return shown; }
-        bool swallowsClick(const QRect &) override { return swallows; }
+        bool swallowsClick(const QRect &) override { return false; }
         void show(const QRect &place) override
         {
             shown = true;

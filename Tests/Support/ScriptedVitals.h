@@ -43,7 +43,6 @@ struct Vitals {
 
     std::shared_ptr<Gate> fanGate = std::make_shared<Gate>();
     std::shared_ptr<Gate> memoryGate = std::make_shared<Gate>();
-    std::shared_ptr<Gate> cpuGate = std::make_shared<Gate>();
 };
 
 /// A source that reports them.
@@ -89,7 +88,6 @@ struct VitalTicks : VitalSource<ProcessorTicks> {
     using VitalSource::VitalSource;
     bool read(std::vector<ProcessorCore> &cores) override
     {
-        vitals->cpuGate->pass();
         if (!vitals->cpuUsage)
             return false;
         constexpr double Period = 100'000; // ticks between two samples
