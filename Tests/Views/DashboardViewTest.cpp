@@ -74,47 +74,48 @@ private slots:
     void restsWhileHidden()
     {
         show({});
-        m->window.hide();
+        m_shown->window.hide();
         m_machine->report({.memory = 42.0});
         QCoreApplication::processEvents();
         QVERIFY(!texts().contains(u"42"_s));
-        m->window.show();
+        m_shown->window.show();
         QTRY_VERIFY(texts().contains(u"(42%)"_s));
     }
 
     void scrollsWhereTheScreenIsLow()
     {
         show({.memory = 42.0});
-        m->view->setHeight(200.0);
-        const QQuickItem *area = m->view->findChild<QQuickItem *>(u"scrollArea"_s);
-        QVERIFY(area->height() < 200.0 && m->item(u"Quit meterkin"_s)->mapToScene({}).y() < 200.0);
-        m->press({Qt::Key_Down});
+        m_shown->view->setHeight(200.0);
+        const QQuickItem *area = m_shown->view->findChild<QQuickItem *>(u"scrollArea"_s);
+        QVERIFY(area->height() < 200.0
+                && m_shown->item(u"Quit meterkin"_s)->mapToScene({}).y() < 200.0);
+        m_shown->press({Qt::Key_Down});
         QTRY_VERIFY(area->property("contentY").toDouble() > 0.0);
     }
 
 private:
     void show(const Vitals &vitals)
     {
-        m.reset();
+        m_shown.reset();
         m_machine = std::make_unique<ScriptedDashboard>(vitals);
-        m = std::make_unique<ShownView>(
+        m_shown = std::make_unique<ShownView>(
             u"Views/Dashboard/DashboardView"_s,
             QVariantMap{{u"viewModel"_s, QVariant::fromValue(&m_machine->dashboard())},
                         {u"settings"_s, QVariant::fromValue(&m_settings)}},
             QSize(320, 600));
-        m->view->setFocus(true);
+        m_shown->view->setFocus(true);
     }
     /// All that can be read, in the order of the layout.
     QString texts() const
     {
         QStringList texts;
-        for (const QQuickItem *text : textsIn(m->view.get()))
+        for (const QQuickItem *text : textsIn(m_shown->view.get()))
             texts << text->property("text").toString();
         return texts.join(u'|');
     }
     Hue hueOf(const QString &wanted) const
     {
-        for (const QQuickItem *text : textsIn(m->view.get()))
+        for (const QQuickItem *text : textsIn(m_shown->view.get()))
             if (text->property("text") == wanted)
                 return Hue((text->property("color").value<QColor>().hue() + 20) % 360 / 50);
         return {};
@@ -123,7 +124,7 @@ private:
     ScriptedStore m_store;
     SettingsViewModel m_settings{m_store};
     std::unique_ptr<ScriptedDashboard> m_machine;
-    std::unique_ptr<ShownView> m;
+    std::unique_ptr<ShownView> m_shown;
 };
 
 METERKIN_TEST(DashboardViewTest);
