@@ -58,7 +58,8 @@ void ApplicationWindows::openSettings(const DashboardViewModel &model)
     else if (!m_settingsWindow->isVisible()) {
         // Closing has destroyed the system window; a new one has no style yet.
         m_platform.windowStyle().makeTitled(*m_settingsWindow);
-        m_settingsWindow->setPosition(m_settingsWindow->position()); // else it is placed anew
+        m_settingsWindow->setPosition(
+            m_settingsWindow->position()); // or the window manager places it again
     }
     m_platform.windowStyle().present(*m_settingsWindow);
 }

@@ -33,7 +33,7 @@ public:
     /// when the user closes it. It follows the number of fans in the model, which outlives it.
     void openSettings(const DashboardViewModel &model);
 
-    /// Opens the onboarding anew. Closing its window leaves it unfinished.
+    /// Opens the onboarding at its first screen. Closing its window leaves it unfinished.
     void showOnboarding();
     void closeOnboarding();
 

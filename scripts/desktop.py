@@ -59,7 +59,7 @@ def look(desktop, program, wanted):
                 if window.name.startswith(wanted.window) and desktop.is_painted(window)]
 
     def settled():
-        # panels arrange themselves anew around an item that has just come, and windows draw in
+        # panels rearrange themselves around an item that has just come, and windows draw in
         before = shown()
         time.sleep(SETTLE_SECONDS)
         return before and shown() == before

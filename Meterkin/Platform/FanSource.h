@@ -30,6 +30,6 @@ class FanSource {
 public:
     virtual ~FanSource() = default;
 
-    /// Takes as long as the sensors do; a broken one may hang for ever.
+    /// Takes as long as the sensors do; a broken one may hang forever.
     virtual FanSample read() = 0;
 };

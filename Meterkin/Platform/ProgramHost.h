@@ -30,6 +30,6 @@ public:
     virtual Claim claimInstance(std::function<void()> startedAgain) = 0;
     /// Made when it is first asked for.
     virtual Platform &platform() = 0;
-    /// Whether the program is to be started anew once it has ended.
+    /// Whether the program is to be restarted once it has ended.
     virtual bool isRestartWanted() const { return false; }
 };

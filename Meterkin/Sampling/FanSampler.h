@@ -7,7 +7,7 @@
 #include <mutex>
 #include <optional>
 
-/// Reads the fans and keeps the last sample, because a sensor may be slow or hang for ever. Any
+/// Reads the fans and keeps the last sample, because a sensor may be slow or hang forever. Any
 /// thread.
 class FanSampler {
 public:

@@ -59,7 +59,7 @@ MetricCollector::~MetricCollector()
     }
     m_shared->isSampleDue = false;
     m_queue->clear();
-    // The destructor of a busy pool waits for its threads, but a sensor may hang for ever: such a
+    // The destructor of a busy pool waits for its threads, but a sensor may hang forever: such a
     // pool is leaked on purpose.
     if (!m_queue->waitForDone(0))
         static_cast<void>(m_queue.release());

@@ -1,4 +1,4 @@
-"""What follows an update that another tool has installed: the program offers to start anew."""
+"""What follows an update that another tool has installed: the program offers a restart."""
 import os
 import shutil
 import unittest

@@ -84,7 +84,7 @@ private slots:
               {"not found", reply(item, "404 Not Found"), false},
               {"redirected", reply("", redirection + "/item"), true},
               {"redirected to a file", reply("", redirection + "file:///etc/passwd"), false},
-              {"redirected for ever", reply("", redirection + "/feed"), false},
+              {"redirected forever", reply("", redirection + "/feed"), false},
               {"as large as can be", reply(mebibyte), true},
               {"without an end", "HTTP/1.1 200 OK\r\n\r\n<item>", false},
               {"hangs up amid the body", reply(mebibyte).first(1000), false}}) {

@@ -22,7 +22,7 @@ namespace {
     std::exit(EXIT_FAILURE);
 }
 
-/// Writes to standard error. Where Qt would abort, or would wait for ever, the program ends with
+/// Writes to standard error. Where Qt would abort, or would wait forever, the program ends with
 /// one line and status 1. Any thread.
 void handleQtMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {

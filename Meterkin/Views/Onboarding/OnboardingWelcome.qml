@@ -53,7 +53,7 @@ Item {
     OnboardingBlock {
         height: button.y + button.height
 
-        // One picture whose opacity changes: painting it anew would cost each frame.
+        // One picture whose opacity changes: repainting it would cost time in each frame.
         OnboardingGlow {
             anchors.centerIn: icon
             width: Theme.points(200)

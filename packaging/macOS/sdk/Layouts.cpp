@@ -61,7 +61,7 @@ SAME(ItemCount, unsigned long);
 SAME(OptionBits, unsigned);
 static_assert(noErr == 0);
 
-// Darwin's headers have none of these: both compilers lay out the kit's alike.
+// Darwin's headers have none of these: both compilers lay out the stand-in kit's alike.
 static_assert(sizeof(EventTypeSpec) == 8 && sizeof(EventHotKeyID) == 8);
 FIELD(EventTypeSpec, eventKind, 4, 4);
 FIELD(EventHotKeyID, id, 4, 4);

@@ -31,7 +31,7 @@ public:
     /// Where the bus listens; empty when there is none.
     static QString address(Kind kind);
     /// Keeps Qt's own connection from a session bus that accepts clients and never answers them: Qt
-    /// would wait for it for ever, before anything is shown. What in Qt needs a bus, such as the
+    /// would wait for it forever, before anything is shown. What in Qt needs a bus, such as the
     /// link to screen readers, does without one then. Call it before Qt starts; waits for the
     /// handshake.
     static void keepQtFromSilentBus();

@@ -58,10 +58,10 @@ StorageService::StorageService()
         != BusState::Answering)
         return;
     m_connection = dbus_connection_open_private(address.toUtf8().constData(), nullptr);
-    // Not the library's own greeting: it holds a lock that other connections need to close.
-    const Message greeting(dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS,
-                                                        DBUS_INTERFACE_DBUS, "Hello"));
-    if (!isThere() || !greeting || !send(greeting.get()))
+    // Not the library's own handshake: it holds a lock that other connections need to close.
+    const Message handshake(dbus_message_new_method_call(DBUS_SERVICE_DBUS, DBUS_PATH_DBUS,
+                                                         DBUS_INTERFACE_DBUS, "Hello"));
+    if (!isThere() || !handshake || !send(handshake.get()))
         close();
 }
 

@@ -19,5 +19,5 @@ struct NotificationImage {
 QDBusArgument &operator<<(QDBusArgument &argument, const NotificationImage &image);
 const QDBusArgument &operator>>(const QDBusArgument &argument, NotificationImage &image);
 
-/// The program's icon for a notification, drawn anew at each call.
+/// The program's icon for a notification, drawn at each call.
 QVariant notificationIcon();

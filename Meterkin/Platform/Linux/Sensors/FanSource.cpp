@@ -130,7 +130,7 @@ void LinuxFanSource::findFans()
     const std::vector<Fan> before = std::exchange(m_fans, {});
     for (const Monitor &monitor : m_monitors)
         addFansOf(monitor.path);
-    // The kernel numbers the monitors anew at each boot.
+    // The kernel numbers the monitors differently at each boot.
     std::ranges::sort(m_fans, {}, [](const Fan &fan) {
         return std::tie(fan.chip, fan.device, fan.number, fan.path);
     });
