@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Support/Files.h"
+
 #include <QDBusConnection>
-#include <QDir>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -17,7 +18,6 @@ public:
     PrivateBus()
     {
         qputenv("DBUS_SESSION_BUS_ADDRESS", address().toUtf8());
-        QDir(m_folder.path()).mkdir(QStringLiteral("services"));
         m_daemon.setStandardErrorFile(QProcess::nullDevice());
         // It ends with the test, even when that crashes.
         m_daemon.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -36,17 +36,16 @@ public:
     {
         QFile::remove(path("bus"));
         // Like a session bus, without the services that this machine has installed.
-        write("bus.conf",
-              QStringLiteral(R"(<busconfig>
+        write(path("bus.conf"),
+              QString::fromLatin1(R"(<busconfig>
 <type>session</type><listen>%1</listen><auth>EXTERNAL</auth><servicedir>%2</servicedir>
 <policy context="default">
   <allow send_destination="*" eavesdrop="true"/><allow eavesdrop="true"/><allow own="*"/>
 </policy></busconfig>)")
-                  .arg(address(), path("services")));
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--config-file=") + path("bus.conf"),
-                        QStringLiteral("--nofork"), QStringLiteral("--nopidfile"),
-                        QStringLiteral("--print-address")});
+                  .arg(address(), m_folder.path())
+                  .toUtf8());
+        m_daemon.startCommand(QStringLiteral("dbus-daemon --nofork --nopidfile --print-address")
+                              + QStringLiteral(" --config-file=") + path("bus.conf"));
         if (!m_daemon.waitForReadyRead())
             qFatal("no session bus: %s", qPrintable(m_daemon.errorString()));
     }
@@ -64,8 +63,8 @@ public:
     /// other.
     void addService(const QString &name, const QString &command)
     {
-        write(("services/" + name.toUtf8() + ".service").constData(),
-              QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(name, command));
+        write(path(name.toUtf8() + ".service"),
+              "[D-BUS Service]\nName=" + name.toUtf8() + "\nExec=" + command.toUtf8() + '\n');
     }
     /// Another client, disconnected with this.
     QDBusConnection connectClient()
@@ -76,12 +75,9 @@ public:
     }
 
 private:
-    QString path(const char *name) const { return m_folder.filePath(QString::fromLatin1(name)); }
-    void write(const char *name, const QString &text) const
+    QString path(const QByteArray &name) const
     {
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)
-            qFatal("no session bus: %s", qPrintable(file.errorString()));
+        return m_folder.filePath(QString::fromLatin1(name));
     }
 
     QTemporaryDir m_folder;

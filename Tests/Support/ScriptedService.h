@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 
@@ -12,7 +13,7 @@ public:
         , m_path(path)
     {
         connection.registerVirtualObject(path, this, QDBusConnection::SubPath);
-        connection.registerService(name);
+        takeOver();
     }
     ~ScriptedService() override
     {
@@ -20,6 +21,13 @@ public:
         connection.unregisterObject(m_path, QDBusConnection::UnregisterTree);
     }
 
+    /// Takes the name, also from another service.
+    void takeOver()
+    {
+        connection.interface()->registerService(m_name,
+                                                QDBusConnectionInterface::ReplaceExistingService,
+                                                QDBusConnectionInterface::AllowReplacement);
+    }
     static void emitSignal(const QDBusConnection &sender, const QString &path,
                            const QString &interface, const QString &name,
                            const QVariantList &arguments)

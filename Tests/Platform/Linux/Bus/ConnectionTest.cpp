@@ -7,14 +7,8 @@
 
 #include <list>
 
-namespace {
-
 using namespace std::chrono_literals;
 using namespace Qt::StringLiterals;
-
-constexpr BusTimeouts Short{.handshake = 500ms, .firstRetry = 10ms, .longestRetry = 100ms};
-
-} // namespace
 
 class BusConnectionTest : public QObject {
     Q_OBJECT
@@ -36,9 +30,8 @@ private slots:
             buses.emplace_back(BusConnection::Kind::Session, Short);
         }
         bool hasFailed = false;
-        buses.front().call<void>(m_call, this, [&hasFailed](const BusReply<void> &reply) {
-            hasFailed = !reply.isValid();
-        });
+        buses.front().call<void>(m_call, this,
+                                 [&](const auto &reply) { hasFailed = !reply.isValid(); });
         QTRY_VERIFY(hasFailed);
         daemon.start();
         qputenv("DBUS_SESSION_BUS_ADDRESS", daemon.address().toUtf8());
@@ -96,6 +89,8 @@ private slots:
     }
 
 private:
+    static constexpr BusTimeouts Short{
+        .handshake = 500ms, .firstRetry = 10ms, .longestRetry = 100ms};
     const QDBusMessage m_call = BusConnection::busCall(u"GetId"_s);
 };
 

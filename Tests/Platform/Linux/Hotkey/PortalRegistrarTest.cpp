@@ -4,12 +4,7 @@
 #include "Support/TestMain.h"
 
 #include <QDBusArgument>
-#include <QDBusConnectionInterface>
-#include <QDBusObjectPath>
 #include <QtTest>
-
-#include <tuple>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -37,7 +32,7 @@ struct ScriptedPortal : ScriptedService {
 
     bool hasClient(const QString &name) const
     {
-        return !name.isEmpty() && connection.interface()->isServiceRegistered(name);
+        return connection.interface()->isServiceRegistered(name);
     }
     bool isBound() const { return !id.isEmpty() && hasClient(client); }
     void press() { activate(connection, session, id); }
@@ -151,19 +146,16 @@ private slots:
         Session s;
         s.openPortal();
         for (const QString &method : {u"CreateSession"_s, u"BindShortcuts"_s}) {
-            for (const bool isReplaced : {true, false}) {
-                s.portal->holding = method;
-                s.portal->calls.clear();
-                s.bind(ControlOptionM);
-                QTRY_VERIFY(s.portal->calls.contains(method));
-                s.portal->holding.clear();
-                const QString first = s.portal->client;
-                s.hotkey.unbind();
-                if (isReplaced)
-                    s.bind(CommandF5);
-                QTRY_VERIFY(!s.portal->hasClient(first));
-                QVERIFY(!isReplaced || s.pressWorks());
-            }
+            s.portal->holding = method;
+            s.portal->calls.clear();
+            s.bind(ControlOptionM);
+            QTRY_VERIFY(s.portal->calls.contains(method));
+            s.portal->holding.clear();
+            const QString first = s.portal->client;
+            s.hotkey.unbind();
+            s.bind(CommandF5);
+            QTRY_VERIFY(!s.portal->hasClient(first));
+            QVERIFY(s.pressWorks());
         }
     }
 
@@ -171,16 +163,14 @@ private slots:
     {
         Session s;
         s.openPortal();
-        const QString create = u"CreateSession"_s;
-        const QString bindShortcuts = u"BindShortcuts"_s;
         for (const auto &[failing, denying, obstacle] :
-             {std::tuple(u""_s, create, HotkeyObstacle::Refused),
-              {u""_s, bindShortcuts, HotkeyObstacle::Refused},
-              {create, u""_s, HotkeyObstacle::NoService},
-              {bindShortcuts, u""_s, HotkeyObstacle::Refused}}) {
+             {std::tuple(u""_s, u"CreateSession"_s, HotkeyObstacle::Refused),
+              {u""_s, u"BindShortcuts"_s, HotkeyObstacle::Refused},
+              {u"CreateSession"_s, u""_s, HotkeyObstacle::NoService},
+              {u"BindShortcuts"_s, u""_s, HotkeyObstacle::Refused}}) {
             s.portal->failing = u"Register "_s + failing; // older portals have no registry
             s.portal->denying = denying;
-            s.presses = 0;
+            const int before = s.presses;
             s.bind(ControlOptionM);
             QTRY_COMPARE(s.hotkey.obstacle(), obstacle);
             s.portal->calls.clear();
@@ -189,7 +179,7 @@ private slots:
             s.portal->press();
             s.portal->settle();
             QCOMPARE(s.portal->calls, QString()); // no retry until something changes
-            QCOMPARE(s.presses, 0);
+            QCOMPARE(s.presses, before);
             s.portal->id.clear();
             s.bind(CommandF5);
             QVERIFY(s.pressWorks());
@@ -204,15 +194,13 @@ private slots:
         s.openPortal();
         QVERIFY(s.pressWorks());
         QCOMPARE(s.hotkey.obstacle(), HotkeyObstacle::None);
-        s.openPortal(); // another one
-        QVERIFY(s.pressWorks());
 
         ScriptedPortal::emitSignal(s.portal->connection, s.portal->session,
                                    u"org.freedesktop.portal.Session"_s, u"Closed"_s,
                                    {QVariantMap()});
         s.portal->press();
         s.portal->settle();
-        QCOMPARE(s.presses, 2);
+        QCOMPARE(s.presses, 1);
 
         s.portal.reset();
         s.daemon.stop();

@@ -19,18 +19,18 @@ const QStringList rich{u"actions"_s, u"body-markup"_s};
 enum class Answer { Good, Error, None };
 
 /// A notification server that numbers its notifications from 41 on, replaced ones too.
-class ScriptedServer : public ScriptedService {
-public:
-    ScriptedServer(const QDBusConnection &bus, const QStringList &capabilities)
-        : ScriptedService(bus, service, serverPath)
-        , m_capabilities(capabilities)
-    {
-    }
-
+struct ScriptedServer : ScriptedService {
+    QStringList capabilities;
     Answer toCapabilities = Answer::Good;
     Answer toNotify = Answer::Good;
     QList<QDBusMessage> posts;
     QStringList bodies; ///< of the posts, each after the number that it replaces
+
+    ScriptedServer(const QDBusConnection &bus, const QStringList &offered)
+        : ScriptedService(bus, service, serverPath)
+        , capabilities(offered)
+    {
+    }
 
     void answerPost(qsizetype post)
     {
@@ -50,12 +50,62 @@ public:
         else if (answer == Answer::Good && isPost)
             answerPost(posts.size() - 1);
         else if (answer == Answer::Good)
-            connection.send(message.createReply(m_capabilities));
+            connection.send(message.createReply(capabilities));
         return true;
     }
+};
 
-private:
-    const QStringList m_capabilities;
+/// A program that posts, on a bus of its own.
+struct Session {
+    PrivateBus daemon;
+    QDBusConnection client = daemon.connectClient();
+    BusConnection bus{BusConnection::Kind::Session, {.reply = 1s, .firstRetry = 100ms}};
+    LinuxNotificationCentre centre{bus};
+    std::optional<ScriptedServer> server;
+    QStringList clicked;
+
+    Session()
+    {
+        QObject::connect(&centre, &NotificationCentre::clicked, &centre,
+                         [this](const QString &identifier) { clicked << identifier; });
+    }
+
+    bool startServer(const QStringList &capabilities = rich)
+    {
+        server.emplace(client, capabilities);
+        return waitFor(AuthorizationAnswer::Granted);
+    }
+    /// Waits until the centre gives that answer, and checks that each comes later.
+    bool waitFor(AuthorizationAnswer wanted)
+    {
+        return QTest::qWaitFor([this, wanted] {
+            AuthorizationAnswer told = AuthorizationAnswer::Refused; // which it never says
+            centre.requestAuthorization([&told](AuthorizationAnswer answer) { told = answer; });
+            const bool isLater = told == AuthorizationAnswer::Refused;
+            QCoreApplication::processEvents();
+            return isLater && told == wanted;
+        });
+    }
+    void post(const QString &identifier, const QString &body)
+    {
+        centre.post({identifier, u"Title"_s, body});
+    }
+    bool hasPosted(const QString &bodies)
+    {
+        return QTest::qWaitFor([&] { return server->bodies.join(u'|') == bodies; });
+    }
+    /// Returns when the bus has passed it on.
+    static void emitSignal(const QDBusConnection &sender, const QString &name,
+                           const QVariantList &arguments)
+    {
+        ScriptedService::emitSignal(sender, serverPath, service, name, arguments);
+        sender.interface()->isServiceRegistered(service);
+    }
+    static void click(const QDBusConnection &sender, uint number,
+                      const QString &action = u"default"_s)
+    {
+        emitSignal(sender, u"ActionInvoked"_s, {number, action});
+    }
 };
 
 } // namespace
@@ -64,69 +114,47 @@ class LinuxNotificationCentreTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        m_daemon = std::make_unique<PrivateBus>();
-        m_client = m_daemon->connectClient();
-        m_bus = std::make_unique<BusConnection>(BusConnection::Kind::Session,
-                                                BusTimeouts{.reply = 1s, .firstRetry = 100ms});
-        m_centre = std::make_unique<LinuxNotificationCentre>(*m_bus);
-        connect(m_centre.get(), &NotificationCentre::clicked, this,
-                [this](const QString &identifier) { m_clicked << identifier; });
-    }
-    void cleanup()
-    {
-        m_server.reset();
-        m_centre.reset();
-        m_bus.reset();
-        m_daemon.reset();
-        m_clicked.clear();
-    }
-
     void answersAboutAuthorization()
     {
+        Session s;
         std::optional<NotificationAuthorization> told;
         const auto tell = [&told](NotificationAuthorization answer) { told = answer; };
-        QVERIFY(waitFor(AuthorizationAnswer::Failed)); // nothing is known yet
-        m_centre->queryAuthorization(tell);
+        QVERIFY(s.waitFor(AuthorizationAnswer::Failed)); // nothing is known yet
+        s.centre.queryAuthorization(tell);
         QTRY_COMPARE(told, NotificationAuthorization::NotDetermined);
-        post("fan", "no server");
-        QVERIFY(startServer());
-        m_server.reset();
-        QVERIFY(waitFor(AuthorizationAnswer::Failed));
-        m_daemon->addService(service, u"/bin/true"_s);
-        QVERIFY(waitFor(AuthorizationAnswer::Granted));
-        post("fan", "old");
-        post("fan", "new");
-        QVERIFY(startServer());
-        QVERIFY(hasPosted({"0 new"}));
+        s.post(u"fan"_s, u"no server"_s);
+        QVERIFY(s.startServer());
+        s.server.reset();
+        QVERIFY(s.waitFor(AuthorizationAnswer::Failed));
+        s.daemon.addService(service, u"/bin/true"_s);
+        QVERIFY(s.waitFor(AuthorizationAnswer::Granted));
+        s.post(u"fan"_s, u"old"_s);
+        s.post(u"fan"_s, u"new"_s);
+        QVERIFY(s.startServer());
+        QVERIFY(s.hasPosted(u"0 new"_s));
 
-        m_daemon->stop();
-        QVERIFY(waitFor(AuthorizationAnswer::Failed));
-        post("fan", "no bus");
-        m_centre->queryAuthorization(tell);
-        m_daemon->start();
+        s.daemon.stop();
+        QVERIFY(s.waitFor(AuthorizationAnswer::Failed));
+        s.centre.queryAuthorization(tell);
+        s.daemon.start();
         QTRY_COMPARE(told, NotificationAuthorization::Authorized);
     }
 
     void suitsTheServer()
     {
-        const struct {
-            QStringList capabilities;
-            Answer toCapabilities;
-        } rows[]{
-            {{}, Answer::Good}, {rich, Answer::Good}, {rich, Answer::Error}, {rich, Answer::None}};
-        for (const auto &[capabilities, toCapabilities] : rows) {
-            cleanup();
-            init();
-            QVERIFY(startServer(capabilities));
-            m_server->toCapabilities = toCapabilities;
-            post("fan", "overtaken");
-            post("fan", "a < b & c");
+        for (const auto &[capabilities, toCapabilities] : {std::pair(QStringList(), Answer::Good),
+                                                           {rich, Answer::Good},
+                                                           {rich, Answer::Error},
+                                                           {rich, Answer::None}}) {
+            Session s;
+            QVERIFY(s.startServer(capabilities));
+            s.server->toCapabilities = toCapabilities;
+            s.post(u"fan"_s, u"overtaken"_s);
+            s.post(u"fan"_s, u"a < b"_s);
             const bool isRich = capabilities == rich && toCapabilities == Answer::Good;
-            QVERIFY(hasPosted({isRich ? "0 a &lt; b &amp; c" : "0 a < b & c"}));
-            QCOMPARE(m_server->posts[0].signature(), u"susssasa{sv}i"_s);
-            const QVariantList values = m_server->posts[0].arguments();
+            QVERIFY(s.hasPosted(isRich ? u"0 a &lt; b"_s : u"0 a < b"_s));
+            QCOMPARE(s.server->posts[0].signature(), u"susssasa{sv}i"_s);
+            const QVariantList values = s.server->posts[0].arguments();
             QCOMPARE(values[5].toStringList().contains(u"default"), isRich);
             QCOMPARE(qdbus_cast<QVariantMap>(values[6]).value(u"urgency"_s),
                      QVariant::fromValue<uchar>(1)); // servers reject other types
@@ -135,108 +163,60 @@ private slots:
 
     void replacesTheOneStillListed()
     {
-        QVERIFY(startServer());
-        post("fan", "a"); // 41
-        QVERIFY(hasPosted({"0 a"}));
-        post("memory", "b"); // 42
-        post("fan", "c"); // 43
-        QVERIFY(hasPosted({"0 a", "0 b", "41 c"}));
-        emitSignal(m_client, "NotificationClosed", {43U, 2U});
-        click(m_client, 42);
-        QTRY_COMPARE(m_clicked.size(), 1); // by now it knows
-        m_server->bodies.clear();
-        post("fan", "d"); // 44
-        QVERIFY(hasPosted({"0 d"}));
-        m_server->toNotify = Answer::Error;
-        post("fan", "e");
-        QVERIFY(hasPosted({"0 d", "44 e"}));
-        m_server->toNotify = Answer::None;
-        post("fan", "f"); // 46, answered below
-        QVERIFY(hasPosted({"0 d", "44 e", "44 f"}));
-        post("fan", "overtaken");
-        post("fan", "g");
-        post("memory", "h"); // which waits for no other reply
-        QVERIFY(hasPosted({"0 d", "44 e", "44 f", "42 h"}));
-        m_server->answerPost(5);
-        QVERIFY(hasPosted({"0 d", "44 e", "44 f", "42 h", "46 g"}));
+        Session s;
+        QVERIFY(s.startServer());
+        s.post(u"fan"_s, u"a"_s); // 41
+        QVERIFY(s.hasPosted(u"0 a"_s));
+        s.post(u"memory"_s, u"b"_s); // 42
+        s.post(u"fan"_s, u"c"_s); // 43
+        QVERIFY(s.hasPosted(u"0 a|0 b|41 c"_s));
+        s.emitSignal(s.client, u"NotificationClosed"_s, {43U, 2U});
+        s.click(s.client, 42);
+        QTRY_COMPARE(s.clicked.size(), 1); // by now it knows
+        s.server->bodies.clear();
+        s.post(u"fan"_s, u"d"_s); // 44
+        QVERIFY(s.hasPosted(u"0 d"_s));
+        s.server->toNotify = Answer::Error;
+        s.post(u"fan"_s, u"e"_s);
+        QVERIFY(s.hasPosted(u"0 d|44 e"_s));
+        s.server->toNotify = Answer::None;
+        s.post(u"fan"_s, u"f"_s); // 46, answered below
+        QVERIFY(s.hasPosted(u"0 d|44 e|44 f"_s));
+        s.post(u"fan"_s, u"overtaken"_s);
+        s.post(u"fan"_s, u"g"_s);
+        s.post(u"memory"_s, u"h"_s); // which waits for no other reply
+        QVERIFY(s.hasPosted(u"0 d|44 e|44 f|42 h"_s));
+        s.server->answerPost(5);
+        QVERIFY(s.hasPosted(u"0 d|44 e|44 f|42 h|46 g"_s));
     }
 
     void knowsClicksOnItsOwn()
     {
-        QVERIFY(startServer());
-        post("fan", "body");
-        QVERIFY(hasPosted({"0 body"}));
-        const QDBusConnection stranger = m_daemon->connectClient();
-        click(stranger, 41);
-        emitSignal(stranger, "NotificationClosed", {41U, 1U});
-        click(m_client, 41, "other");
-        click(m_client, 40);
-        emitSignal(m_client, "ActionInvoked", {u"41"_s});
-        click(m_client, 41);
-        emitSignal(m_client, "NotificationClosed", {41U, 2U});
-        click(m_client, 41);
-        click(m_client, 0);
-        QTRY_COMPARE(m_clicked, QStringList(u"fan"_s));
+        Session s;
+        QVERIFY(s.startServer());
+        s.post(u"fan"_s, u"body"_s);
+        QVERIFY(s.hasPosted(u"0 body"_s));
+        const QDBusConnection stranger = s.daemon.connectClient();
+        s.click(stranger, 41);
+        s.emitSignal(stranger, u"NotificationClosed"_s, {41U, 1U});
+        s.click(s.client, 41, u"other"_s);
+        s.click(s.client, 40);
+        s.emitSignal(s.client, u"ActionInvoked"_s, {u"41"_s});
+        for (int round = 0; round < 2; ++round) {
+            s.click(s.client, 41);
+            s.emitSignal(s.client, u"NotificationClosed"_s, {41U, 2U});
+        }
+        QTRY_COMPARE(s.clicked, QStringList(u"fan"_s));
 
-        post("fan", "42");
-        m_server.reset();
-        QVERIFY(waitFor(AuthorizationAnswer::Failed));
-        QVERIFY(startServer());
-        click(m_client, 42); // another program's by now
-        post("fan", "a");
-        QVERIFY(hasPosted({"0 a"}));
-        QCOMPARE(m_clicked.size(), 1);
+        s.post(u"fan"_s, u"42"_s);
+        s.server.reset();
+        QVERIFY(s.waitFor(AuthorizationAnswer::Failed));
+        QVERIFY(s.startServer());
+        s.click(s.client, 42); // another program's by now
+        s.post(u"fan"_s, u"a"_s);
+        QVERIFY(s.hasPosted(u"0 a"_s));
+        QCOMPARE(s.clicked.size(), 1);
     }
-
-private:
-    bool startServer(const QStringList &capabilities = rich)
-    {
-        m_server = std::make_unique<ScriptedServer>(m_client, capabilities);
-        return waitFor(AuthorizationAnswer::Granted);
-    }
-    /// Waits until the centre gives that answer, and checks that each comes later.
-    bool waitFor(AuthorizationAnswer wanted)
-    {
-        return QTest::qWaitFor([this, wanted] {
-            AuthorizationAnswer told = AuthorizationAnswer::Refused; // which it never says
-            m_centre->requestAuthorization([&told](AuthorizationAnswer answer) { told = answer; });
-            const bool isLater = told == AuthorizationAnswer::Refused;
-            QCoreApplication::processEvents();
-            return isLater && told == wanted;
-        });
-    }
-    void post(const char *identifier, const char *body)
-    {
-        m_centre->post({QString::fromLatin1(identifier), u"Title"_s, QString::fromLatin1(body)});
-    }
-    bool hasPosted(std::initializer_list<const char *> bodies)
-    {
-        QStringList expected;
-        for (const char *body : bodies)
-            expected << QString::fromLatin1(body);
-        return QTest::qWaitFor([&] { return m_server->bodies == expected; });
-    }
-    /// Returns when the bus has passed it on.
-    static void emitSignal(const QDBusConnection &sender, const char *name,
-                           const QVariantList &arguments)
-    {
-        QDBusMessage signal =
-            QDBusMessage::createSignal(serverPath, service, QString::fromLatin1(name));
-        signal.setArguments(arguments);
-        sender.send(signal);
-        sender.interface()->isServiceRegistered(service);
-    }
-    static void click(const QDBusConnection &sender, uint number, const char *action = "default")
-    {
-        emitSignal(sender, "ActionInvoked", {number, QString::fromLatin1(action)});
-    }
-
-    std::unique_ptr<PrivateBus> m_daemon;
-    QDBusConnection m_client{QString()};
-    std::unique_ptr<BusConnection> m_bus;
-    std::unique_ptr<LinuxNotificationCentre> m_centre;
-    std::unique_ptr<ScriptedServer> m_server;
-    QStringList m_clicked;
 };
 
 METERKIN_TEST(LinuxNotificationCentreTest);

@@ -13,31 +13,27 @@
 namespace {
 
 using namespace std::chrono_literals;
-using namespace Qt::StringLiterals;
 using Answer = ScriptedWatcher::Answer;
 
 const QString itemPath = u"/StatusNotifierItem"_s;
-const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
 const QString menuPath = itemPath + u"/Menu"_s;
 const QString menuInterface = u"com.canonical.dbusmenu"_s;
-const QColor usual(0x12, 0x34, 0x56);
 
-TrayContent content(const char *text, const QColor &color = usual)
+TrayContent content(const QString &text, const QColor &color = QColor(0x12, 0x34, 0x56))
 {
-    return {{QString::fromLatin1(text), color, u"100%"_s},
-            u"meterkin: "_s + QString::fromLatin1(text),
-            u"CPU <9%"_s};
+    return {{text, color, u"100%"_s}, u"meterkin: "_s + text, u"CPU <9%"_s};
 }
 
 /// A program with its item, which is attached wherever there is a panel.
 struct Program {
+    PrivateBus daemon;
     BusConnection bus{BusConnection::Kind::Session, {.reply = 1s, .firstRetry = 100ms}};
     TitlePainter painter;
     NotifierItem item{bus, painter};
 
     Program()
     {
-        item.setContent(content("42%"));
+        item.setContent(content(u"42%"_s));
         QObject::connect(&item, &TrayHost::availabilityChanged, &item, [this] {
             if (item.isAvailable())
                 item.attach();
@@ -47,11 +43,9 @@ struct Program {
     }
 };
 
-/// A panel that shows a program's item, on a bus of their own.
-struct Session {
-    PrivateBus daemon;
+/// A program whose item a panel shows.
+struct Session : Program {
     ScriptedWatcher panel{daemon.connectClient()};
-    Program program;
 
     explicit Session(const QByteArray &process = "lxqt-panel")
     {
@@ -61,7 +55,7 @@ struct Session {
     }
     QList<NotifierPixmap> pixmaps()
     {
-        return qdbus_cast<QList<NotifierPixmap>>(panel.property("IconPixmap"));
+        return qdbus_cast<QList<NotifierPixmap>>(panel.property(u"IconPixmap"_s));
     }
 };
 
@@ -74,11 +68,11 @@ private slots:
     void looksRight()
     {
         for (const char *host : {".waybar-wrapped", "gnome-shell", "kded5"}) {
-            Session session(host);
-            QCOMPARE(session.panel.property("IconAccessibleDesc").toString(), u"meterkin: 42%"_s);
-            QCOMPARE(qdbus_cast<NotifierToolTip>(session.panel.property("ToolTip")).text,
+            Session s(host);
+            QCOMPARE(s.panel.property(u"IconAccessibleDesc"_s), u"meterkin: 42%"_s);
+            QCOMPARE(qdbus_cast<NotifierToolTip>(s.panel.property(u"ToolTip"_s)).text,
                      u"CPU &lt;9%"_s);
-            const QList<NotifierPixmap> pixmaps = session.pixmaps();
+            const QList<NotifierPixmap> pixmaps = s.pixmaps();
             QCOMPARE(pixmaps.size() == 1, QByteArray(host) == ".waybar-wrapped");
             for (const NotifierPixmap &pixmap : pixmaps) {
                 QCOMPARE(pixmap.width > pixmap.height, pixmaps.size() == 1);
@@ -90,87 +84,65 @@ private slots:
 
     void tellsOnlyChanges()
     {
-        const struct {
-            const char *host;
-            TrayContent next;
-            const char *signalled;
-        } rows[]{{"lxqt-panel", content("42%"), ""},
-                 {"lxqt-panel", content("43%"), "NewIcon"},
-                 {"lxqt-panel", content("42%", Qt::red), "NewIcon"},
-                 {"ayatana-indicat", content("43%"), "NewIcon XAyatanaNewLabel"},
-                 {"ayatana-indicat", content("42%", Qt::red), "NewIcon"}};
-        for (const auto &[host, next, signalled] : rows) {
-            Session session(host);
-            const QByteArray before = session.pixmaps().value(0).data;
-            session.panel.takeSignals();
-            session.program.item.setContent(next);
-            QCOMPARE(session.panel.takeSignals().join(u' '), QString::fromLatin1(signalled));
-            QCOMPARE(session.panel.property("XAyatanaLabel").toString(), next.title.text);
-            QCOMPARE(session.pixmaps().value(0).data != before,
-                     QByteArray(signalled) == "NewIcon"); // a label stands beside the same picture
+        for (const auto &[host, next, signalled] :
+             {std::tuple("lxqt-panel", content(u"42%"_s), u""_s),
+              {"lxqt-panel", content(u"43%"_s), u"NewIcon"_s},
+              {"ayatana-indicat", content(u"43%"_s), u"NewIcon XAyatanaNewLabel"_s},
+              {"ayatana-indicat", content(u"42%"_s, Qt::red), u"NewIcon"_s}}) {
+            Session s(host);
+            const QByteArray before = s.pixmaps().value(0).data;
+            s.panel.takeSignals();
+            s.item.setContent(next);
+            QCOMPARE(s.panel.takeSignals().join(u' '), signalled);
+            QCOMPARE(s.panel.property(u"XAyatanaLabel"_s), next.title.text);
+            // a label stands beside the same picture
+            QCOMPARE(s.pixmaps().value(0).data != before, signalled == u"NewIcon");
         }
     }
 
-    void findsItsPanel_data()
-    {
-        QTest::addColumn<Answer>("toProperty");
-        QTest::addColumn<Answer>("toRegister");
-        QTest::addColumn<int>("registrations");
-        QTest::newRow("works") << Answer::Good << Answer::Good << 1;
-        QTest::newRow("wrong type") << Answer::Wrong << Answer::Good << 0;
-        QTest::newRow("refuses") << Answer::Good << Answer::Error << 3;
-        QTest::newRow("hangs") << Answer::Good << Answer::None << 1;
-    }
     void findsItsPanel()
     {
-        QFETCH(Answer, toProperty);
-        QFETCH(Answer, toRegister);
-        QFETCH(int, registrations);
-        PrivateBus daemon;
-        Program program;
-        QTRY_VERIFY(program.bus.connection());
-        QVERIFY(!program.item.isAvailable());
-        ScriptedWatcher good(daemon.connectClient());
-        QTRY_COMPARE(good.items().size(), 1);
+        for (const auto &[toProperty, toRegister, registrations] :
+             {std::tuple(Answer::Wrong, Answer::Good, 0),
+              {Answer::Good, Answer::Error, 3},
+              {Answer::Good, Answer::None, 1}}) {
+            Program program;
+            QTRY_VERIFY(program.bus.connection());
+            QVERIFY(!program.item.isAvailable());
+            ScriptedWatcher good(program.daemon.connectClient());
+            QTRY_COMPARE(good.items().size(), 1);
 
-        // Another panel takes the place of the first one, then the first one takes it again.
-        auto second =
-            std::make_unique<ScriptedWatcher>(daemon.connectClient(), toProperty, toRegister);
-        QTRY_COMPARE(good.items().size(), 0);
-        QTRY_COMPARE_WITH_TIMEOUT(second->registrations, registrations, 10'000);
-        QTRY_COMPARE(program.item.isAvailable(), registrations == 1);
-        good.takeOver();
-        QTRY_COMPARE(good.items().size(), 1);
-        QVERIFY(program.item.isAvailable());
+            // Another panel takes the place of the first one, then the first one takes it again.
+            auto second = std::make_unique<ScriptedWatcher>(program.daemon.connectClient(),
+                                                            toProperty, toRegister);
+            QTRY_COMPARE(good.items().size(), 0);
+            QTRY_COMPARE_WITH_TIMEOUT(second->registrations, registrations, 10'000);
+            QTRY_COMPARE(program.item.isAvailable(), registrations == 1);
+            good.takeOver();
+            QTRY_COMPARE(good.items().size(), 1);
+            QVERIFY(program.item.isAvailable());
 
-        second.reset();
-        good.setHost(false);
-        QTRY_COMPARE(good.items().size(), 0);
-        good.setHost(true);
-        QTRY_COMPARE(good.items().size(), 1);
+            second.reset();
+            good.setHost(false);
+            QTRY_COMPARE(good.items().size(), 0);
+            good.setHost(true);
+            QTRY_COMPARE(good.items().size(), 1);
 
-        const QStringList before = good.items();
-        program.item.detach();
-        QTRY_COMPARE(good.items().size(), 0);
-        program.item.attach();
-        QTRY_COMPARE(good.items().size(), 1);
-        QVERIFY(good.items() != before);
-
-        for (int round = 0; round < 2; ++round) {
-            daemon.stop();
-            QTRY_VERIFY(!program.item.isAvailable());
-            daemon.start();
-            ScriptedWatcher next(daemon.connectClient());
-            QTRY_COMPARE(next.items().size(), 1);
+            for (int round = 0; round < 2; ++round) {
+                program.daemon.stop();
+                QTRY_VERIFY(!program.item.isAvailable());
+                program.daemon.start();
+                ScriptedWatcher next(program.daemon.connectClient());
+                QTRY_COMPARE(next.items().size(), 1);
+            }
         }
     }
 
     void queriesUntilItIsAnswered()
     {
         for (const Answer first : {Answer::Error, Answer::None}) {
-            PrivateBus daemon;
-            ScriptedWatcher panel(daemon.connectClient(), first);
-            const Program program;
+            Program program;
+            ScriptedWatcher panel(program.daemon.connectClient(), first);
             QTRY_COMPARE(panel.queries, 1);
             for (int signal = 0; signal < 10'000; ++signal)
                 panel.setHost(true);
@@ -183,49 +155,45 @@ private slots:
 
     void believesPlaces()
     {
-        Session session;
-        NotifierItem &item = session.program.item;
+        Session s;
         const QPoint last = QGuiApplication::primaryScreen()->geometry().bottomRight();
-        for (const QPoint place :
-             {last, last + QPoint(100, 0), QPoint(-1, 5), QPoint(0, 0), QPoint(INT_MAX, INT_MIN)}) {
-            QSignalSpy clicked(&item, &TrayHost::clicked);
-            QSignalSpy menu(&item, &TrayHost::menuRequested);
-            for (const char *method : {"Activate", "ContextMenu"})
-                session.panel.call(itemPath, itemInterface, QString::fromLatin1(method),
-                                   {place.x(), place.y()});
+        QSignalSpy clicked(&s.item, &TrayHost::clicked);
+        QSignalSpy menu(&s.item, &TrayHost::menuRequested);
+        for (const QPoint place : {last, last + QPoint(100, 0), QPoint(0, 0), {INT_MAX, INT_MIN}}) {
+            for (const QString &method : {u"Activate"_s, u"ContextMenu"_s})
+                s.panel.call(itemPath, s.panel.itemInterface, method, {place.x(), place.y()});
             QTRY_COMPARE(menu.size(), 1);
             QCOMPARE(clicked.size(), 1);
-            QCOMPARE(item.geometry().contains(place), place == last);
-            QCOMPARE(item.geometry().isEmpty(), place != last);
+            menu.clear();
+            clicked.clear();
+            QCOMPARE(s.item.geometry().contains(place), place == last);
+            QCOMPARE(s.item.geometry().isEmpty(), place != last);
         }
     }
 
     void offersTheMenu()
     {
-        Session session;
-        ScriptedWatcher &panel = session.panel;
-        QCOMPARE(panel.property("Menu").value<QDBusObjectPath>().path(), menuPath);
+        Session s;
+        QCOMPARE(s.panel.property(u"Menu"_s).value<QDBusObjectPath>().path(), menuPath);
         const QDBusMessage reply =
-            panel.call(menuPath, menuInterface, u"GetLayout"_s, {0, -1, QStringList()});
+            s.panel.call(menuPath, menuInterface, u"GetLayout"_s, {0, -1, QStringList()});
         QCOMPARE(reply.signature(), u"u(ia{sv}av)"_s);
-        const auto root = qdbus_cast<MenuLayout>(reply.arguments().value(1));
         QStringList entries;
-        QSignalSpy chosen(&session.program.item, &TrayHost::menuChosen);
-        const auto event = [](int id, const char *name) {
-            return MenuEvent{id, QString::fromLatin1(name), QDBusVariant(7), 0};
+        QSignalSpy chosen(&s.item, &TrayHost::menuChosen);
+        const auto event = [](int id, const QString &name) {
+            return MenuEvent{id, name, QDBusVariant(7), 0};
         };
-        QList events{event(0, "clicked"), event(1, "opened"), event(99, "clicked")};
-        for (const MenuLayout &entry : root.children) {
+        QList events{event(0, u"clicked"_s), event(1, u"opened"_s), event(99, u"clicked"_s)};
+        for (const auto &entry : qdbus_cast<MenuLayout>(reply.arguments().value(1)).children) {
             const QVariantMap &values = entry.properties;
             entries += values.value(u"label"_s, values.value(u"type"_s)).toString();
-            events.append(event(entry.id, "clicked"));
+            events.append(event(entry.id, u"clicked"_s));
         }
         QCOMPARE(entries.join(u'|'), u"Open Dashboard|Open Settings|separator|Quit meterkin"_s);
-        panel.call(menuPath, menuInterface, u"EventGroup"_s, {QVariant::fromValue(events)});
-        for (const char *method : {"AboutToShow", "GetLayout", "deleteLater"})
-            QCOMPARE(
-                panel.call(menuPath, menuInterface, QString::fromLatin1(method), {INT_MIN}).type(),
-                QDBusMessage::ErrorMessage);
+        s.panel.call(menuPath, menuInterface, u"EventGroup"_s, {QVariant::fromValue(events)});
+        for (const QString &method : {u"AboutToShow"_s, u"GetLayout"_s, u"deleteLater"_s})
+            QCOMPARE(s.panel.call(menuPath, menuInterface, method, {INT_MIN}).type(),
+                     QDBusMessage::ErrorMessage);
         QTRY_COMPARE(chosen.size(), 3);
         for (const MenuAction action :
              {MenuAction::OpenDashboard, MenuAction::OpenSettings, MenuAction::Quit})

@@ -10,19 +10,15 @@
 using namespace Qt::StringLiterals;
 using Phase = UpdateSession::Phase;
 
-namespace {
-
 struct PlainAppearance : DesktopAppearance {
     bool isDark() const override { return false; }
     double textScale() const override { return 1.0; }
 };
 
-QQuickItem *view(const QWindow *window)
+static QQuickItem *view(const QWindow *window)
 {
     return qobject_cast<const QQuickWindow *>(window)->contentItem()->childItems().first();
 }
-
-} // namespace
 
 class DialogsTest : public QObject {
     Q_OBJECT
@@ -49,21 +45,17 @@ private slots:
 
     void passesRequestsOn()
     {
-        const QStringList running{u"Escape:cancel"_s, u"Return:"_s, u"cancel:cancel"_s};
-        QMap<Phase, QStringList> requests{
-            // a key or button, and what is to be requested
-            {Phase::Checking, running},
-            {Phase::Downloading, running},
-            {Phase::Installing, {u"Escape:"_s, u"cancel:"_s}}, // cannot be cancelled
-            {Phase::UpToDate, {u"Return:close"_s}},
-            {Phase::Offered, {u"Return:install"_s, u"action:install"_s}},
-            {Phase::Installed, {u"Return:restart"_s, u"Space:restart"_s}},
-            {Phase::Failed, {u"Return:retry"_s, u"action:retry"_s}}};
-        for (const Phase ended : {Phase::UpToDate, Phase::Offered, Phase::Installed, Phase::Failed})
-            requests[ended] << u"Escape:close"_s << u"dismiss:close"_s;
-        for (auto row = requests.cbegin(); row != requests.cend(); ++row) {
-            for (const QString &request : row.value())
-                QCOMPARE(requestsAfter(row.key(), request.section(u':', 0, 0)), request);
+        // A key or button, and what is to be requested.
+        for (const auto &[phase, requests] :
+             {std::pair(Phase::Checking, u"Escape:cancel Return: cancel:cancel"_s),
+              {Phase::Downloading, u"Escape:cancel Return:"_s},
+              {Phase::Installing, u"Escape: cancel:"_s}, // cannot be cancelled
+              {Phase::UpToDate, u"Escape:close Return:close dismiss:close"_s},
+              {Phase::Offered, u"Escape:close Return:install action:install dismiss:close"_s},
+              {Phase::Installed, u"Escape:close Return:restart dismiss:close"_s},
+              {Phase::Failed, u"Escape:close Return:retry action:retry dismiss:close"_s}}) {
+            for (const QString &request : requests.split(u' '))
+                QCOMPARE(requestsAfter(phase, request.section(u':', 0, 0)), request);
         }
     }
 

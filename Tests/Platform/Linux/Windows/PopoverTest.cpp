@@ -19,7 +19,6 @@ private slots:
         for (const auto &[item, panel, on, height, frame] :
              {std::tuple(QRect(600, 2, 60, 22), top, screen, 300, QRect(469, 32, 320, 300)),
               {{600, 694, 60, 22}, {0, 690, 1280, 30}, screen, 300, {469, 384, 320, 300}},
-              {{2, 300, 36, 36}, {0, 0, 40, 720}, screen, 300, {46, 167, 320, 300}},
               {{1242, 300, 36, 36}, {1240, 0, 40, 720}, screen, 300, {914, 167, 320, 300}},
               {{2200, 102, 60, 22}, {1280, 100, 1000, 26}, second, 300, {1952, 132, 320, 300}},
               {{600, 2, 60, 22}, top, screen, 3000, {469, 32, 320, 680}}, // too high
@@ -47,19 +46,16 @@ private slots:
         for (const auto &[press, release, click, clicked, isSwallowed] :
              {std::tuple(Place({120, 10}), 90, 100, item, true),
               {Place({120, 10}), 90, 480, reported, true},
-              {Place({120, 10}), -1, 2000, item, true},
               {Place({120, 10}), -1, 9000, item, false},
               {Place({120, 10}), 90, 500, item, false},
               {Place({9, 300}), 90, 99, item, false},
-              {Place({120, 10}), 90, 100, QRect(), true},
               {Place(), -1, 390, item, true},
               {Place(), -1, 410, item, false}}) {
             ReopenGuard guard;
             guard.closedByPress(press, 0);
             if (release >= 0)
                 guard.released(release);
-            QCOMPARE(std::pair(click, guard.swallows(clicked, click)),
-                     std::pair(click, isSwallowed));
+            QCOMPARE(guard.swallows(clicked, click), isSwallowed);
             QVERIFY(!guard.swallows(clicked, click)); // once for each press
         }
     }
