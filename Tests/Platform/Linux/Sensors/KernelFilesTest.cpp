@@ -8,20 +8,6 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-static thread_local int allocations = 0;
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool AreAllocationsCounted = false; // a sanitizer brings an allocator of its own
-#else
-constexpr bool AreAllocationsCounted = true;
-extern "C" void *__libc_malloc(std::size_t size); // NOLINT(bugprone-reserved-identifier)
-extern "C" void *malloc(std::size_t size) // operator new and the lists of Qt end here, too
-{
-    ++allocations;
-    return __libc_malloc(size);
-}
-#endif
-
 static QByteArray meminfo(const char *total, const char *free, const char *available)
 {
     return QByteArray("MemTotal: ") + total + " kB\nMemFree: " + free
@@ -51,7 +37,6 @@ private slots:
             {zeros, "cpu0 " + QByteArray("2305843009213693951 ").repeated(4) + '\n', "75: 75"},
             {zeros, "cpu  9 9 9 9\n" + good + "intr 5\ncpu2 1 2 3 4\n", "75: 75"},
             {zeros, "cpu0 1 2 1 4\ncpu1 1 2 3 1 5 \n", "50: 50 50"}, // old kernels
-            {zeros, "intr 5\n" + good, ""},
             {zeros, good + good, ""},
         };
         for (const auto &[before, now, expected] : cases)
@@ -81,9 +66,7 @@ private slots:
             {meminfo("0", "0", "0"), ""},
             {meminfo("1000", "1001", "400"), ""},
             {meminfo("1000", "100", "x") + "Buffers: 1 kB\n", ""},
-            {meminfo("1000 MB", "100", "400"), ""},
             {"MemTotal: 1000 kB\nMemAvailable: 400 kB\n", ""},
-            {Smallest + "MemFree: 200 kB\n", ""},
             {Smallest + "Zswap: 18446744073709551615 kB\n", ""},
         };
         for (const auto &[text, expected] : cases)
@@ -96,11 +79,9 @@ private slots:
     {
         put("zram0/mm_stat", "   9999   8888   10240   0   7 7 7 7 7\n");
         put("zram1/mm_stat", "   9999   damaged\n");
-        put("sda/mm_stat", "   0   0   1024000   0\n");
         LinuxPageCounters source(put("meminfo", Smallest + "SwapTotal: 0 kB\nZswap: 1 kB\n"),
                                  m_folder.path().toStdString());
         QCOMPARE(source.read()->compressed, std::uint64_t(11));
-        QCOMPARE(source.physicalMemory(), std::uint64_t(1000 * 1024));
         put("zram2/mm_stat", "   9999   8888   40960\n");
         put("meminfo", Smallest + "SwapTotal: 8 kB\nZswap: 1 kB\n");
         QCOMPARE(source.read()->compressed, std::uint64_t(51));
@@ -108,16 +89,10 @@ private slots:
 
     void thousandCoresInAFileThatFailedBefore()
     {
-        QLoggingCategory::setFilterRules({});
-        // Once, for both failures.
-        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("No such file")));
         const QString path = m_folder.filePath(QStringLiteral("late"));
         LinuxProcessorTicks source(path.toStdString());
         std::vector<ProcessorCore> cores;
         QVERIFY(!source.read(cores));
-        QVERIFY(QDir().mkdir(path)); // opens, but cannot be read
-        QVERIFY(!source.read(cores));
-        QVERIFY(QDir().rmdir(path));
         QByteArray text;
         for (int i = 0; i < 1024; ++i)
             text += "cpu" + QByteArray::number(i) + " 1 0 0 9876543210 0 0 0 0 0 0\n";
@@ -128,22 +103,6 @@ private slots:
         QVERIFY(!source.read(cores));
         put("late", "cpu0 5 2 3 4\n");
         QVERIFY(source.read(cores) && cores.size() == 1 && cores.front().ticks.user == 5);
-    }
-
-    void samplesAllocateNothing()
-    {
-        CPUReader processors(std::make_unique<LinuxProcessorTicks>());
-        MemoryReader memory(1, std::make_unique<LinuxPageCounters>());
-        std::optional<CPUInfo> published; // kept until the next sample, like in the collector
-        for (int i = 0; i < 50; ++i) {
-            if (i == 2) { // after both lists of the reader
-                QCOMPARE(allocations > 0, AreAllocationsCounted);
-                allocations = 0;
-            }
-            published = processors.read();
-            QVERIFY(published && memory.read());
-        }
-        QCOMPARE(allocations, 0);
     }
 
 private:

@@ -113,8 +113,9 @@ private slots:
             QTRY_COMPARE(good.items().size(), 1);
 
             // Another panel takes the place of the first one, then the first one takes it again.
-            auto second = std::make_unique<ScriptedWatcher>(program.daemon.connectClient(),
-                                                            toProperty, toRegister);
+            auto second = std::make_unique<ScriptedWatcher>(program.daemon.connectClient());
+            second->toProperty = toProperty;
+            second->toRegister = toRegister;
             QTRY_COMPARE(good.items().size(), 0);
             QTRY_COMPARE_WITH_TIMEOUT(second->registrations, registrations, 10'000);
             QTRY_COMPARE(program.item.isAvailable(), registrations == 1);
@@ -128,13 +129,11 @@ private slots:
             good.setHost(true);
             QTRY_COMPARE(good.items().size(), 1);
 
-            for (int round = 0; round < 2; ++round) {
-                program.daemon.stop();
-                QTRY_VERIFY(!program.item.isAvailable());
-                program.daemon.start();
-                ScriptedWatcher next(program.daemon.connectClient());
-                QTRY_COMPARE(next.items().size(), 1);
-            }
+            program.daemon.stop();
+            QTRY_VERIFY(!program.item.isAvailable());
+            program.daemon.start();
+            ScriptedWatcher next(program.daemon.connectClient());
+            QTRY_COMPARE(next.items().size(), 1);
         }
     }
 
@@ -142,7 +141,8 @@ private slots:
     {
         for (const Answer first : {Answer::Error, Answer::None}) {
             Program program;
-            ScriptedWatcher panel(program.daemon.connectClient(), first);
+            ScriptedWatcher panel(program.daemon.connectClient());
+            panel.toProperty = first;
             QTRY_COMPARE(panel.queries, 1);
             for (int signal = 0; signal < 10'000; ++signal)
                 panel.setHost(true);
@@ -157,15 +157,13 @@ private slots:
     {
         Session s;
         const QPoint last = QGuiApplication::primaryScreen()->geometry().bottomRight();
-        QSignalSpy clicked(&s.item, &TrayHost::clicked);
-        QSignalSpy menu(&s.item, &TrayHost::menuRequested);
         for (const QPoint place : {last, last + QPoint(100, 0), QPoint(0, 0), {INT_MAX, INT_MIN}}) {
+            QSignalSpy clicked(&s.item, &TrayHost::clicked);
+            QSignalSpy menu(&s.item, &TrayHost::menuRequested);
             for (const QString &method : {u"Activate"_s, u"ContextMenu"_s})
                 s.panel.call(itemPath, s.panel.itemInterface, method, {place.x(), place.y()});
             QTRY_COMPARE(menu.size(), 1);
             QCOMPARE(clicked.size(), 1);
-            menu.clear();
-            clicked.clear();
             QCOMPARE(s.item.geometry().contains(place), place == last);
             QCOMPARE(s.item.geometry().isEmpty(), place != last);
         }
@@ -179,25 +177,23 @@ private slots:
             s.panel.call(menuPath, menuInterface, u"GetLayout"_s, {0, -1, QStringList()});
         QCOMPARE(reply.signature(), u"u(ia{sv}av)"_s);
         QStringList entries;
-        QSignalSpy chosen(&s.item, &TrayHost::menuChosen);
+        QList<MenuAction> chosen;
+        connect(&s.item, &TrayHost::menuChosen, this, [&](MenuAction one) { chosen << one; });
         const auto event = [](int id, const QString &name) {
             return MenuEvent{id, name, QDBusVariant(7), 0};
         };
         QList events{event(0, u"clicked"_s), event(1, u"opened"_s), event(99, u"clicked"_s)};
         for (const auto &entry : qdbus_cast<MenuLayout>(reply.arguments().value(1)).children) {
-            const QVariantMap &values = entry.properties;
-            entries += values.value(u"label"_s, values.value(u"type"_s)).toString();
+            entries += entry.properties.value(u"label"_s).toString();
             events.append(event(entry.id, u"clicked"_s));
         }
-        QCOMPARE(entries.join(u'|'), u"Open Dashboard|Open Settings|separator|Quit meterkin"_s);
+        QCOMPARE(entries.join(u'|'), u"Open Dashboard|Open Settings||Quit meterkin"_s);
         s.panel.call(menuPath, menuInterface, u"EventGroup"_s, {QVariant::fromValue(events)});
         for (const QString &method : {u"AboutToShow"_s, u"GetLayout"_s, u"deleteLater"_s})
             QCOMPARE(s.panel.call(menuPath, menuInterface, method, {INT_MIN}).type(),
                      QDBusMessage::ErrorMessage);
-        QTRY_COMPARE(chosen.size(), 3);
-        for (const MenuAction action :
-             {MenuAction::OpenDashboard, MenuAction::OpenSettings, MenuAction::Quit})
-            QCOMPARE(chosen.takeFirst().at(0).value<MenuAction>(), action);
+        const QList all{MenuAction::OpenDashboard, MenuAction::OpenSettings, MenuAction::Quit};
+        QTRY_COMPARE(chosen, all);
     }
 };
 

@@ -14,19 +14,16 @@ class ScriptedWatcher : public ScriptedService {
 public:
     enum class Answer { Good, Wrong, Error, None };
 
-    explicit ScriptedWatcher(const QDBusConnection &bus, Answer onProperty = Answer::Good,
-                             Answer onRegister = Answer::Good)
+    explicit ScriptedWatcher(const QDBusConnection &bus)
         : ScriptedService(bus, u"org.kde.StatusNotifierWatcher"_s, u"/StatusNotifierWatcher"_s)
-        , toProperty(onProperty)
-        , toRegister(onRegister)
     {
         connection.connect(QString(), QString(), itemInterface, QString(), this,
                            SLOT(recordSignal(QDBusMessage)));
     }
 
     const QString itemInterface = u"org.kde.StatusNotifierItem"_s;
-    Answer toProperty;
-    Answer toRegister;
+    Answer toProperty = Answer::Good;
+    Answer toRegister = Answer::Good;
     int registrations = 0;
     int queries = 0; ///< of the property
 
