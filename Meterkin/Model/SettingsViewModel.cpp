@@ -1,7 +1,7 @@
 #include "Model/SettingsViewModel.h"
 
 #include "Model/MetricTraits.h"
-#include "Sampling/SamplingInterval.h"
+#include "Sampling/Interval.h"
 
 #include <QVariantMap>
 

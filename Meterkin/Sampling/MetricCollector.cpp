@@ -1,7 +1,7 @@
 #include "Sampling/MetricCollector.h"
 
+#include "Sampling/Interval.h"
 #include "Sampling/MetricSampler.h"
-#include "Sampling/SamplingInterval.h"
 
 #include <atomic>
 #include <mutex>

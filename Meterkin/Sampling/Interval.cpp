@@ -1,4 +1,4 @@
-#include "Sampling/SamplingInterval.h"
+#include "Sampling/Interval.h"
 
 #include <algorithm>
 
