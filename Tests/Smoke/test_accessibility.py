@@ -47,7 +47,8 @@ class TestAccessibility(WindowCase):
         self.assertTrue(element["actions"] or element["role"] not in CONTROLS, label)
         self.assertTrue(element["name"] or not {"focusable", "showing"} & set(states), label)
         if "showing" in states:
-            self.assertTrue(all(element["rect"][2:]) and "showing" in window["states"], label)
+            self.assertTrue(element["rect"] and all(element["rect"][2:]), label)
+            self.assertIn("showing", window["states"], label)
 
     def wait_to_show(self, *labels, gone=()):
         faults = []

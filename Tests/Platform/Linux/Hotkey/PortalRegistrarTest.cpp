@@ -64,6 +64,8 @@ struct ScriptedPortal : ScriptedService {
             list.beginArray();
             list.beginStructure();
             list >> id >> shortcut;
+            list.endStructure();
+            list.endArray();
             trigger = shortcut[u"preferred_trigger"_s];
         }
         connection.send(message.createReply(QVariant::fromValue(QDBusObjectPath(u"/unused"_s))));

@@ -196,6 +196,7 @@ private slots:
         QTRY_COMPARE(s.clicked, QStringList(u"fan"_s));
 
         s.post(u"fan"_s, u"42"_s);
+        QVERIFY(s.hasPosted(u"0 body|0 42"_s));
         s.server.reset();
         QVERIFY(s.waitFor(AuthorizationAnswer::Failed));
         QVERIFY(s.startServer());
