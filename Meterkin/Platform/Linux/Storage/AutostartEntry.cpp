@@ -17,7 +17,8 @@ struct Switch {
     bool on; ///< the value with which the entry is on
 };
 
-// "Hidden" is the specification's; the session tools of some desktops write the others.
+// "Hidden" is the Desktop Entry Specification's; the session tools of some desktops write the
+// others.
 constexpr Switch Switches[] = {
     {"Hidden", false},
     {"X-GNOME-Autostart-enabled", true},
@@ -67,7 +68,7 @@ QString unescaped(const QString &value)
     return text;
 }
 
-/// A command line of one word, as "The Exec key" of the specification quotes it.
+/// A command line of one word, as "The Exec key" of that specification quotes it.
 QString commandLine(const QString &program)
 {
     QString quoted;
