@@ -38,7 +38,9 @@ void LinuxNotificationCentre::post(const NotificationRecord &record)
     if (owner.isEmpty()) {
         if (m_waiting.empty())
             m_service.start([this] {
-                qCWarning(logBus, "No notification server can be started: the alert is dropped");
+                if (m_bus.connection() && m_bus.connection()->isConnected()) // else the bus is lost
+                    qCWarning(logBus,
+                              "No notification server can be started: the alert is dropped");
                 m_waiting.clear(); // later it would be old news
             });
         m_waiting.insert_or_assign(record.identifier, record);
