@@ -39,11 +39,9 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     , m_settingsVM(platform.defaultsStore())
     , m_hotkeyManager(platform.hotkeyRegistrar())
     , m_updaterController(platform.updateFramework(), platform.defaultsStore(),
-                          platform.informationDictionary(), platform.informationAlert())
-    , m_windows(platform, m_settingsVM, m_updaterController)
+                          platform.informationDictionary(), checkServices())
     , m_diskImageCleanup(platform.diskImages(), platform.bundlePath())
 {
-    connectWindows();
     connect(&platform.notificationCentre(), &NotificationCentre::clicked, this,
             &AppDelegate::handleNotificationClick);
     m_animationTimer.setTimerType(Qt::PreciseTimer);
@@ -51,24 +49,39 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     connect(&m_animationTimer, &QTimer::timeout, this, &AppDelegate::animationStep);
 }
 
-AppDelegate::~AppDelegate()
+AppDelegate::~AppDelegate() = default;
+
+UpdaterController::CheckServices AppDelegate::checkServices()
 {
-    m_platform.popover().setContent({});
+    return {.readFeed =
+                [this](const QUrl &feed, QObject *receiver, std::function<void(bool)> done) {
+                    if (Windows *loaded = windows())
+                        loaded->readFeed(feed, receiver, std::move(done));
+                },
+            .showAlert =
+                [this](const QString &messageText, const QString &informativeText) {
+                    if (Windows *loaded = windows())
+                        loaded->showAlert(messageText, informativeText);
+                }};
 }
 
-void AppDelegate::connectWindows()
+Windows *AppDelegate::windows()
 {
-    connect(&m_windows, &ApplicationWindows::settingsRequested, this, &AppDelegate::openSettings);
-    connect(&m_windows, &ApplicationWindows::quitRequested, this, &AppDelegate::quit);
-    connect(&m_windows, &ApplicationWindows::dashboardCloseRequested, this,
-            &AppDelegate::closeDashboard);
-    connect(&m_windows, &ApplicationWindows::intervalChosen, &m_collector, &MetricCollector::start);
-    connect(&m_windows, &ApplicationWindows::launchAtLoginChosen, this,
+    if (m_windows)
+        return m_windows.get();
+    m_windows = m_platform.makeWindows(m_settingsVM, m_updaterController, dashboard());
+    if (!m_windows)
+        return nullptr;
+    const Windows *made = m_windows.get();
+    connect(made, &Windows::settingsRequested, this, &AppDelegate::openSettings);
+    connect(made, &Windows::quitRequested, this, &AppDelegate::quit);
+    connect(made, &Windows::dashboardCloseRequested, this, &AppDelegate::closeDashboard);
+    connect(made, &Windows::intervalChosen, &m_collector, &MetricCollector::start);
+    connect(made, &Windows::launchAtLoginChosen, this,
             [this](bool wish) { setLaunchAtLogin(m_settingsVM, wish, m_platform.loginItem()); });
-    connect(&m_windows, &ApplicationWindows::onboardingStarted, this,
-            &AppDelegate::rememberOnboarding);
-    connect(&m_windows, &ApplicationWindows::onboardingCompleted, this,
-            &AppDelegate::completeOnboarding);
+    connect(made, &Windows::onboardingStarted, this, &AppDelegate::rememberOnboarding);
+    connect(made, &Windows::onboardingCompleted, this, &AppDelegate::completeOnboarding);
+    return m_windows.get();
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -87,7 +100,6 @@ void AppDelegate::applicationDidFinishLaunching()
     if (m_statusItem->hasButton())
         m_statusItem->setTitle({QStringLiteral("-"), tierColor(ThresholdTier::Green),
                                 widestText(m_settingsVM.menuBarMetric())});
-    m_platform.popover().setContent([this] { return m_windows.makeDashboard(dashboard()); });
 
     synchronizeLaunchAtLogin(m_settingsVM, m_platform.loginItem());
 
@@ -224,21 +236,18 @@ void AppDelegate::togglePopover()
 {
     if (!statusItem().hasButton())
         return;
-    PopoverContainer &popover = m_platform.popover();
-    if (popover.isShown()) {
-        popover.close();
-        return;
-    }
-    const QRect item = statusItem().geometry();
-    if (!popover.swallowsClick(item))
-        popover.show(item);
+    if (m_windows && m_windows->isDashboardShown())
+        m_windows->closeDashboard();
+    else if (!m_windows || !m_windows->swallowsClick(statusItem().geometry()))
+        showDashboard();
 }
 
 void AppDelegate::showDashboard()
 {
-    PopoverContainer &popover = m_platform.popover();
-    if (statusItem().hasButton() && !popover.isShown())
-        popover.show(statusItem().geometry());
+    if (!statusItem().hasButton())
+        return;
+    if (Windows *loaded = windows())
+        loaded->showDashboard(statusItem().geometry());
 }
 
 void AppDelegate::handleNotificationClick(const QString &identifier)
@@ -249,18 +258,21 @@ void AppDelegate::handleNotificationClick(const QString &identifier)
 
 void AppDelegate::closeDashboard()
 {
-    m_platform.popover().close();
+    if (m_windows)
+        m_windows->closeDashboard();
 }
 
 void AppDelegate::openSettings()
 {
     closeDashboard();
-    m_windows.openSettings(dashboard());
+    if (Windows *loaded = windows())
+        loaded->openSettings();
 }
 
 void AppDelegate::showOnboarding()
 {
-    m_windows.showOnboarding();
+    if (Windows *loaded = windows())
+        loaded->showOnboarding();
 }
 
 void AppDelegate::rememberOnboarding()
@@ -271,7 +283,8 @@ void AppDelegate::rememberOnboarding()
 void AppDelegate::completeOnboarding()
 {
     rememberOnboarding();
-    m_windows.closeOnboarding();
+    if (m_windows)
+        m_windows->closeOnboarding();
 }
 
 void AppDelegate::quit()

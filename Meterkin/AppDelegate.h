@@ -1,6 +1,5 @@
 #pragma once
 
-#include "ApplicationWindows.h"
 #include "DiskImageCleanup.h"
 #include "Model/DashboardViewModel.h"
 #include "Model/ObservationScope.h"
@@ -51,7 +50,8 @@ public:
 
     MetricCollector &collector() { return m_collector; }
     SettingsViewModel &settings() { return m_settingsVM; }
-    ApplicationWindows &windows() { return m_windows; }
+    /// Null where they cannot be loaded. The first call loads them.
+    Windows *windows();
 
 signals:
     /// A sample has been taken in and shown.
@@ -60,7 +60,7 @@ signals:
 private:
     using TimePoint = std::chrono::steady_clock::time_point;
 
-    void connectWindows();
+    UpdaterController::CheckServices checkServices();
     void handleTick();
     void updateStatusItem();
     QColor tierColor(ThresholdTier tier);
@@ -88,7 +88,7 @@ private:
     std::unique_ptr<DashboardViewModel> m_dashboardVM; ///< from the launch sequence on
     std::unique_ptr<StatusItem> m_statusItem; ///< likewise
     UpdaterController m_updaterController;
-    ApplicationWindows m_windows;
+    std::unique_ptr<Windows> m_windows; ///< null until the first one is wanted
     DiskImageCleanup m_diskImageCleanup;
 
     ThresholdTier m_previousTier = ThresholdTier::Green;

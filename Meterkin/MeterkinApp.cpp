@@ -4,7 +4,6 @@
 #include "Platform/ProgramHost.h"
 
 #include <QFile>
-#include <QQuickWindow>
 
 #include <algorithm>
 #include <csignal>
@@ -53,8 +52,6 @@ MeterkinApp::MeterkinApp(int argc, char **argv)
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    // A graphics driver takes more memory than the whole program, which draws once in seconds.
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
 }
 
 MeterkinApp::~MeterkinApp() = default;

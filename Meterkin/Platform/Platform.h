@@ -4,20 +4,22 @@
 #include "Platform/DesktopAppearance.h"
 #include "Platform/DiskImages.h"
 #include "Platform/HotkeyRegistrar.h"
-#include "Platform/InformationAlert.h"
 #include "Platform/KeyDownMonitor.h"
 #include "Platform/KeyboardLayout.h"
 #include "Platform/LoginItem.h"
 #include "Platform/MetricSources.h"
 #include "Platform/NotificationCentre.h"
-#include "Platform/PopoverContainer.h"
 #include "Platform/StatusItem.h"
 #include "Platform/UpdateFramework.h"
-#include "Platform/WindowStyle.h"
+#include "Platform/Windows.h"
 
 #include <QVariantMap>
 
 #include <memory>
+
+class DashboardViewModel;
+class SettingsViewModel;
+class UpdaterController;
 
 /// The back ends of one system. It outlives all that is built on it. Main thread only.
 class Platform {
@@ -41,11 +43,14 @@ public:
     virtual HotkeyRegistrar &hotkeyRegistrar() = 0;
     virtual LoginItem &loginItem() = 0;
     virtual UpdateFramework &updateFramework() = 0;
-    virtual PopoverContainer &popover() = 0;
-    virtual WindowStyle &windowStyle() = 0;
     virtual KeyDownMonitor &keyDownMonitor() = 0;
     virtual DesktopAppearance &desktopAppearance() = 0;
-    virtual InformationAlert &informationAlert() = 0;
+
+    /// Loads what windows need. Null where that fails, which the user has been told; it may work
+    /// the next time. The models outlive the windows.
+    virtual std::unique_ptr<Windows> makeWindows(SettingsViewModel &settings,
+                                                 UpdaterController &updater,
+                                                 DashboardViewModel &dashboard) = 0;
 
     /// Null where hot keys are written with the symbols of the Mac's keyboards.
     virtual KeyboardLayout *keyboardLayout() { return nullptr; }

@@ -18,7 +18,8 @@ public:
     virtual ~PopoverContainer() = default;
 
     /// `make` is called when the popover is first shown, and again after it was hidden for long.
-    /// Earlier content is destroyed at once. With an empty function nothing is ever shown.
+    /// Earlier content is destroyed at once. With an empty function, and where it makes nothing,
+    /// nothing is shown.
     virtual void setContent(MakeContent make) = 0;
 
     virtual bool isShown() const = 0;

@@ -2,25 +2,28 @@
 
 #include "Platform/Log.h"
 
-#include <QUrl>
-
 #include <utility>
 
 namespace {
 
 const QString automaticKey = QStringLiteral("SUAutomaticallyUpdate");
 
+bool isHttpAddress(const QUrl &feed)
+{
+    return feed.isValid() && !feed.host().isEmpty()
+        && (feed.scheme() == u"https" || feed.scheme() == u"http");
+}
+
 } // namespace
 
 UpdaterController::UpdaterController(UpdateFramework &framework, DefaultsStore &store,
-                                     QVariantMap dictionary, InformationAlert &alert,
-                                     std::chrono::milliseconds feedTimeout, QObject *parent)
+                                     QVariantMap dictionary, CheckServices services,
+                                     QObject *parent)
     : QObject(parent)
     , m_framework(framework)
     , m_store(store)
     , m_dictionary(std::move(dictionary))
-    , m_alert(alert)
-    , m_feedTimeout(feedTimeout)
+    , m_services(std::move(services))
 {
     m_store.registerDefaults({{automaticKey, true}});
     m_framework.start();
@@ -50,16 +53,14 @@ void UpdaterController::checkForUpdates()
         return;
     }
     const QUrl feed(address, QUrl::StrictMode);
-    if (!UpdateFeedProbe::canFetch(feed)) {
+    if (!isHttpAddress(feed)) {
         qCWarning(logUpdates, "no HTTP address of a feed in this build: '%s'; counts as up to date",
                   qPrintable(address));
         showUpToDateAlert();
         return;
     }
     qCDebug(logUpdates) << "fetching the feed" << feed;
-    auto *probe = new UpdateFeedProbe(feed, m_feedTimeout, this);
-    connect(probe, &UpdateFeedProbe::finished, this, [this, probe](bool listsItems) {
-        probe->deleteLater();
+    m_services.readFeed(feed, this, [this](bool listsItems) {
         if (!listsItems)
             showUpToDateAlert();
         else
@@ -72,8 +73,8 @@ void UpdaterController::showUpToDateAlert()
     const QString name = textOf(QStringLiteral("CFBundleName"), QStringLiteral("This app"));
     const QString version =
         textOf(QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.0"));
-    m_alert.run(QStringLiteral("You're up to date!"),
-                name + u' ' + version + QStringLiteral(" is the latest version."));
+    m_services.showAlert(QStringLiteral("You're up to date!"),
+                         name + u' ' + version + QStringLiteral(" is the latest version."));
 }
 
 QString UpdaterController::textOf(const QString &key, const QString &fallback) const

@@ -1,15 +1,14 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
-#include "Platform/InformationAlert.h"
 #include "Platform/UpdateFramework.h"
-#include "Updates/UpdateFeedProbe.h"
 
 #include <QObject>
 #include <QProperty>
+#include <QUrl>
 #include <QVariantMap>
 
-#include <chrono>
+#include <functional>
 
 /// Software updates for the rest of the program: starts the update framework, mirrors whether it
 /// can check now, and stores the automatic-download setting. Reads the feed before it lets the
@@ -25,12 +24,18 @@ class UpdaterController : public QObject {
                        BINDABLE bindableAutomaticallyDownloadsUpdates FINAL)
 
 public:
+    /// What only a check that the user asks for needs. As in Windows.
+    struct CheckServices {
+        std::function<void(const QUrl &feed, QObject *receiver,
+                           std::function<void(bool listsItems)> done)>
+            readFeed;
+        std::function<void(const QString &messageText, const QString &informativeText)> showAlert;
+    };
+
     /// Starts the framework. The dictionary is the platform's; the other objects outlive the
     /// controller.
     UpdaterController(UpdateFramework &framework, DefaultsStore &store, QVariantMap dictionary,
-                      InformationAlert &alert,
-                      std::chrono::milliseconds feedTimeout = UpdateFeedProbe::Timeout,
-                      QObject *parent = nullptr);
+                      CheckServices services, QObject *parent = nullptr);
 
     /// Why updates cannot be checked at all, as a sentence for the user; empty when they can.
     QString unavailableReason() const { return m_unavailableReason; }
@@ -66,8 +71,7 @@ private:
     UpdateFramework &m_framework;
     DefaultsStore &m_store;
     QVariantMap m_dictionary;
-    InformationAlert &m_alert;
-    std::chrono::milliseconds m_feedTimeout;
+    CheckServices m_services;
     Q_OBJECT_BINDABLE_PROPERTY_WITH_ARGS(UpdaterController, bool, m_canCheckForUpdates, false,
                                          &UpdaterController::canCheckForUpdatesChanged)
     Q_OBJECT_BINDABLE_PROPERTY(UpdaterController, QString, m_unavailableReason,

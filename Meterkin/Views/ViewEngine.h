@@ -18,8 +18,7 @@ public:
     Appearance *appearance() const { return m_appearance; }
 
     /// Makes a view, named by its file below the folder of its module, as in "Views/Theme", with
-    /// its required properties. A view that cannot be made is a mistake in the build and ends the
-    /// program.
+    /// its required properties. Null where a QML module that it imports is missing.
     std::unique_ptr<QQuickItem> create(const QString &view, const QVariantMap &properties);
 
 private:

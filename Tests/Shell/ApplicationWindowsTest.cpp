@@ -70,15 +70,16 @@ private slots:
 
     void givesUpTheEngineWithTheLastView()
     {
+        m_delegate->showDashboard();
         std::unique_ptr<QQuickItem> dashboard = m_platform->shownPopover.make();
         m_delegate->showOnboarding();
         m_delegate->showOnboarding(); // takes the place of the first
-        QVERIFY(m_delegate->windows().onboardingWindow()->isVisible());
+        QVERIFY(m_platform->windows->onboardingWindow()->isVisible());
         const QPointer<QQmlEngine> engine = qmlEngine(dashboard.get());
         dashboard.reset();
         QCoreApplication::processEvents();
         QVERIFY(engine);
-        m_delegate->windows().closeOnboarding();
+        m_platform->windows->closeOnboarding();
         QTRY_VERIFY(!engine);
         QVERIFY(m_platform->shownPopover.make()); // with another one
     }
@@ -87,7 +88,7 @@ private:
     QQuickWindow *openSettings()
     {
         m_delegate->openSettings();
-        return m_delegate->windows().settingsWindow();
+        return m_platform->windows->settingsWindow();
     }
     static QQuickItem *onlyItem(const QQuickWindow &window)
     {

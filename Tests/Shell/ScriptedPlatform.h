@@ -1,9 +1,11 @@
 #pragma once
 
 #include "Platform/Platform.h"
+#include "Platform/WindowSystem.h"
 #include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/ScriptedVitals.h"
+#include "Windows/ApplicationWindows.h"
 
 #include <QPointer>
 #include <QQuickWindow>
@@ -43,6 +45,7 @@ public:
     ScriptedHotkeyRegistrar registrar;
     ScriptedLoginItem login;
     QPointer<ScriptedStatusItem> item;
+    QPointer<ApplicationWindows> windows; ///< null until the first one is wanted
 
     MetricSources makeMetricSources() override { return makeSources(vitals); }
     std::unique_ptr<StatusItem> makeStatusItem() override
@@ -57,11 +60,16 @@ public:
     HotkeyRegistrar &hotkeyRegistrar() override { return registrar; }
     LoginItem &loginItem() override { return login; }
     UpdateFramework &updateFramework() override { return m_updates; }
-    PopoverContainer &popover() override { return shownPopover; }
-    WindowStyle &windowStyle() override { return style; }
     KeyDownMonitor &keyDownMonitor() override { return m_monitor; }
     DesktopAppearance &desktopAppearance() override { return appearance; }
-    InformationAlert &informationAlert() override { return m_alert; }
+    std::unique_ptr<Windows> makeWindows(SettingsViewModel &settings, UpdaterController &updater,
+                                         DashboardViewModel &dashboard) override
+    {
+        auto made = std::make_unique<ApplicationWindows>(*this, std::make_unique<System>(*this),
+                                                         settings, updater, dashboard);
+        windows = made.get();
+        return made;
+    }
     void giveMemoryBack() override { }
     std::shared_ptr<DiskImages> diskImages() override { return nullptr; }
     QVariantMap informationDictionary() const override { return {}; }
@@ -106,6 +114,19 @@ public:
     } appearance;
 
 private:
+    struct System : WindowSystem {
+        explicit System(ScriptedPlatform &platform)
+            : m_platform(platform)
+        {
+        }
+        PopoverContainer &popover() override { return m_platform.shownPopover; }
+        WindowStyle &windowStyle() override { return m_platform.style; }
+        InformationAlert &informationAlert() override { return m_platform.m_alert; }
+
+    private:
+        ScriptedPlatform &m_platform;
+    };
+
     ScriptedUpdateFramework m_updates;
     ScriptedKeyDownMonitor m_monitor;
     ScriptedInformationAlert m_alert;

@@ -1,35 +1,88 @@
-"""What follows an update that another tool has installed: the program offers a restart."""
+"""The program after an update, and where a part of it is missing."""
 import os
 import shutil
+import subprocess
 import unittest
 from pathlib import Path
 
 from smoke_case import PATIENCE
 from window_case import WindowCase
 
+PLUGIN = "meterkin-windows.so"
+
 
 class TestUpdate(WindowCase):
+    def install(self):
+        """A copy of the program that may be changed."""
+        original, folder = Path(type(self).program_path), self.desktop.folder / "bin"
+        folder.mkdir()
+        for name in original.name, PLUGIN:
+            shutil.copy2(original.parent / name, folder)
+        self.program_path = str(folder / original.name)
+        return folder
+
+    def executable(self):
+        return os.readlink(f"/proc/{self.program.pid}/exe")
+
     def test_restart(self):
         self.open_desktop("xfce4")
         self.start_bare_bus("system", "package_service.py")
-        installed, new = (self.desktop.folder / name for name in ("installed", "new"))
-        for file in installed, new:
-            shutil.copy2(self.program_path, file)
-        self.program_path = str(installed)
+        new = self.install() / "new"
         self.start_readable()
         self.wait_for_item_in("xfce4", PATIENCE)
-        new.replace(installed)
-        executable = Path(f"/proc/{self.program.pid}/exe")
-        self.assertNotEqual(os.readlink(executable), str(installed))
+        shutil.copy2(self.program_path, new)
+        new.replace(self.program_path)
+        self.assertNotEqual(self.executable(), self.program_path)
 
         self.click_title()
         self.open_settings()
         self.act("page tab: About")
         self.click_on("push button: Check for Updates…")
         self.click_on("push button: Restart Now")
-        self.desktop.wait(lambda: os.readlink(executable) == str(installed), what="the new program")
+        self.desktop.wait(lambda: self.executable() == self.program_path, what="the new program")
         self.wait_for_item_in("xfce4", PATIENCE)
         self.stop()
+
+    def notification(self):
+        found = [window for window in self.desktop.x.windows()
+                 if window.viewable and window.name == "Dunst"]
+        return found[0] if found else None
+
+    def test_missing_windows(self):
+        plugins = subprocess.run(["qtpaths6", "--query", "QT_INSTALL_PLUGINS"], check=True,
+                                 stdout=subprocess.PIPE, text=True).stdout.strip()
+        # The version in the plugin's metadata, in the notation of RFC 8949: its length, then the text, follows
+        # its key.
+        plugin = Path(self.program_path).with_name(PLUGIN).read_bytes()
+        before, key, after = plugin.partition(b"\x65build")
+        length = 2 if after[0] == 0x78 else 1
+        of_another_build = before + key + after[:length] + b"9" + after[length + 1:]
+        for said, name, content in (
+                ("is of Meterkin 9", PLUGIN, of_another_build),
+                ("meterkin-windows", PLUGIN, b"damaged " * 1000),
+                ("is not installed", "qt.conf",
+                 f"[Paths]\nPlugins={plugins}\nQmlImports=/none\n".encode())):
+            with self.subTest(said):
+                self.open_desktop("xfce4")
+                self.desktop.spawn(["dunst"], "dunst")
+                file = self.install() / name
+                original = file.read_bytes() if file.exists() else b""
+                file.write_bytes(content)
+                self.start()
+                self.wait_for_item_in("xfce4", PATIENCE)
+                self.click_title()
+                rect = self.wait_for(self.notification).rect
+                file.write_bytes(original)
+                if "of Meterkin" in said:
+                    self.tool("mousemove", rect.x + rect.width // 2, rect.y + rect.height // 2,
+                              "click", 2)
+                    self.wait_for_end_of(self.notification)
+                    self.wait_for_item_in("xfce4", PATIENCE)
+                if name == PLUGIN:
+                    self.click_title()
+                    self.wait_for(self.popover)
+                self.wait_for_item_in("xfce4", PATIENCE)
+                self.stop(warning=rf"meterkin\.windows: .*{said}.*\n")
 
 
 if __name__ == "__main__":

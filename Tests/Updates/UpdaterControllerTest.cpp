@@ -2,6 +2,7 @@
 #include "Support/ScriptedServices.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
+#include "Windows/UpdateFeedProbe.h"
 
 #include <QNetworkProxyFactory>
 #include <QPointer>
@@ -89,7 +90,8 @@ private slots:
               {"without an end", "HTTP/1.1 200 OK\r\n\r\n<item>", false},
               {"hangs up amid the body", reply(mebibyte).first(1000), false}}) {
             m_server.answers = {{"/feed", bytes}, {"/item", reply(item)}};
-            UpdaterController controller(m_framework, m_store, {{u"SUFeedURL"_s, feed}}, m_alert);
+            UpdaterController controller(m_framework, m_store, {{u"SUFeedURL"_s, feed}},
+                                         services());
             init();
             controller.checkForUpdates();
             QTRY_VERIFY2(m_framework.calls.size() + m_alert.texts.size() == 1, name);
@@ -103,7 +105,7 @@ private slots:
         for (const QVariant &address : {QVariant(), QVariant(u"file:///etc/passwd"_s)}) {
             UpdaterController controller(
                 m_framework, m_store, {{u"SUFeedURL"_s, address}, {u"CFBundleName"_s, u"Tool"_s}},
-                m_alert);
+                services());
             init();
             controller.checkForUpdates();
             QCOMPARE(m_alert.texts,
@@ -121,7 +123,7 @@ private slots:
         const QVariantMap remote{{u"SUFeedURL"_s, u"http://example.invalid/"_s}};
         for (const std::chrono::milliseconds timeout : {50ms, 15'000ms}) {
             {
-                UpdaterController controller(m_framework, m_store, remote, m_alert, timeout);
+                UpdaterController controller(m_framework, m_store, remote, services(timeout));
                 controller.checkForUpdates();
                 QVERIFY(HangingProxies::asked.tryAcquire(1, 5000));
                 QTRY_VERIFY(timeout > 1s || m_alert.texts.size() == 1);
@@ -136,17 +138,28 @@ private slots:
 
     void remembersTheChoice()
     {
-        UpdaterController controller(m_framework, m_store, {}, m_alert);
+        UpdaterController controller(m_framework, m_store, {}, services());
         QVERIFY(controller.automaticallyDownloadsUpdates());
         controller.setAutomaticallyDownloadsUpdates(false);
         QCOMPARE(m_framework.calls.last(), u"manual"_s);
-        UpdaterController next(m_framework, m_store, {}, m_alert);
+        UpdaterController next(m_framework, m_store, {}, services());
         QVERIFY(!next.automaticallyDownloadsUpdates());
         emit m_framework.canCheckForUpdatesChanged(true);
         QTRY_VERIFY(next.canCheckForUpdates());
     }
 
 private:
+    UpdaterController::CheckServices
+    services(std::chrono::milliseconds timeout = UpdateFeedProbe::Timeout)
+    {
+        return {.readFeed =
+                    [timeout](const QUrl &feed, QObject *receiver, std::function<void(bool)> done) {
+                        UpdateFeedProbe::start(feed, receiver, std::move(done), timeout);
+                    },
+                .showAlert = [this](const QString &text,
+                                    const QString &details) { m_alert.run(text, details); }};
+    }
+
     ScriptedHttpServer m_server;
     ScriptedStore m_store;
     ScriptedUpdateFramework m_framework;

@@ -153,10 +153,9 @@ private:
 
     ScriptedStore m_store;
     ScriptedUpdateFramework m_framework;
-    ScriptedInformationAlert m_alert;
     ScriptedKeyDownMonitor m_monitor;
     ScriptedHotkeyRegistrar m_registrar;
-    UpdaterController m_updates{m_framework, m_store, {}, m_alert};
+    UpdaterController m_updates{m_framework, m_store, {}, {}};
     std::unique_ptr<SettingsViewModel> m_settings;
     std::unique_ptr<HotkeyRecorder> m_recorder;
     std::unique_ptr<ShownView> m_shown;

@@ -3,7 +3,6 @@
 #include "Platform/Linux/Platform.h"
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/TerminationSignals.h"
-#include "Platform/Linux/Windows/LinkOpener.h"
 #include "Platform/ProgramHost.h"
 
 /// The program in a Linux session: one instance for a user and display, ended by signals.
@@ -18,7 +17,6 @@ public:
 
 private:
     TerminationSignals m_signals;
-    LinkOpener m_links;
     SingleInstance m_instance;
     std::unique_ptr<LinuxPlatform> m_platform; ///< once it was asked for
 };

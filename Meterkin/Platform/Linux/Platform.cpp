@@ -6,6 +6,7 @@
 #include "Platform/Linux/Sensors/PageCounters.h"
 #include "Platform/Linux/Sensors/ProcessorTicks.h"
 #include "Platform/Linux/Tray/StatusItem.h"
+#include "Platform/Linux/Windows/Plugin.h"
 #include "Platform/Log.h"
 
 #include <QGuiApplication>
@@ -26,20 +27,21 @@ LinuxDesktopAppearance::TextScale textScaleSource()
 
 LinuxPlatform::LinuxPlatform()
     : m_notifications(m_bus)
-    , m_popover(m_x11)
-    , m_windowStyle(m_x11)
     , m_keyboard(m_x11)
     , m_keyDownFilter(
           [this](std::uint32_t code) { return m_keyboard.keyNames().virtualKeyCode(code); })
     , m_xsettings(m_x11)
     , m_appearance(m_bus, textScaleSource())
+    , m_windowPlugin(m_notifications, [this] { restart(); })
     , m_updates(
-          {m_systemBus, m_defaults, m_windowStyle, m_appearance, m_notifications,
+          {m_systemBus, m_defaults, m_notifications,
+           [this](UpdateSession &session) {
+               WindowPlugin *plugin = m_windowPlugin.plugin();
+               return plugin == nullptr ? nullptr
+                                        : plugin->makeUpdateWindow(session, m_x11, m_appearance);
+           },
            informationDictionary().value(QStringLiteral("CFBundleShortVersionString")).toString(),
-           QCoreApplication::applicationFilePath(), [this] {
-               m_isRestartWanted = true;
-               QCoreApplication::quit();
-           }})
+           QCoreApplication::applicationFilePath(), [this] { restart(); }})
 {
     const auto passSettings = [this] {
         m_appearance.setThemeName(m_xsettings.values().themeName);
@@ -65,6 +67,21 @@ std::shared_ptr<DiskImages> LinuxPlatform::diskImages()
 {
     // Root could detach and move the images of all users.
     return geteuid() == 0 ? nullptr : std::make_shared<LinuxDiskImages>();
+}
+
+std::unique_ptr<Windows> LinuxPlatform::makeWindows(SettingsViewModel &settings,
+                                                    UpdaterController &updater,
+                                                    DashboardViewModel &dashboard)
+{
+    WindowPlugin *plugin = m_windowPlugin.plugin();
+    return plugin == nullptr ? nullptr
+                             : plugin->makeWindows(*this, m_x11, settings, updater, dashboard);
+}
+
+void LinuxPlatform::restart()
+{
+    m_isRestartWanted = true;
+    QCoreApplication::quit();
 }
 
 HotkeyRegistrar &LinuxPlatform::hotkeyRegistrar()

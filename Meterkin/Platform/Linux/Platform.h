@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Bus/Connection.h"
+#include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/DiskImages.h"
 #include "Platform/Linux/Hotkey/KeyDownMonitor.h"
 #include "Platform/Linux/Hotkey/KeyboardLayout.h"
@@ -11,10 +12,7 @@
 #include "Platform/Linux/Storage/DefaultsStore.h"
 #include "Platform/Linux/Storage/LoginItem.h"
 #include "Platform/Linux/Updates/UpdateFramework.h"
-#include "Platform/Linux/Windows/DesktopAppearance.h"
-#include "Platform/Linux/Windows/Dialogs/InformationAlert.h"
-#include "Platform/Linux/Windows/PopoverContainer.h"
-#include "Platform/Linux/Windows/WindowStyle.h"
+#include "Platform/Linux/WindowPluginLoader.h"
 #include "Platform/Linux/X11/Connection.h"
 #include "Platform/Linux/X11/XSettings.h"
 #include "Platform/Platform.h"
@@ -32,21 +30,22 @@ public:
     QString bundlePath() const override { return ::bundlePath(); }
     QString computerWord() const override { return QStringLiteral("computer"); }
     NotificationCentre &notificationCentre() override { return m_notifications; }
-    PopoverContainer &popover() override { return m_popover; }
-    WindowStyle &windowStyle() override { return m_windowStyle; }
     KeyDownMonitor &keyDownMonitor() override { return m_keyDownFilter; }
     KeyboardLayout *keyboardLayout() override { return &m_keyboard; }
     LoginItem &loginItem() override { return m_loginItem; }
     HotkeyRegistrar &hotkeyRegistrar() override;
     DesktopAppearance &desktopAppearance() override { return m_appearance; }
-    InformationAlert &informationAlert() override { return m_informationAlert; }
     std::shared_ptr<DiskImages> diskImages() override;
+    std::unique_ptr<Windows> makeWindows(SettingsViewModel &settings, UpdaterController &updater,
+                                         DashboardViewModel &dashboard) override;
     UpdateFramework &updateFramework() override { return m_updates; }
 
     /// Whether the program is to be restarted when it has ended.
     bool isRestartWanted() const { return m_isRestartWanted; }
 
 private:
+    void restart();
+
     LinuxDefaultsStore m_defaults;
     X11Connection m_x11;
     BusConnection m_bus;
@@ -54,15 +53,13 @@ private:
     // A system bus that is missing hardly ever appears later.
     BusConnection m_systemBus{BusConnection::Kind::System,
                               {.longestRetry = std::chrono::minutes(1)}};
-    LinuxPopoverContainer m_popover;
-    LinuxWindowStyle m_windowStyle;
     LinuxKeyboardLayout m_keyboard;
     LinuxKeyDownMonitor m_keyDownFilter;
     XSettings m_xsettings;
     LinuxDesktopAppearance m_appearance;
-    LinuxInformationAlert m_informationAlert{m_windowStyle, m_appearance};
     LinuxLoginItem m_loginItem{programToStart()};
     std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it was asked for
     bool m_isRestartWanted = false;
+    WindowPluginLoader m_windowPlugin;
     LinuxUpdateFramework m_updates;
 };

@@ -6,13 +6,10 @@
 #include "Platform/macOS/Sensors/PageCounters.h"
 #include "Platform/macOS/Sensors/ProcessorTicks.h"
 #include "Platform/macOS/Sensors/SMCUserClient.h"
+#include "Platform/macOS/Windows/WindowSystem.h"
+#include "Windows/ApplicationWindows.h"
 
 #include <malloc/malloc.h>
-
-MacPlatform::MacPlatform()
-    : m_popover([this] { return m_statusItem ? m_statusItem->button() : WId(0); })
-{
-}
 
 MetricSources MacPlatform::makeMetricSources()
 {
@@ -26,6 +23,16 @@ std::unique_ptr<StatusItem> MacPlatform::makeStatusItem()
     auto item = std::make_unique<MacStatusItem>();
     m_statusItem = item.get();
     return item;
+}
+
+std::unique_ptr<Windows> MacPlatform::makeWindows(SettingsViewModel &settings,
+                                                  UpdaterController &updater,
+                                                  DashboardViewModel &dashboard)
+{
+    auto system = std::make_unique<MacWindowSystem>(
+        [this] { return m_statusItem ? m_statusItem->button() : WId(0); });
+    return std::make_unique<ApplicationWindows>(*this, std::move(system), settings, updater,
+                                                dashboard);
 }
 
 QVariantMap MacPlatform::informationDictionary() const

@@ -10,17 +10,12 @@
 #include "Platform/macOS/Storage/LoginItem.h"
 #include "Platform/macOS/UpdateFramework.h"
 #include "Platform/macOS/Windows/DesktopAppearance.h"
-#include "Platform/macOS/Windows/InformationAlert.h"
-#include "Platform/macOS/Windows/PopoverContainer.h"
-#include "Platform/macOS/Windows/WindowStyle.h"
 
 #include <QPointer>
 
 /// The back ends of a Mac.
 class MacPlatform : public Platform {
 public:
-    MacPlatform();
-
     MetricSources makeMetricSources() override;
     std::unique_ptr<StatusItem> makeStatusItem() override;
     DefaultsStore &defaultsStore() override { return m_defaults; }
@@ -32,12 +27,11 @@ public:
     HotkeyRegistrar &hotkeyRegistrar() override { return m_hotkey; }
     LoginItem &loginItem() override { return m_loginItem; }
     UpdateFramework &updateFramework() override { return m_updates; }
-    PopoverContainer &popover() override { return m_popover; }
-    WindowStyle &windowStyle() override { return m_windowStyle; }
     KeyDownMonitor &keyDownMonitor() override { return m_keyMonitor; }
     DesktopAppearance &desktopAppearance() override { return m_appearance; }
     std::shared_ptr<DiskImages> diskImages() override;
-    InformationAlert &informationAlert() override { return m_alert; }
+    std::unique_ptr<Windows> makeWindows(SettingsViewModel &settings, UpdaterController &updater,
+                                         DashboardViewModel &dashboard) override;
 
 private:
     ProcessActivity m_activity;
@@ -47,9 +41,6 @@ private:
     MacLoginItem m_loginItem;
     MacUpdateFramework m_updates;
     QPointer<MacStatusItem> m_statusItem; ///< the program's
-    MacPopoverContainer m_popover;
-    MacWindowStyle m_windowStyle;
     MacKeyDownMonitor m_keyMonitor;
     MacDesktopAppearance m_appearance;
-    MacInformationAlert m_alert;
 };

@@ -1,10 +1,8 @@
 #include "Platform/Linux/Notifications/Image.h"
 
-#include "Views/ApplicationIcon.h"
-
 #include <QDBusMetaType>
 #include <QImage>
-#include <QPainter>
+#include <QImageReader>
 
 namespace {
 
@@ -33,12 +31,10 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, NotificationImage
 QVariant notificationIcon()
 {
     qDBusRegisterMetaType<NotificationImage>();
-    QImage image(Side, Side, QImage::Format_RGBA8888_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    drawApplicationIcon(painter, image.rect());
-    painter.end();
-    image.convertTo(QImage::Format_RGBA8888);
+    // Through Qt's plugin, since Qt Svg is not worth linking for a picture that is rarely sent.
+    QImageReader reader(QStringLiteral(":/icons/org.meterkin.Meterkin.svg"));
+    reader.setScaledSize({Side, Side});
+    const QImage image = reader.read().convertToFormat(QImage::Format_RGBA8888);
     return QVariant::fromValue(
         NotificationImage{.width = image.width(),
                           .height = image.height(),

@@ -109,8 +109,8 @@ void LinuxUpdateFramework::checkForUpdates()
     const bool isBusy = m_updater.work() != PackageUpdater::Work::None && !m_isBackground;
     if (!m_service || !m_service->isAvailable() || isBusy)
         return;
-    openWindow();
-    beginCheck();
+    if (openWindow())
+        beginCheck();
 }
 
 void LinuxUpdateFramework::handleClick(const QString &identifier)
@@ -120,14 +120,14 @@ void LinuxUpdateFramework::handleClick(const QString &identifier)
     if (m_session) {
         openWindow();
     } else if (m_updater.offer()) {
-        openWindow();
-        showOffer();
+        if (openWindow())
+            showOffer();
     } else {
         checkForUpdates(); // the notification is that of an earlier run
     }
 }
 
-void LinuxUpdateFramework::openWindow()
+bool LinuxUpdateFramework::openWindow()
 {
     if (!m_session) {
         m_session = std::make_unique<UpdateSession>();
@@ -144,13 +144,13 @@ void LinuxUpdateFramework::openWindow()
         });
     }
     if (!m_window) {
-        m_window = std::make_unique<DialogWindow>(
-            QStringLiteral("UpdateView"),
-            QVariantMap{{QStringLiteral("session"), QVariant::fromValue(m_session.get())}},
-            QStringLiteral("meterkin Update"), m_dependencies.style, m_dependencies.appearance);
-        connect(m_window.get(), &DialogWindow::closed, this, &LinuxUpdateFramework::handleClosed);
+        m_window = m_dependencies.makeWindow(*m_session);
+        if (!m_window)
+            return false;
+        connect(m_window.get(), &UpdateWindow::closed, this, &LinuxUpdateFramework::handleClosed);
     }
     m_window->present();
+    return true;
 }
 
 void LinuxUpdateFramework::handleClosed()
@@ -192,7 +192,7 @@ void LinuxUpdateFramework::beginInstallation()
 void LinuxUpdateFramework::cancel()
 {
     if (m_session->phase() == Phase::Checking)
-        m_window->window().close();
+        m_window->close();
     else
         m_updater.cancel();
 }

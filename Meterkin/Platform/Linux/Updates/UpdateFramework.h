@@ -4,8 +4,8 @@
 #include "Platform/Linux/Bus/Service.h"
 #include "Platform/Linux/Updates/PackageUpdater.h"
 #include "Platform/Linux/Updates/Schedule.h"
-#include "Platform/Linux/Windows/Dialogs/UpdateSession.h"
-#include "Platform/Linux/Windows/Dialogs/Window.h"
+#include "Platform/Linux/Updates/Session.h"
+#include "Platform/Linux/Updates/Window.h"
 #include "Platform/NotificationCentre.h"
 #include "Platform/UpdateFramework.h"
 
@@ -22,9 +22,9 @@ public:
     struct Dependencies {
         BusConnection &systemBus;
         DefaultsStore &store;
-        WindowStyle &style;
-        const DesktopAppearance &appearance;
         NotificationCentre &notifications;
+        /// Null where windows cannot be shown, of which the user has been told.
+        std::function<std::unique_ptr<UpdateWindow>(UpdateSession &session)> makeWindow;
         QString version; ///< of the running program
         QString program; ///< its file
         std::function<void()> restart; ///< restarts the program
@@ -61,7 +61,7 @@ private:
     void checkInBackground();
     void handleClick(const QString &identifier);
 
-    void openWindow();
+    bool openWindow(); ///< false where windows cannot be shown
     void handleClosed();
     void beginCheck();
     void beginInstallation();
@@ -87,5 +87,5 @@ private:
     QString m_reason;
     QString m_downloaded; ///< the package that is downloaded already
     std::unique_ptr<UpdateSession> m_session;
-    std::unique_ptr<DialogWindow> m_window; ///< destroyed before the session that it shows
+    std::unique_ptr<UpdateWindow> m_window; ///< destroyed before the session that it shows
 };

@@ -72,6 +72,8 @@ void LinuxPopoverContainer::show(const QRect &item)
     const FrameStyle style = isComposited(m_connection) ? FrameStyle::Rounded : FrameStyle::Square;
     if (!m_window || m_window->style() != style)
         makeWindow(style);
+    if (!m_window)
+        return;
     m_forgetLater.stop();
     m_isShown = true;
     m_isFocusDue = true;
@@ -117,6 +119,8 @@ void LinuxPopoverContainer::makeWindow(FrameStyle style)
         ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
         : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     std::unique_ptr<QQuickItem> content = m_make();
+    if (!content)
+        return;
     for (const auto signal :
          {&QQuickItem::implicitWidthChanged, &QQuickItem::implicitHeightChanged})
         connect(content.get(), signal, this, [this] { m_placeSoon.start(0); });

@@ -135,6 +135,8 @@ void MacPopoverContainer::show(const QRect &)
                            : static_cast<int>(screen.visibleFrame.size.height - ScreenMargin);
     if (!m_window)
         makeWindow();
+    if (!m_window)
+        return;
     fit();
     // Before it is shown, because newer systems close the popover of an inactive program.
     // Activation alone need not unhide the program.
@@ -197,6 +199,8 @@ void MacPopoverContainer::makePopover()
 void MacPopoverContainer::makeWindow()
 {
     std::unique_ptr<QQuickItem> content = m_make();
+    if (!content)
+        return;
     for (const auto signal :
          {&QQuickItem::implicitWidthChanged, &QQuickItem::implicitHeightChanged})
         connect(content.get(), signal, this, [this] { m_fitSoon.start(0); });

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
 
+#include "Platform/Linux/Windows/Dialogs/UpdateDialog.h"
 #include "Shell/ScriptedPlatform.h"
 #include "Support/PrivateBus.h"
 #include "Support/ScriptedService.h"
@@ -105,6 +106,7 @@ struct Bench {
     PrivateBus daemon;
     std::optional<BusConnection> bus;
     ScriptedPlatform system;
+    X11Connection x11;
     int restarts = 0;
     std::optional<ScriptedPackageKit> service;
     std::unique_ptr<LinuxUpdateFramework> framework;
@@ -120,9 +122,12 @@ struct Bench {
     void start(std::chrono::milliseconds firstCheck = 100h, bool downloads = false)
     {
         framework = std::make_unique<LinuxUpdateFramework>(
-            LinuxUpdateFramework::Dependencies{*bus, system.store, system.style, system.appearance,
-                                               system.centre, u"1.0"_s, u"/opt/meterkin"_s,
-                                               [this] { ++restarts; }},
+            LinuxUpdateFramework::Dependencies{
+                *bus, system.store, system.centre,
+                [this](UpdateSession &shown) {
+                    return std::make_unique<UpdateDialog>(shown, x11, system.appearance);
+                },
+                u"1.0"_s, u"/opt/meterkin"_s, [this] { ++restarts; }},
             LinuxUpdateFramework::Times{3s, firstCheck});
         framework->start();
         framework->setAutomaticallyDownloadsUpdates(downloads);

@@ -1,6 +1,6 @@
 #include "Platform/DesktopAppearance.h"
+#include "Platform/Linux/Updates/Session.h"
 #include "Platform/Linux/Windows/Dialogs/InformationAlert.h"
-#include "Platform/Linux/Windows/Dialogs/UpdateSession.h"
 #include "Platform/Linux/Windows/WindowStyle.h"
 #include "Support/TestMain.h"
 

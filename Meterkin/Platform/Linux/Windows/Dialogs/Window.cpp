@@ -23,6 +23,9 @@ DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, c
 
     std::unique_ptr<QQuickItem> content =
         m_engine->create(QStringLiteral("Dialogs/") + view, properties);
+    m_isMade = content != nullptr;
+    if (!m_isMade)
+        return;
     m_window->setTitle(title);
     m_window->setIcon(applicationIcon());
     m_style.makeTitled(*m_window);
@@ -42,5 +45,8 @@ DialogWindow::~DialogWindow()
 
 void DialogWindow::present()
 {
-    m_style.present(*m_window);
+    if (m_isMade)
+        m_style.present(*m_window);
+    else
+        QMetaObject::invokeMethod(this, &DialogWindow::closed, Qt::QueuedConnection);
 }

@@ -24,7 +24,8 @@ public:
                  QObject *parent = nullptr);
     ~DialogWindow() override;
 
-    /// Shows it in the middle of the screen or brings it to the front.
+    /// Shows it in the middle of the screen or brings it to the front. Where a part of Qt is
+    /// missing it counts as closed, soon.
     void present();
     QQuickWindow &window() { return *m_window; }
 
@@ -36,4 +37,5 @@ private:
     WindowStyle &m_style;
     std::unique_ptr<ViewEngine> m_engine;
     std::unique_ptr<QQuickWindow> m_window;
+    bool m_isMade = false; ///< false where a part of Qt is missing
 };

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Windows/DesktopAppearance.h"
+#include "Platform/Linux/DesktopAppearance.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,7 +6,7 @@
 namespace {
 
 const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString path = QStringLiteral("/org/freedesktop/portal/desktop");
+const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString schemeKey = QStringLiteral("color-scheme");
@@ -21,7 +21,7 @@ constexpr double MostTextScale = 3.0;
 
 QDBusMessage readCall(const QString &group, const QString &key)
 {
-    return QDBusMessage::createMethodCall(service, path, interface, QStringLiteral("Read"))
+    return QDBusMessage::createMethodCall(service, portalPath, interface, QStringLiteral("Read"))
         << group << key;
 }
 
@@ -107,7 +107,7 @@ void LinuxDesktopAppearance::follow()
 {
     QDBusConnection connection = *m_bus.connection();
     // From any sender: for a sender's name Qt would wait for the bus.
-    connection.connect(QString(), path, interface, QStringLiteral("SettingChanged"), this,
+    connection.connect(QString(), portalPath, interface, QStringLiteral("SettingChanged"), this,
                        SLOT(apply(QString, QString, QDBusVariant)));
 }
 

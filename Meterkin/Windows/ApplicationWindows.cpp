@@ -1,4 +1,4 @@
-#include "ApplicationWindows.h"
+#include "Windows/ApplicationWindows.h"
 
 #include "Model/DashboardViewModel.h"
 #include "Model/SettingsViewModel.h"
@@ -9,8 +9,11 @@
 #include "Views/ViewEngine.h"
 #include "Views/WindowContent.h"
 #include "Views/WindowDragArea.h"
+#include "Windows/UpdateFeedProbe.h"
 
 #include <QUrl>
+
+#include <utility>
 
 namespace {
 
@@ -20,68 +23,90 @@ constexpr QRgb OnboardingBackground = qRgb(13, 17, 23);
 
 } // namespace
 
-ApplicationWindows::ApplicationWindows(Platform &platform, SettingsViewModel &settings,
-                                       UpdaterController &updater, QObject *parent)
-    : QObject(parent)
-    , m_platform(platform)
+ApplicationWindows::ApplicationWindows(Platform &platform, std::unique_ptr<WindowSystem> system,
+                                       SettingsViewModel &settings, UpdaterController &updater,
+                                       DashboardViewModel &dashboard)
+    : m_platform(platform)
     , m_settings(settings)
     , m_updater(updater)
+    , m_dashboard(dashboard)
+    , m_system(std::move(system))
 {
+    m_system->popover().setContent([this] { return makeDashboard(); });
 }
 
 ApplicationWindows::~ApplicationWindows()
 {
-    // The views before their engine. The popover has destroyed its own already.
+    // The views before their engine.
+    m_system->popover().setContent({});
     m_settingsWindow.reset();
     m_onboardingWindow.reset();
 }
 
-std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard(DashboardViewModel &model)
+void ApplicationWindows::showDashboard(const QRect &item)
+{
+    if (!isDashboardShown())
+        m_system->popover().show(item);
+}
+
+bool ApplicationWindows::swallowsClick(const QRect &item)
+{
+    return m_system->popover().swallowsClick(item);
+}
+
+std::unique_ptr<QQuickItem> ApplicationWindows::makeDashboard()
 {
     std::unique_ptr<QQuickItem> view =
-        engine().create(QStringLiteral("Views/Dashboard/DashboardView"),
-                        {{QStringLiteral("viewModel"), QVariant::fromValue(&model)},
-                         {QStringLiteral("settings"), QVariant::fromValue(&m_settings)}});
+        makeView(QStringLiteral("Views/Dashboard/DashboardView"),
+                 {{QStringLiteral("viewModel"), QVariant::fromValue(&m_dashboard)},
+                  {QStringLiteral("settings"), QVariant::fromValue(&m_settings)}});
+    if (!view)
+        return view;
     connect(view.get(), SIGNAL(openSettings()), this, SIGNAL(settingsRequested()));
     connect(view.get(), SIGNAL(quit()), this, SIGNAL(quitRequested()));
     connect(view.get(), SIGNAL(closeRequested()), this, SIGNAL(dashboardCloseRequested()));
     connect(view.get(), &QObject::destroyed, this, &ApplicationWindows::giveUpEngineSoon);
-    m_dashboard = view.get();
+    m_dashboardView = view.get();
     return view;
 }
 
-void ApplicationWindows::openSettings(const DashboardViewModel &model)
+void ApplicationWindows::openSettings()
 {
     m_platform.defaultsStore().retryStorage(); // the window shows whether it works
-    if (!m_settingsWindow)
-        m_settingsWindow = makeSettingsWindow(model);
-    else if (!m_settingsWindow->isVisible()) {
+    if (!m_settingsWindow) {
+        m_settingsWindow = makeSettingsWindow();
+        if (!m_settingsWindow)
+            return;
+    } else if (!m_settingsWindow->isVisible()) {
         // Closing has destroyed the system window; a new one has no style yet.
-        m_platform.windowStyle().makeTitled(*m_settingsWindow);
+        m_system->windowStyle().makeTitled(*m_settingsWindow);
         m_settingsWindow->setPosition(
             m_settingsWindow->position()); // or the window manager places it again
     }
-    m_platform.windowStyle().present(*m_settingsWindow);
+    m_system->windowStyle().present(*m_settingsWindow);
 }
 
-std::unique_ptr<QQuickWindow>
-ApplicationWindows::makeSettingsWindow(const DashboardViewModel &model)
+std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow()
 {
     m_recorder = std::make_unique<HotkeyRecorder>(
         m_settings,
         HotkeyRecorder::Dependencies{m_platform.keyDownMonitor(), m_platform.hotkeyRegistrar(),
                                      m_platform.keyboardLayout()});
-    std::unique_ptr<QQuickItem> view = engine().create(
+    std::unique_ptr<QQuickItem> view = makeView(
         QStringLiteral("Views/Settings/SettingsView"),
         {{QStringLiteral("settings"), QVariant::fromValue(&m_settings)},
-         {QStringLiteral("fanCount"), model.fanCount()},
+         {QStringLiteral("fanCount"), m_dashboard.fanCount()},
          {QStringLiteral("updaterController"), QVariant::fromValue(&m_updater)},
          {QStringLiteral("recorder"), QVariant::fromValue(m_recorder.get())},
          {QStringLiteral("version"),
           m_platform.informationDictionary().value(QStringLiteral("CFBundleShortVersionString"))},
          {QStringLiteral("projectLink"), QUrl(QStringLiteral(METERKIN_PROJECT_URL))}});
-    connect(&model, &DashboardViewModel::fanCountChanged, view.get(),
-            [&model, item = view.get()] { item->setProperty("fanCount", model.fanCount()); });
+    if (!view) {
+        m_recorder.reset();
+        return nullptr;
+    }
+    connect(&m_dashboard, &DashboardViewModel::fanCountChanged, view.get(),
+            [this, item = view.get()] { item->setProperty("fanCount", m_dashboard.fanCount()); });
     connect(view.get(), SIGNAL(restartCollector(double)), this, SIGNAL(intervalChosen(double)));
     connect(view.get(), SIGNAL(launchAtLoginChosen(bool)), this, SIGNAL(launchAtLoginChosen(bool)));
     connect(view.get(), SIGNAL(checkForUpdates()), &m_updater, SLOT(checkForUpdates()));
@@ -90,7 +115,7 @@ ApplicationWindows::makeSettingsWindow(const DashboardViewModel &model)
     window->setTitle(QStringLiteral("meterkin Settings"));
     window->setIcon(applicationIcon());
     window->setColor(view->property("color").value<QColor>());
-    m_platform.windowStyle().makeTitled(*window);
+    m_system->windowStyle().makeTitled(*window);
     connect(window.get(), &QQuickWindow::visibleChanged, this, [this, made = window.get()] {
         if (made->isVisible() || made != m_settingsWindow.get())
             return;
@@ -108,21 +133,25 @@ void ApplicationWindows::showOnboarding()
 {
     closeOnboarding();
     m_onboardingWindow = makeOnboardingWindow();
-    m_platform.windowStyle().presentUnasked(*m_onboardingWindow);
+    if (!m_onboardingWindow)
+        return;
+    m_system->windowStyle().presentUnasked(*m_onboardingWindow);
 }
 
 std::unique_ptr<QQuickWindow> ApplicationWindows::makeOnboardingWindow()
 {
+    std::unique_ptr<QQuickItem> view =
+        makeView(QStringLiteral("Views/Onboarding/OnboardingView"),
+                 {{QStringLiteral("computerWord"), m_platform.computerWord()}});
+    if (!view)
+        return nullptr;
     auto window = std::make_unique<QQuickWindow>();
     window->setTitle(QStringLiteral("meterkin"));
     window->setIcon(applicationIcon());
     window->setColor(QColor(OnboardingBackground));
     const bool hasTitleBar =
-        m_platform.windowStyle().makeOnboarding(*window) == WindowStyle::TitleBar::System;
-    std::unique_ptr<QQuickItem> view =
-        engine().create(QStringLiteral("Views/Onboarding/OnboardingView"),
-                        {{QStringLiteral("computerWord"), m_platform.computerWord()},
-                         {QStringLiteral("systemTitleBar"), hasTitleBar}});
+        m_system->windowStyle().makeOnboarding(*window) == WindowStyle::TitleBar::System;
+    view->setProperty("systemTitleBar", hasTitleBar);
     view->setProperty("rounded", window->color().alpha() == 0);
     connect(view.get(), SIGNAL(getStarted()), this, SIGNAL(onboardingStarted()));
     connect(view.get(), SIGNAL(complete()), this, SIGNAL(onboardingCompleted()));
@@ -150,6 +179,31 @@ void ApplicationWindows::closeOnboarding()
         m_onboardingWindow->close();
 }
 
+void ApplicationWindows::showAlert(const QString &messageText, const QString &informativeText)
+{
+    m_system->informationAlert().run(messageText, informativeText);
+}
+
+void ApplicationWindows::readFeed(const QUrl &feed, QObject *receiver,
+                                  std::function<void(bool listsItems)> done)
+{
+    UpdateFeedProbe::start(feed, receiver, std::move(done));
+}
+
+std::unique_ptr<QQuickItem> ApplicationWindows::makeView(const QString &view,
+                                                         const QVariantMap &properties)
+{
+    std::unique_ptr<QQuickItem> item = engine().create(view, properties);
+    if (!item) {
+        m_platform.notificationCentre().post(
+            {QStringLiteral("org.meterkin.Meterkin.windows"),
+             QStringLiteral("Meterkin cannot show this window"),
+             QStringLiteral("A part of Qt is missing on this computer.")});
+        giveUpEngineSoon();
+    }
+    return item;
+}
+
 ViewEngine &ApplicationWindows::engine()
 {
     if (!m_engine) {
@@ -164,7 +218,7 @@ void ApplicationWindows::giveUpEngineSoon()
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (!m_dashboard && !m_settingsWindow && !m_onboardingWindow)
+            if (!m_dashboardView && !m_settingsWindow && !m_onboardingWindow)
                 m_engine.reset();
             m_platform.giveMemoryBack();
         },

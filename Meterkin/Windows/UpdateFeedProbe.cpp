@@ -1,4 +1,4 @@
-#include "Updates/UpdateFeedProbe.h"
+#include "Windows/UpdateFeedProbe.h"
 
 #include "Platform/Log.h"
 
@@ -78,10 +78,16 @@ bool listsItems(const QUrl &feed)
 
 } // namespace
 
-bool UpdateFeedProbe::canFetch(const QUrl &feed)
+void UpdateFeedProbe::start(const QUrl &feed, QObject *receiver,
+                            std::function<void(bool listsItems)> done,
+                            std::chrono::milliseconds timeout)
 {
-    return feed.isValid() && !feed.host().isEmpty()
-        && (feed.scheme() == u"https" || feed.scheme() == u"http");
+    auto *probe = new UpdateFeedProbe(feed, timeout, receiver);
+    connect(probe, &UpdateFeedProbe::finished, receiver,
+            [probe, done = std::move(done)](bool listsItems) {
+                probe->deleteLater();
+                done(listsItems);
+            });
 }
 
 // On a thread of its own, because Qt waits for the system to name the proxy, and the system may

@@ -3,14 +3,11 @@
 #include <QObject>
 #include <QProperty>
 #include <QString>
-#include <QtQml/qqmlregistration.h>
 
 /// One check for updates, from its start to its result. The update framework writes it; the update
 /// window shows it and emits what the user requests. Main thread only.
 class UpdateSession : public QObject {
     Q_OBJECT
-    QML_ELEMENT
-    QML_UNCREATABLE("made by the update framework")
     Q_PROPERTY(Phase phase READ phase NOTIFY phaseChanged BINDABLE bindablePhase FINAL)
     Q_PROPERTY(QString currentVersion READ currentVersion NOTIFY currentVersionChanged BINDABLE
                    bindableCurrentVersion FINAL)

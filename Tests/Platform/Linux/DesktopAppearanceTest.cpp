@@ -1,4 +1,4 @@
-#include "Platform/Linux/Windows/DesktopAppearance.h"
+#include "Platform/Linux/DesktopAppearance.h"
 #include "Support/PrivateBus.h"
 #include "Support/ScriptedService.h"
 #include "Support/TestMain.h"

@@ -1,0 +1,77 @@
+#include "Platform/Linux/WindowPluginLoader.h"
+
+#include "Platform/Linux/Windows/Plugin.h"
+#include "Platform/Log.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QJsonObject>
+#include <QPluginLoader>
+
+#include <utility>
+
+namespace {
+
+const QString restartIdentifier = QStringLiteral("org.meterkin.Meterkin.restart");
+const QString problemIdentifier = QStringLiteral("org.meterkin.Meterkin.windows");
+
+/// Only where those may write who could replace the program itself.
+QString pluginFile()
+{
+    const QString folder = QCoreApplication::applicationDirPath() + u'/';
+    const QString name = QStringLiteral("meterkin-windows.so");
+    const QString inBuildFolder = folder + name;
+    return QFileInfo::exists(inBuildFolder)
+        ? inBuildFolder
+        : folder + QStringLiteral(METERKIN_PLUGIN_FOLDER "/") + name;
+}
+
+} // namespace
+
+WindowPluginLoader::WindowPluginLoader(NotificationCentre &notifications,
+                                       std::function<void()> restart, QObject *parent)
+    : QObject(parent)
+    , m_notifications(notifications)
+{
+    connect(&notifications, &NotificationCentre::clicked, this,
+            [restart = std::move(restart)](const QString &identifier) {
+                if (identifier == restartIdentifier)
+                    restart();
+            });
+}
+
+WindowPlugin *WindowPluginLoader::plugin()
+{
+    if (m_plugin != nullptr)
+        return m_plugin;
+    QPluginLoader loader(pluginFile());
+    loader.setLoadHints(QLibrary::PreventUnloadHint);
+    // Read from the file, before any of its code runs.
+    const QString build = loader.metaData()
+                              .value(QLatin1String("MetaData"))
+                              .toObject()
+                              .value(QLatin1String("build"))
+                              .toString();
+    const QString ownBuild = QStringLiteral(METERKIN_BUILD);
+    if (!build.isEmpty() && build != ownBuild) {
+        refuse(QStringLiteral("%1 is of Meterkin %2, not of %3")
+                   .arg(loader.fileName(), build, ownBuild),
+               restartIdentifier, QStringLiteral("Meterkin was updated"),
+               QStringLiteral("Choose this notification to restart it."));
+        return nullptr;
+    }
+    m_plugin = qobject_cast<WindowPlugin *>(loader.instance());
+    if (m_plugin == nullptr)
+        refuse(loader.errorString(), problemIdentifier,
+               QStringLiteral("Meterkin cannot show its windows"),
+               QStringLiteral("A part of it, or of Qt, is missing on this computer."));
+    return m_plugin;
+}
+
+void WindowPluginLoader::refuse(const QString &problem, const QString &identifier,
+                                const QString &title, const QString &body)
+{
+    if (std::exchange(m_problem, problem) != problem)
+        qCWarning(logWindows, "%s: windows stay closed", qUtf8Printable(problem));
+    m_notifications.post({identifier, title, body});
+}

@@ -1,0 +1,15 @@
+#include "Platform/Linux/Windows/Dialogs/UpdateDialog.h"
+
+#include "Platform/Linux/Updates/Session.h"
+
+#include <QQuickWindow>
+
+UpdateDialog::UpdateDialog(UpdateSession &session, X11Connection &connection,
+                           const DesktopAppearance &appearance)
+    : m_style(connection)
+    , m_dialog(QStringLiteral("UpdateView"),
+               {{QStringLiteral("session"), QVariant::fromValue(&session)}},
+               QStringLiteral("meterkin Update"), m_style, appearance)
+{
+    connect(&m_dialog, &DialogWindow::closed, this, &UpdateDialog::closed);
+}

@@ -1,0 +1,30 @@
+#include "Platform/Linux/Windows/Plugin.h"
+
+#include "Platform/Linux/Windows/Dialogs/UpdateDialog.h"
+#include "Platform/Linux/Windows/WindowSystem.h"
+#include "Platform/Platform.h"
+#include "Windows/ApplicationWindows.h"
+
+class LinuxWindowPlugin : public QObject, public WindowPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID METERKIN_WINDOW_PLUGIN FILE "Plugin.json")
+    Q_INTERFACES(WindowPlugin)
+
+public:
+    std::unique_ptr<Windows> makeWindows(Platform &platform, X11Connection &x11,
+                                         SettingsViewModel &settings, UpdaterController &updater,
+                                         DashboardViewModel &dashboard) override
+    {
+        return std::make_unique<ApplicationWindows>(
+            platform, std::make_unique<LinuxWindowSystem>(x11, platform.desktopAppearance()),
+            settings, updater, dashboard);
+    }
+
+    std::unique_ptr<UpdateWindow> makeUpdateWindow(UpdateSession &session, X11Connection &x11,
+                                                   const DesktopAppearance &appearance) override
+    {
+        return std::make_unique<UpdateDialog>(session, x11, appearance);
+    }
+};
+
+#include "Plugin.moc"
