@@ -127,6 +127,19 @@ private slots:
         QTRY_COMPARE(told, NotificationAuthorization::Authorized);
     }
 
+    void doesNotBlameTheServerForTheBus()
+    {
+        QTest::failOnWarning(QRegularExpression(u"server"_s));
+        Session s;
+        s.daemon.addService(service, u"/bin/sleep 60"_s);
+        QVERIFY(s.waitFor(AuthorizationAnswer::Granted));
+        s.post(u"fan"_s, u"lost"_s);
+        QVERIFY(!s.bus.connection()->interface()->isServiceRegistered(service)); // after the post
+        s.daemon.stop();
+        QVERIFY(s.waitFor(AuthorizationAnswer::Failed));
+        QTest::qWait(100);
+    }
+
     void suitsTheServer()
     {
         for (const auto &[capabilities, toCapabilities] : {std::pair(QStringList(), Answer::Good),
