@@ -4,32 +4,35 @@
 
 #include <algorithm>
 #include <limits>
-#include <utility>
 
 namespace {
 
 constexpr std::uint64_t BytesPerKilobyte = 1024;
 
-using Line = std::pair<std::string_view, std::optional<std::uint64_t> MeminfoLines::*>;
-constexpr Line KnownLines[] = {
-    {"MemTotal", &MeminfoLines::total},
-    {"MemFree", &MeminfoLines::free},
-    {"MemAvailable", &MeminfoLines::available},
-    {"Buffers", &MeminfoLines::buffers},
-    {"SwapTotal", &MeminfoLines::swapTotal},
-    {"Zswap", &MeminfoLines::zswap},
-    {"SUnreclaim", &MeminfoLines::unreclaimableSlab},
-    {"KernelStack", &MeminfoLines::kernelStack},
-    {"PageTables", &MeminfoLines::pageTables},
-    {"SecPageTables", &MeminfoLines::secondaryPageTables},
-    {"Percpu", &MeminfoLines::perProcessor},
+struct Line {
+    std::string_view name; ///< with the colon
+    std::optional<std::uint64_t> MeminfoLines::*value;
+};
+constexpr std::array KnownLines{
+    Line{"MemTotal:", &MeminfoLines::total},
+    Line{"MemFree:", &MeminfoLines::free},
+    Line{"MemAvailable:", &MeminfoLines::available},
+    Line{"Buffers:", &MeminfoLines::buffers},
+    Line{"SwapTotal:", &MeminfoLines::swapTotal},
+    Line{"Zswap:", &MeminfoLines::zswap},
+    Line{"SUnreclaim:", &MeminfoLines::unreclaimableSlab},
+    Line{"KernelStack:", &MeminfoLines::kernelStack},
+    Line{"PageTables:", &MeminfoLines::pageTables},
+    Line{"SecPageTables:", &MeminfoLines::secondaryPageTables},
+    Line{"Percpu:", &MeminfoLines::perProcessor},
 };
 
+/// The number that the text begins with, up to the end of its line.
 std::optional<std::uint64_t> kilobytes(std::string_view text)
 {
     const std::optional<std::uint64_t> number = takeNumber(text);
     // Below this limit no sum of these lines, in bytes, exceeds 64 bits.
-    if (!number || text != " kB"
+    if (!number || !text.starts_with(" kB\n")
         || *number > std::numeric_limits<std::uint64_t>::max() / BytesPerKilobyte / 8)
         return std::nullopt;
     return number;
@@ -37,22 +40,51 @@ std::optional<std::uint64_t> kilobytes(std::string_view text)
 
 } // namespace
 
-std::optional<MeminfoLines> MeminfoLines::parse(std::string_view text)
+std::optional<MeminfoLines> MeminfoParser::parse(std::string_view text)
+{
+    if (std::optional<MeminfoLines> lines = parseInPlace(text))
+        return lines;
+    std::optional<MeminfoLines> lines = search(text);
+    m_size = lines && lines->pageCounts(0) ? text.size() : 0;
+    return lines;
+}
+
+std::optional<MeminfoLines> MeminfoParser::parseInPlace(std::string_view text) const
+{
+    static_assert(KnownLines.size() == LineCount);
+    if (text.size() != m_size)
+        return std::nullopt;
+    MeminfoLines lines;
+    for (std::size_t i = 0; i < LineCount; ++i) {
+        const std::size_t place = m_places[i];
+        if (place == Missing)
+            continue;
+        const auto &[name, value] = KnownLines[i];
+        const bool isThere =
+            (place == 0 || text[place - 1] == '\n') && text.substr(place).starts_with(name);
+        if (!isThere || !(lines.*value = kilobytes(text.substr(place + name.size()))))
+            return std::nullopt;
+    }
+    return lines;
+}
+
+std::optional<MeminfoLines> MeminfoParser::search(std::string_view text)
 {
     MeminfoLines lines;
-    while (const std::optional<std::string_view> line = takeLine(text)) {
-        const std::size_t colon = line->find(':');
-        if (colon == std::string_view::npos)
+    m_places.fill(Missing);
+    std::size_t place = 0;
+    for (std::string_view rest = text; const std::optional<std::string_view> line = takeLine(rest);
+         place = text.size() - rest.size()) {
+        const std::string_view name = line->substr(0, line->find(':') + 1);
+        const auto *const known = std::ranges::find(KnownLines, name, &Line::name);
+        if (known == KnownLines.end())
             continue;
-        const std::string_view name = line->substr(0, colon);
-        const auto *const known = std::ranges::find(KnownLines, name, &Line::first);
-        if (known == std::end(KnownLines))
-            continue;
-        std::optional<std::uint64_t> &value = lines.*known->second;
-        if (value)
+        std::size_t &placed = m_places[static_cast<std::size_t>(known - KnownLines.begin())];
+        if (placed != Missing)
             return std::nullopt;
-        value = kilobytes(line->substr(colon + 1));
-        if (!value)
+        placed = place;
+        lines.*known->value = kilobytes(text.substr(place + name.size()));
+        if (!(lines.*known->value))
             return std::nullopt;
     }
     return lines;

@@ -2,6 +2,8 @@
 
 #include "Platform/PageCounters.h"
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -23,11 +25,26 @@ struct MeminfoLines {
     std::optional<std::uint64_t> secondaryPageTables;
     std::optional<std::uint64_t> perProcessor;
 
-    /// Absent when one of these lines is damaged or occurs twice: the rest may be wrong too.
-    static std::optional<MeminfoLines> parse(std::string_view text);
-
     /// The counts in pages of 1 kB, so that sums are exact: active + wired + compressed is total
     /// minus available. `zramHeld` is the memory of the compressed swap devices, in bytes. Absent
     /// when a necessary line is missing, or free exceeds total.
     std::optional<PageCounts> pageCounts(std::uint64_t zramHeld) const;
+};
+
+/// Finds these lines in one text after the other. They are first looked for where they were the
+/// last time: numbers have a fixed width, so that a line hardly ever moves.
+class MeminfoParser {
+public:
+    /// Absent when one of the lines is damaged or occurs twice: the rest may be wrong too.
+    std::optional<MeminfoLines> parse(std::string_view text);
+
+private:
+    static constexpr std::size_t LineCount = 11;
+    static constexpr std::size_t Missing = std::string_view::npos;
+
+    std::optional<MeminfoLines> parseInPlace(std::string_view text) const;
+    std::optional<MeminfoLines> search(std::string_view text);
+
+    std::array<std::size_t, LineCount> m_places{}; ///< where each line begins, or Missing
+    std::size_t m_size = 0; ///< of the text with these places; 0 when it made no sense
 };

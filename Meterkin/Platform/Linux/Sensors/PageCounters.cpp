@@ -29,7 +29,7 @@ LinuxPageCounters::LinuxPageCounters(std::string path, std::string blockFolder)
 std::optional<PageCounts> LinuxPageCounters::read()
 {
     const std::optional<std::string_view> text = m_file.read();
-    const std::optional<MeminfoLines> lines = text ? MeminfoLines::parse(*text) : std::nullopt;
+    const std::optional<MeminfoLines> lines = text ? m_parser.parse(*text) : std::nullopt;
     const std::optional<PageCounts> counts =
         lines ? lines->pageCounts(zramHeld(*lines)) : std::nullopt;
     if (!counts)
@@ -40,7 +40,7 @@ std::optional<PageCounts> LinuxPageCounters::read()
 std::uint64_t LinuxPageCounters::physicalMemory()
 {
     const std::optional<std::string_view> text = m_file.read();
-    const std::optional<MeminfoLines> lines = text ? MeminfoLines::parse(*text) : std::nullopt;
+    const std::optional<MeminfoLines> lines = text ? m_parser.parse(*text) : std::nullopt;
     if (lines && lines->total)
         return *lines->total * 1024;
     const long pages = sysconf(_SC_PHYS_PAGES);

@@ -23,6 +23,7 @@ private:
 
     std::string m_blockFolder;
     KernelFile m_file;
+    MeminfoParser m_parser;
     std::deque<KernelFile> m_zramDevices;
     std::optional<std::uint64_t> m_swapTotal; ///< kB, when the devices were found
     bool m_hasFoundDevices = false;
