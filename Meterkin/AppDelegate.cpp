@@ -6,7 +6,6 @@
 
 #include <QCoreApplication>
 #include <QPointer>
-#include <QStringList>
 #include <QThread>
 
 #include <cstdio>
@@ -34,8 +33,8 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
     : QObject(parent)
     , m_platform(platform)
     , m_clock(std::move(clock))
-    , m_collector(platform.makeMetricSources())
-    , m_alertManager(platform.notificationCentre(), std::move(wallClock))
+    , m_collector(platform.makeMetricSources(), std::move(wallClock))
+    , m_alertManager(platform.notificationCentre())
     , m_settingsVM(platform.defaultsStore())
     , m_hotkeyManager(platform.hotkeyRegistrar())
     , m_updaterController(platform.updateFramework(), platform.defaultsStore(),
@@ -107,15 +106,26 @@ void AppDelegate::applicationDidFinishLaunching()
         if (self)
             self->handleTick();
     };
+    m_watch = std::make_unique<ReadingWatch>(
+        m_collector,
+        ReadingWatch::Watched{m_settingsVM, m_alertManager, *m_dashboardVM, *m_statusItem,
+                              [this] { return m_windows && m_windows->isDashboardShown(); }});
     m_collector.start(m_settingsVM.intervalInEffect());
 
     m_displaySettingsObserver = std::make_unique<ObservationScope>(
         [this] {
             m_settingsVM.menuBarMetric();
-            for (const SystemMetric metric : allMetrics)
+            m_alertManager.hasPermission();
+            for (const SystemMetric metric : allMetrics) {
                 m_settingsVM.thresholds(metric);
+                m_settingsVM.of(metric)->isAlertOn();
+            }
         },
-        [this] { updateStatusItem(); });
+        [this] {
+            m_collector.publishNow();
+            m_watch->update();
+            updateStatusItem();
+        });
     m_hotkeySettingsObserver = std::make_unique<ObservationScope>(
         [this] {
             m_settingsVM.hotkeyEnabled();
@@ -136,12 +146,13 @@ void AppDelegate::handleTick()
     requireMainThread();
     dashboard().update();
     updateStatusItem();
-    m_alertManager.checkAlerts(m_settingsVM, dashboard());
+    m_alertManager.checkAlerts(m_settingsVM, dashboard(), m_collector.latestTime());
     // A computer without fans must not keep a fan title. Once only, or nobody could pick it; and
     // not before the fans have answered.
     if (m_collector.areFansKnown() && !std::exchange(m_hasCheckedPresence, true)
         && !dashboard().isPresent(m_settingsVM.menuBarMetric()))
         m_settingsVM.setMenuBarMetric(SystemMetric::MemoryUsage);
+    m_watch->handleReading();
     emit tickHandled();
 }
 
@@ -151,9 +162,8 @@ void AppDelegate::updateStatusItem()
         return;
     const SystemMetric metric = m_settingsVM.menuBarMetric();
     const QString text = dashboard().displayText(metric);
-    // A missing value is judged as zero: green under the usual thresholds.
     const ThresholdTier tier =
-        tierOf(dashboard().currentValue(metric).value_or(0.0), m_settingsVM.thresholds(metric));
+        titleTier(dashboard().currentValue(metric), m_settingsVM.thresholds(metric));
     if (tier != m_previousTier) {
         // From what is shown now, so that a change in mid-animation does not jump.
         startColorAnimation(animatedColor().value_or(tierColor(m_previousTier)), tierColor(tier));
@@ -161,7 +171,6 @@ void AppDelegate::updateStatusItem()
     }
     m_statusItem->setTitle({text, animatedColor().value_or(tierColor(tier)), widestText(metric)});
     m_statusItem->setAccessibilityLabel(QStringLiteral("meterkin: ") + text);
-    m_statusItem->setToolTip(toolTipText());
 }
 
 QColor AppDelegate::tierColor(ThresholdTier tier)
@@ -175,14 +184,6 @@ QColor AppDelegate::tierColor(ThresholdTier tier)
         return statusItem().systemColor(SystemColor::Red);
     }
     Q_UNREACHABLE();
-}
-
-QString AppDelegate::toolTipText() const
-{
-    QStringList lines;
-    for (const SystemMetric metric : allMetrics)
-        lines << traitsOf(metric).title + QStringLiteral(": ") + m_dashboardVM->displayText(metric);
-    return lines.join(u'\n');
 }
 
 void AppDelegate::startColorAnimation(const QColor &from, const QColor &to)
@@ -246,8 +247,10 @@ void AppDelegate::showDashboard()
 {
     if (!statusItem().hasButton())
         return;
+    m_collector.publishNow();
     if (Windows *loaded = windows())
         loaded->showDashboard(statusItem().geometry());
+    m_watch->update();
 }
 
 void AppDelegate::handleNotificationClick(const QString &identifier)
@@ -265,6 +268,7 @@ void AppDelegate::closeDashboard()
 void AppDelegate::openSettings()
 {
     closeDashboard();
+    m_collector.publishNow();
     if (Windows *loaded = windows())
         loaded->openSettings();
 }

@@ -6,6 +6,7 @@
 #include "Model/SettingsViewModel.h"
 #include "Platform/Clock.h"
 #include "Platform/Platform.h"
+#include "ReadingWatch.h"
 #include "Sampling/MetricCollector.h"
 #include "Services/AlertManager.h"
 #include "Services/HotkeyManager.h"
@@ -66,7 +67,6 @@ private:
     QColor tierColor(ThresholdTier tier);
     void registerHotkey();
     void handleNotificationClick(const QString &identifier);
-    QString toolTipText() const;
 
     void startColorAnimation(const QColor &from, const QColor &to);
     void animationStep();
@@ -87,6 +87,7 @@ private:
     HotkeyManager m_hotkeyManager;
     std::unique_ptr<DashboardViewModel> m_dashboardVM; ///< from the launch sequence on
     std::unique_ptr<StatusItem> m_statusItem; ///< likewise
+    std::unique_ptr<ReadingWatch> m_watch; ///< likewise
     UpdaterController m_updaterController;
     std::unique_ptr<Windows> m_windows; ///< null until the first one is wanted
     DiskImageCleanup m_diskImageCleanup;

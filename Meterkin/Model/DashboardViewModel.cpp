@@ -3,6 +3,8 @@
 #include "Model/MetricTraits.h"
 #include "Sampling/MetricCollector.h"
 
+#include <QStringList>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -48,6 +50,14 @@ void DashboardViewModel::update()
 QString DashboardViewModel::displayText(SystemMetric metric) const
 {
     return valueText(metric, currentValue(metric));
+}
+
+QString DashboardViewModel::summary() const
+{
+    QStringList lines;
+    for (const SystemMetric metric : allMetrics)
+        lines << traitsOf(metric).title + QStringLiteral(": ") + displayText(metric);
+    return lines.join(u'\n');
 }
 
 bool DashboardViewModel::isPresent(SystemMetric metric) const

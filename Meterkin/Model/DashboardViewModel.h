@@ -43,6 +43,8 @@ public:
     std::optional<double> currentValue(SystemMetric metric) const { return record(metric).value; }
     /// The current value with its unit, or "N/A".
     QString displayText(SystemMetric metric) const;
+    /// A line for each metric: its title and its text.
+    QString summary() const;
     /// Whether the computer has what it takes to measure it.
     bool isPresent(SystemMetric metric) const;
 

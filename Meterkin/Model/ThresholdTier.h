@@ -27,3 +27,10 @@ struct Thresholds {
 
 /// The tier of a value; an absent one is green.
 ThresholdTier tierOf(std::optional<double> value, const Thresholds &thresholds);
+
+/// The tier of the title: a missing value is judged as zero, which is green under the usual
+/// thresholds.
+inline ThresholdTier titleTier(std::optional<double> value, const Thresholds &thresholds)
+{
+    return tierOf(value.value_or(0.0), thresholds);
+}

@@ -30,6 +30,7 @@ class FanSource {
 public:
     virtual ~FanSource() = default;
 
-    /// Takes as long as the sensors do; a broken one may hang forever.
-    virtual FanSample read() = 0;
+    /// Replaces `sample`; reuses its storage. Takes as long as the sensors do; a broken one may
+    /// hang forever.
+    virtual void read(FanSample &sample) = 0;
 };

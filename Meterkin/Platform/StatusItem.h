@@ -5,6 +5,10 @@
 #include <QRect>
 #include <QString>
 
+#include <chrono>
+#include <functional>
+#include <optional>
+
 /// The colours by which a system marks what is good, doubtful and bad.
 enum class SystemColor { Green, Yellow, Red };
 
@@ -34,8 +38,14 @@ public:
     virtual QColor systemColor(SystemColor color) const = 0;
     virtual void setTitle(const AttributedTitle &title) = 0;
     virtual void setAccessibilityLabel(const QString &label) = 0;
-    /// Plain text, lines separated by line feeds.
-    virtual void setToolTip(const QString &text) = 0;
+    /// The tool tip is asked for whenever somebody reads it: plain text, lines separated by line
+    /// feeds.
+    virtual void setToolTipSource(std::function<QString()> source) = 0;
+    /// Tells that the tool tip may have another text. A tip in sight asks for it.
+    virtual void refreshToolTip() = 0;
+    /// Where a panel keeps a tool tip, so that it must be told though nobody may look: the shortest
+    /// time from one text to the next. Absent where a tip is read when it is shown.
+    virtual std::optional<std::chrono::seconds> toolTipPeriod() const = 0;
     /// Where the item is, in logical coordinates of the screens; empty when that is not known.
     virtual QRect geometry() const = 0;
 

@@ -25,24 +25,24 @@ CPUReader::CPUReader(std::unique_ptr<ProcessorTicks> source)
 {
 }
 
-std::optional<CPUInfo> CPUReader::read()
+bool CPUReader::read(CPUInfo &info)
 {
     if (!m_source->read(m_currentTicks))
-        return std::nullopt;
+        return false;
 
-    m_turn = 1 - m_turn;
-    QList<double> &usages = m_usages[m_turn];
-    usages.clear(); // keeps the storage unless it is shared
-    usages.reserve(static_cast<qsizetype>(m_currentTicks.size()));
+    info.perCoreUsage.clear(); // keeps the storage unless it is shared
+    info.perCoreUsage.reserve(static_cast<qsizetype>(m_currentTicks.size()));
     double sum = 0.0;
     for (std::size_t i = 0; i < m_currentTicks.size(); ++i) {
         const CoreTicks *previous = previousTicksOf(m_currentTicks[i], i);
         const double usage = previous ? usageBetween(*previous, m_currentTicks[i].ticks) : 0.0;
-        usages.append(usage);
+        info.perCoreUsage.append(usage);
         sum += usage;
     }
     m_previousTicks.swap(m_currentTicks);
-    return CPUInfo{usages.isEmpty() ? 0.0 : sum / static_cast<double>(usages.size()), usages};
+    info.aggregateUsage =
+        m_previousTicks.empty() ? 0.0 : sum / static_cast<double>(m_previousTicks.size());
+    return true;
 }
 
 const CoreTicks *CPUReader::previousTicksOf(const ProcessorCore &core, std::size_t position) const

@@ -18,28 +18,40 @@ void FanSampler::refresh()
             return;
         m_readSince = m_clock();
     }
-    FanSample sample = m_source->read();
+    m_source->read(m_reading);
     const std::lock_guard lock(m_mutex);
-    m_latest = std::move(sample);
+    if (!m_latest)
+        m_latest.emplace();
+    std::swap(*m_latest, m_reading);
     m_isSlow = m_clock() - *m_readSince > SlowAfter;
     m_readSince.reset();
 }
 
-std::optional<FanSample> FanSampler::latest()
+void FanSampler::copyLatest(std::optional<FanSample> &sample)
 {
     const std::lock_guard lock(m_mutex);
-    std::optional<FanSample> sample = m_latest;
+    if (!m_latest) {
+        sample.reset();
+        return;
+    }
+    if (!sample)
+        sample.emplace();
+    sample->count = m_latest->count;
+    sample->fans.clear();
     if (m_readSince && m_clock() - *m_readSince > HungAfter) {
         if (!std::exchange(m_isHungReported, true))
             qCWarning(logSampling, "a fan sensor hangs: there are no fan speeds until it answers");
-        if (sample)
-            sample->fans.clear();
+        return;
     }
-    return sample;
+    sample->fans.reserve(m_latest->fans.size());
+    for (const FanReading &fan : std::as_const(m_latest->fans))
+        sample->fans.append(fan); // not the list itself, which the next read would have to copy
 }
 
-bool FanSampler::isSlow() const
+FanSampler::Pace FanSampler::pace() const
 {
     const std::lock_guard lock(m_mutex);
-    return m_isSlow;
+    if (m_isSlow || m_readSince)
+        return Pace::Slow;
+    return m_latest && m_latest->count == 0 ? Pace::Quick : Pace::Open;
 }

@@ -23,14 +23,22 @@ public:
     /// Reads the fans, which may take long. Does nothing while another thread does so.
     void refresh();
 
-    /// The last sample, without speeds while a read hangs; absent before the first one.
-    std::optional<FanSample> latest();
-    /// Whether the last read was slow.
-    bool isSlow() const;
+    /// Replaces `sample` by the last one, without speeds while a read hangs; absent before the
+    /// first one. Reuses its storage.
+    void copyLatest(std::optional<FanSample> &sample);
+
+    /// How long the next read may take.
+    enum class Pace {
+        Quick, ///< there are no fans
+        Open, ///< not long, if the fans are as they were; not known before the first read
+        Slow, ///< long: so did the last one, or one hangs
+    };
+    Pace pace() const;
 
 private:
     std::unique_ptr<FanSource> m_source;
     MonotonicClock m_clock;
+    FanSample m_reading; ///< belongs to the thread that reads
 
     mutable std::mutex m_mutex; ///< guards what follows; never locked during a read
     std::optional<FanSample> m_latest;

@@ -1,23 +1,21 @@
 #pragma once
 
+#include "Platform/Clock.h"
 #include "Platform/MetricSources.h"
-#include "Sampling/MetricSample.h"
+#include "Sampling/ReadingBatch.h"
 
 #include <QBindable>
 #include <QList>
 #include <QObject>
-#include <QThreadPool>
-#include <QTimer>
 
 #include <functional>
 #include <memory>
 #include <optional>
 
-class MetricSampler;
+class ReadingLoop;
 
-/// Samples the machine on a timer and publishes the readings. Main thread only; the readers run in
-/// the background, with at most one sample waiting. Slow or hanging fans never delay memory and
-/// CPU: a second thread continues without them.
+/// Publishes the readings that are taken in the background, several at a time where nobody would
+/// know the difference. Main thread only. Slow or hanging fans never delay memory and CPU.
 class MetricCollector : public QObject {
     Q_OBJECT
     Q_PROPERTY(QList<FanReading> latestFanSpeeds READ latestFanSpeeds NOTIFY latestFanSpeedsChanged
@@ -29,16 +27,28 @@ class MetricCollector : public QObject {
     Q_PROPERTY(qint64 fanCount READ fanCount NOTIFY fanCountChanged BINDABLE bindableFanCount)
 
 public:
-    explicit MetricCollector(MetricSources sources, QObject *parent = nullptr);
+    explicit MetricCollector(
+        MetricSources sources, WallClock clock = [] { return std::chrono::system_clock::now(); },
+        QObject *parent = nullptr);
     /// Never waits for a sensor: the result of a sample that is being taken is dropped.
     ~MetricCollector() override;
 
     /// Samples at once, then every `interval` seconds; another call restarts it with a new
-    /// interval. Any double is safe, see intervalInEffect().
+    /// interval. Any double is safe, see intervalInEffect(). The sample that is taken at once is
+    /// published at once.
     void start(double interval);
 
+    /// Whether a sample is to be published at once, with those before it, rather than with one that
+    /// follows. Called in the background, in the order of the samples, up to twice for each. Every
+    /// sample is while none is set.
+    void setFilter(std::function<bool(const Reading &)> matters);
+    /// Publishes now what has been sampled and not been published yet.
+    void publishNow();
+
     /// Everything in the last sample, empty before the first. What follows is part of it.
-    const MetricSample &latestSample() const { return m_latestSample; }
+    const MetricSample &latestSample() const { return m_latest.sample; }
+    /// When that was taken.
+    std::chrono::system_clock::time_point latestTime() const { return m_latest.time; }
     /// The fans that could be read, in index order; during a slow read those of the previous one.
     QList<FanReading> latestFanSpeeds() const { return m_latestFanSpeeds; }
     QBindable<QList<FanReading>> bindableLatestFanSpeeds() const { return &m_latestFanSpeeds; }
@@ -52,9 +62,10 @@ public:
     qint64 fanCount() const { return m_fanCount; }
     QBindable<qint64> bindableFanCount() const { return &m_fanCount; }
     /// Whether the fans have been read once, so that their number is known.
-    bool areFansKnown() const { return m_latestSample.fans.has_value(); }
+    bool areFansKnown() const { return m_latest.sample.fans.has_value(); }
 
-    /// Called on the main thread after each sample has been published. Set before start().
+    /// Called on the main thread after each sample has been published, while it is the last one.
+    /// Set before start().
     std::function<void()> onTick;
 
 signals:
@@ -64,12 +75,7 @@ signals:
     void fanCountChanged();
 
 private:
-    struct Shared;
-
-    void takeSample();
-    /// Starts a background job that takes the sample that is due.
-    void startJob();
-    void publish(const MetricSample &sample);
+    void publish(Reading &reading);
 
     Q_OBJECT_BINDABLE_PROPERTY(MetricCollector, QList<FanReading>, m_latestFanSpeeds,
                                &MetricCollector::latestFanSpeedsChanged)
@@ -80,10 +86,9 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(MetricCollector, qint64, m_fanCount,
                                &MetricCollector::fanCountChanged)
 
-    std::shared_ptr<MetricSampler> m_sampler;
-    std::shared_ptr<Shared> m_shared;
-    std::unique_ptr<QThreadPool> m_queue;
-    QTimer m_timer;
-    QTimer m_retryTimer; ///< runs while a sample is due: starts another job when the first hangs
-    MetricSample m_latestSample;
+    std::shared_ptr<ReadingLoop> m_loop; ///< outlives the collector where a sensor hangs
+    bool m_isStarted = false;
+    ReadingBatch m_batch;
+    bool m_isPublishing = false;
+    Reading m_latest;
 };

@@ -17,7 +17,11 @@ MetricSampler::MetricSampler(MetricSources sources)
 {
 }
 
-MetricSample MetricSampler::sample()
+void MetricSampler::read(MetricSample &sample)
 {
-    return {m_fans.latest(), m_memoryReader.read(), m_cpuReader.read()};
+    sample.memory = m_memoryReader.read();
+    if (!sample.processors)
+        sample.processors.emplace();
+    if (!m_cpuReader.read(*sample.processors))
+        sample.processors.reset();
 }

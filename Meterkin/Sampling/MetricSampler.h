@@ -14,8 +14,9 @@ public:
     /// Any thread.
     FanSampler &fans() { return m_fans; }
 
-    /// Reads memory and CPU, and adds the last sample of the fans. One thread at a time.
-    MetricSample sample();
+    /// Reads memory and CPU, and leaves the fans as they are. Reuses the storage of `sample`. One
+    /// thread at a time.
+    void read(MetricSample &sample);
 
 private:
     FanSampler m_fans;

@@ -19,10 +19,9 @@ constexpr std::chrono::minutes Cooldown{10};
 
 const QString AlertManager::identifierPrefix = QStringLiteral("org.meterkin.Meterkin.alert.");
 
-AlertManager::AlertManager(NotificationCentre &centre, WallClock clock, QObject *parent)
+AlertManager::AlertManager(NotificationCentre &centre, QObject *parent)
     : QObject(parent)
     , m_centre(centre)
-    , m_clock(std::move(clock))
 {
     m_centre.queryAuthorization([self = QPointer(this)](NotificationAuthorization authorization) {
         if (self)
@@ -39,7 +38,7 @@ void AlertManager::requestPermission()
 }
 
 void AlertManager::checkAlerts(const SettingsViewModel &settings,
-                               const DashboardViewModel &dashboard)
+                               const DashboardViewModel &dashboard, TimePoint time)
 {
     const auto isOn = [&settings](SystemMetric metric) { return settings.of(metric)->isAlertOn(); };
 
@@ -54,21 +53,20 @@ void AlertManager::checkAlerts(const SettingsViewModel &settings,
     for (const SystemMetric metric : allMetrics) {
         const std::optional<double> value = dashboard.currentValue(metric);
         if (value && isOn(metric))
-            evaluate(metric, *value, settings.of(metric)->yellow());
+            evaluate(metric, *value, settings.of(metric)->yellow(), time);
     }
 }
 
-void AlertManager::evaluate(SystemMetric metric, double value, double limit)
+void AlertManager::evaluate(SystemMetric metric, double value, double limit, TimePoint time)
 {
     const bool isAbove = value >= limit;
     const bool wasAbove = std::exchange(m_wasAboveThreshold[metric], isAbove);
     if (!isAbove || wasAbove)
         return;
 
-    const auto now = m_clock();
-    if (const auto last = m_lastAlertTime[metric]; last && *last <= now && now - *last < Cooldown)
+    if (const auto last = m_lastAlertTime[metric]; last && *last <= time && time - *last < Cooldown)
         return; // a last time in the future means that the clock was set back
-    m_lastAlertTime[metric] = now;
+    m_lastAlertTime[metric] = time;
     postAlert(metric, value);
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
 #include "Model/SystemMetric.h"
-#include "Platform/Clock.h"
-
 #include <QObject>
+#include <QProperty>
 #include <QString>
 
 #include <chrono>
@@ -22,27 +21,29 @@ public:
     /// The beginning of all alerts' identifiers.
     static const QString identifierPrefix;
 
-    /// Asks `centre`, which outlives the manager, for the present permission.
-    AlertManager(NotificationCentre &centre, WallClock clock, QObject *parent = nullptr);
+    using TimePoint = std::chrono::system_clock::time_point;
 
-    /// True only while the user is known to allow notifications.
+    /// Asks `centre`, which outlives the manager, for the present permission.
+    explicit AlertManager(NotificationCentre &centre, QObject *parent = nullptr);
+
+    /// True only while the user is known to allow notifications. Bindable.
     bool hasPermission() const { return m_hasPermission; }
 
     /// Asks the user; hasPermission() follows when the answer arrives.
     void requestPermission();
 
-    /// Checks all metrics. Once per sample.
-    void checkAlerts(const SettingsViewModel &settings, const DashboardViewModel &dashboard);
+    /// Checks all metrics. Once per sample, with the time at which it was taken.
+    void checkAlerts(const SettingsViewModel &settings, const DashboardViewModel &dashboard,
+                     TimePoint time);
 
     /// Posts the notification of one metric; `value` in RPM or percent.
     void postAlert(SystemMetric metric, double value);
 
 private:
-    void evaluate(SystemMetric metric, double value, double limit);
+    void evaluate(SystemMetric metric, double value, double limit, TimePoint time);
 
     NotificationCentre &m_centre;
-    WallClock m_clock;
-    ByMetric<std::optional<std::chrono::system_clock::time_point>> m_lastAlertTime;
+    ByMetric<std::optional<TimePoint>> m_lastAlertTime;
     ByMetric<bool> m_wasAboveThreshold; ///< at the last evaluation
-    bool m_hasPermission = false;
+    QProperty<bool> m_hasPermission{false};
 };

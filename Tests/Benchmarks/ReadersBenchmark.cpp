@@ -60,8 +60,9 @@ QByteArray thousandCores()
 /// Median times of the readers on this machine and on a made-up one of 1,024 cores.
 int main()
 {
+    CPUInfo info;
     CPUReader processors(std::make_unique<LinuxProcessorTicks>());
-    compare("processors", "/proc/stat", [&] { processors.read(); });
+    compare("processors", "/proc/stat", [&] { processors.read(info); });
 
     MemoryReader memory(1, std::make_unique<LinuxPageCounters>());
     compare("memory", "/proc/meminfo", [&] { memory.read(); });
@@ -73,5 +74,5 @@ int main()
     file.close();
     const std::string path = file.fileName().toStdString();
     CPUReader many(std::make_unique<LinuxProcessorTicks>(path));
-    compare("1,024 cores", path, [&] { many.read(); });
+    compare("1,024 cores", path, [&] { many.read(info); });
 }

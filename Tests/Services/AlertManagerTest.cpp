@@ -31,10 +31,10 @@ struct Bench {
 
     void tick(int time, const Vitals &reported)
     {
-        now = std::chrono::system_clock::time_point(std::chrono::seconds(1'700'000'000 + time));
         machine.report(reported);
         centre.posts.clear();
-        manager->checkAlerts(settings, machine.dashboard());
+        manager->checkAlerts(settings, machine.dashboard(),
+                             AlertManager::TimePoint(std::chrono::seconds(1'700'000'000 + time)));
         for (const NotificationRecord &record : centre.posts)
             times[record.identifier.section(u'.', -1)] << time;
     }
@@ -43,9 +43,7 @@ struct Bench {
     SettingsViewModel settings{store};
     ScriptedDashboard machine;
     ScriptedNotificationCentre centre;
-    std::chrono::system_clock::time_point now;
-    std::unique_ptr<AlertManager> manager =
-        std::make_unique<AlertManager>(centre, [this] { return now; });
+    std::unique_ptr<AlertManager> manager = std::make_unique<AlertManager>(centre);
     QMap<QString, QList<int>> times; ///< of the posts, in seconds, by metric
 };
 
@@ -135,8 +133,8 @@ private slots:
         QVERIFY(!bench.manager->hasPermission()); // which it had before
 
         bench.manager->requestPermission();
-        bench.manager = std::make_unique<AlertManager>(silent, WallClock());
-        AlertManager(bench.centre, WallClock()).requestPermission();
+        bench.manager = std::make_unique<AlertManager>(silent);
+        AlertManager(bench.centre).requestPermission();
         bench.centre.answerQueries(Known::Authorized);
         bench.centre.answerRequests(Answer::Granted);
         bench.tick(0, {.memory = 90.0});

@@ -40,7 +40,7 @@ private slots:
         tick();
         QCOMPARE(title(), u"42%"_s);
         QCOMPARE(m_platform->item->accessibilityLabel, u"meterkin: 42%"_s);
-        QCOMPARE(m_platform->item->toolTip, u"Fan Speed: N/A\nMemory: 42%\nCPU Usage: N/A"_s);
+        QCOMPARE(m_platform->item->toolTip(), u"Fan Speed: N/A\nMemory: 42%\nCPU Usage: N/A"_s);
     }
 
     void blends()
@@ -111,12 +111,34 @@ private slots:
         QCOMPARE(title(), u"N/A"_s);
     }
 
-    void startsAtTheIntervalInEffect()
+    void handlesReadingsTogetherWhileNobodyLooks()
     {
-        m_platform->store.setNumber(u"updateInterval"_s, -5.0);
         launch();
-        QCOMPARE(m_delegate->collector().findChild<QTimer *>()->interval(), 3000);
-        tick(); // the first sample does not wait for the interval
+        tick();
+        ScriptedStatusItem &item = *m_platform->item;
+        const std::pair<bool, std::function<void()>> cases[]{
+            {false, [] {}},
+            {true, [this] { m_delegate->showDashboard(); }},
+            {true,
+             [this, &item] {
+                 m_delegate->closeDashboard();
+                 item.isToolTipShown = true;
+                 item.toolTip();
+             }},
+            {false, [&item] { item.isToolTipShown = false; }},
+            {true, [this] { m_delegate->settings().setAlertMemory(true); }}, // unanswered
+        };
+        m_delegate->collector().start(0.1);
+        for (const auto &[isEach, change] : cases) {
+            change();
+            int together = 0;
+            for (int delivery = 0; delivery < 2; ++delivery) { // a change may deliver some at once
+                const int before = item.toolTipRefreshes;
+                QTRY_VERIFY(item.toolTipRefreshes > before);
+                together = item.toolTipRefreshes - before;
+            }
+            QCOMPARE(together > 1, !isEach);
+        }
     }
 
     void keepsTheHotkeyInLine()

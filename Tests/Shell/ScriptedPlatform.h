@@ -19,14 +19,23 @@ struct ScriptedStatusItem : StatusItem {
     QColor systemColor(SystemColor color) const override { return colors[static_cast<int>(color)]; }
     void setTitle(const AttributedTitle &title) override { titles.append(title); }
     void setAccessibilityLabel(const QString &label) override { accessibilityLabel = label; }
-    void setToolTip(const QString &text) override { toolTip = text; }
+    void setToolTipSource(std::function<QString()> source) override { toolTip = std::move(source); }
+    void refreshToolTip() override
+    {
+        ++toolTipRefreshes;
+        if (isToolTipShown)
+            toolTip();
+    }
+    std::optional<std::chrono::seconds> toolTipPeriod() const override { return {}; }
     QRect geometry() const override { return QRect(700, 0, 60, 24); }
 
     static constexpr QColor colors[] = {QColor(0, 200, 0), QColor(200, 200, 0), QColor(200, 0, 0)};
     bool button = true;
     QList<AttributedTitle> titles;
     QString accessibilityLabel;
-    QString toolTip;
+    std::function<QString()> toolTip;
+    bool isToolTipShown = false;
+    int toolTipRefreshes = 0;
 };
 
 /// A system of scripted back ends. The onboarding was shown, and only the first sample comes by

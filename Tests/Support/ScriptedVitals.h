@@ -56,10 +56,10 @@ template <typename Source> struct VitalSource : Source {
 
 struct VitalFans : VitalSource<FanSource> {
     using VitalSource::VitalSource;
-    FanSample read() override
+    void read(FanSample &sample) override
     {
         vitals->fanGate->pass();
-        FanSample sample;
+        sample.fans.clear();
         sample.count = vitals->fanSpeed ? vitals->fans : 0;
         for (qint64 i = 0; i < sample.count; ++i) {
             FanReading fan{i, i == 0 ? *vitals->fanSpeed : 0.0, {}, vitals->fanRange};
@@ -67,7 +67,6 @@ struct VitalFans : VitalSource<FanSource> {
                 fan.min = *fan.max / 10.0;
             sample.fans.append(fan);
         }
-        return sample;
     }
 };
 

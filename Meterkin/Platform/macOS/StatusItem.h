@@ -21,7 +21,12 @@ public:
     /// A title in one of the system colours keeps following the menu bar's appearance.
     void setTitle(const AttributedTitle &title) override;
     void setAccessibilityLabel(const QString &label) override;
-    void setToolTip(const QString &text) override;
+    void setToolTipSource(std::function<QString()> source) override;
+    void refreshToolTip() override;
+    std::optional<std::chrono::seconds> toolTipPeriod() const override
+    {
+        return std::chrono::seconds(0); // the button keeps it
+    }
     /// Empty: the popover anchors to button() instead.
     QRect geometry() const override { return {}; }
 
@@ -32,4 +37,5 @@ private:
     struct Objects;
     std::unique_ptr<Objects> m_objects;
     std::optional<AttributedTitle> m_title;
+    std::function<QString()> m_toolTipSource;
 };

@@ -119,10 +119,15 @@ void MacStatusItem::setAccessibilityLabel(const QString &label)
     }
 }
 
-void MacStatusItem::setToolTip(const QString &text)
+void MacStatusItem::setToolTipSource(std::function<QString()> source)
+{
+    m_toolTipSource = std::move(source);
+}
+
+void MacStatusItem::refreshToolTip()
 {
     @autoreleasepool {
-        m_objects->item.button.toolTip = foundationText(text);
+        m_objects->item.button.toolTip = foundationText(m_toolTipSource());
     }
 }
 

@@ -13,6 +13,7 @@
 #include <tuple>
 #include <utility>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -61,6 +62,35 @@ std::vector<std::string> entriesOf(const std::string &folder)
     return paths;
 }
 
+/// Of what changes when a monitor is replaced, or gets or loses a file. Taken without the memory
+/// that listing a folder in the usual way allocates.
+std::uint64_t hashOfMonitors(const std::string &folder)
+{
+    std::uint64_t hash = 0;
+    const auto add = [&hash](std::uint64_t value) { hash = (hash ^ value) * 0x100000001b3U; };
+    const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0)
+        return hash;
+    alignas(dirent64) std::array<char, 2048> entries;
+    ssize_t size = 0;
+    while ((size = getdents64(descriptor, entries.data(), entries.size())) > 0) {
+        for (ssize_t at = 0; at < size;) {
+            const auto *entry = reinterpret_cast<const dirent64 *>(entries.data() + at);
+            at += entry->d_reclen;
+            struct stat status { };
+            if (entry->d_name[0] == '.' || ::fstatat(descriptor, entry->d_name, &status, 0) != 0)
+                continue;
+            for (const char *letter = entry->d_name; *letter != '\0'; ++letter)
+                add(static_cast<unsigned char>(*letter));
+            add(status.st_ino);
+            add(static_cast<std::uint64_t>(status.st_mtim.tv_sec));
+            add(static_cast<std::uint64_t>(status.st_mtim.tv_nsec));
+        }
+    }
+    ::close(descriptor);
+    return hash;
+}
+
 /// The path with all links resolved; empty when there is no such file.
 std::string canonical(const std::string &path)
 {
@@ -76,24 +106,22 @@ LinuxFanSource::LinuxFanSource(std::string folder, MonotonicClock clock)
 {
 }
 
-FanSample LinuxFanSource::read()
+void LinuxFanSource::read(FanSample &sample)
 {
     lookForFans();
-    FanSample sample;
     sample.count = std::ssize(m_fans);
+    sample.fans.clear();
     sample.fans.reserve(sample.count);
     std::int64_t index = 0;
     for (const Fan &fan : m_fans) {
-        const std::string path = fan.path + "_input";
         errno = 0;
-        if (const std::optional<double> rpm = readSpeed(path))
-            sample.fans.append({index, *rpm, readSpeed(fan.path + "_min"),
-                                readSpeed(fan.path + "_max"), fan.name});
+        if (const std::optional<double> rpm = readSpeed(fan.input))
+            sample.fans.append(
+                {index, *rpm, readSpeed(fan.minimum), readSpeed(fan.maximum), fan.name});
         else
-            warnOnce(path, errno);
+            warnOnce(fan.input, errno);
         ++index;
     }
-    return sample;
 }
 
 void LinuxFanSource::lookForFans()
@@ -104,43 +132,29 @@ void LinuxFanSource::lookForFans()
     m_lookedAt = now;
     // Compared first, because finding the fans lists every monitor. After a change they are found
     // twice: a new monitor may get its files only after it has appeared.
-    std::vector<Monitor> monitors = listMonitors();
-    const bool hasChanged = monitors != m_monitors;
-    if (std::exchange(m_hasChanged, hasChanged) || hasChanged) {
-        m_monitors = std::move(monitors);
+    const std::uint64_t monitors = hashOfMonitors(m_folder);
+    const bool hasChanged = std::exchange(m_monitors, monitors) != monitors;
+    if (std::exchange(m_hasChanged, hasChanged) || hasChanged)
         findFans();
-    }
-}
-
-std::vector<LinuxFanSource::Monitor> LinuxFanSource::listMonitors() const
-{
-    std::vector<Monitor> monitors;
-    for (const std::string &path : entriesOf(m_folder)) {
-        struct stat status { };
-        if (::stat(path.c_str(), &status) == 0)
-            monitors.push_back({path, status.st_ino,
-                                status.st_mtim.tv_sec * 1'000'000'000 + status.st_mtim.tv_nsec});
-    }
-    std::ranges::sort(monitors, {}, &Monitor::path);
-    return monitors;
 }
 
 void LinuxFanSource::findFans()
 {
     const std::vector<Fan> before = std::exchange(m_fans, {});
-    for (const Monitor &monitor : m_monitors)
-        addFansOf(monitor.path);
+    const std::vector<std::string> monitors = entriesOf(m_folder);
+    for (const std::string &monitor : monitors)
+        addFansOf(monitor);
     // The kernel numbers the monitors differently at each boot.
     std::ranges::sort(m_fans, {}, [](const Fan &fan) {
-        return std::tie(fan.chip, fan.device, fan.number, fan.path);
+        return std::tie(fan.chip, fan.device, fan.number, fan.input);
     });
     if (m_fans.empty())
-        qCDebug(logSampling, "the %zu hardware monitors in %s have no fan", m_monitors.size(),
+        qCDebug(logSampling, "the %zu hardware monitors in %s have no fan", monitors.size(),
                 m_folder.c_str());
     else if (m_fans != before)
         for (const Fan &fan : m_fans)
-            qCDebug(logSampling, "%s_input is a fan of chip \"%s\" with the name \"%ls\"",
-                    fan.path.c_str(), fan.chip.c_str(), qUtf16Printable(fan.name));
+            qCDebug(logSampling, "%s is a fan of chip \"%s\" with the name \"%ls\"",
+                    fan.input.c_str(), fan.chip.c_str(), qUtf16Printable(fan.name));
 }
 
 void LinuxFanSource::addFansOf(const std::string &monitor)
@@ -160,7 +174,8 @@ void LinuxFanSource::addFansOf(const std::string &monitor)
         const std::optional<std::uint64_t> number = takeNumber(digits);
         if (!number || !digits.empty())
             continue;
-        m_fans.push_back({chip, device.empty() ? canonical(monitor + "/..") : device, *number, stem,
+        m_fans.push_back({chip, device.empty() ? canonical(monitor + "/..") : device, *number, path,
+                          stem + "_min", stem + "_max",
                           QString::fromStdString(readLine(stem + "_label"))});
     }
 }

@@ -17,27 +17,21 @@ public:
         MonotonicClock clock = [] { return std::chrono::steady_clock::now(); });
 
     /// Fans that were added or removed count from ten seconds later at the latest.
-    FanSample read() override;
+    void read(FanSample &sample) override;
 
 private:
-    /// What changes when a monitor is replaced, or gets or loses a file.
-    struct Monitor {
-        std::string path;
-        std::uint64_t inode = 0;
-        std::int64_t changedAt = 0; ///< nanoseconds
-        bool operator==(const Monitor &) const = default;
-    };
     struct Fan {
         std::string chip;
         std::string device; ///< path of the device, without the number of a monitor
         std::uint64_t number = 0;
-        std::string path; ///< of its files, up to the "_"
+        std::string input; ///< paths of its files
+        std::string minimum;
+        std::string maximum;
         QString name;
         bool operator==(const Fan &) const = default;
     };
 
     void lookForFans();
-    std::vector<Monitor> listMonitors() const;
     void findFans();
     void addFansOf(const std::string &monitor);
     /// Logs, once per file, that it cannot be read. `error` is an errno, 0 for what is no number.
@@ -46,7 +40,7 @@ private:
     std::string m_folder;
     MonotonicClock m_clock;
     std::optional<std::chrono::steady_clock::time_point> m_lookedAt;
-    std::vector<Monitor> m_monitors; ///< by path
+    std::uint64_t m_monitors = 0; ///< their hash at the last look
     bool m_hasChanged = true; ///< at the last look; the first one finds the fans in any case
     std::vector<Fan> m_fans;
     std::vector<std::string> m_reported; ///< paths that the log has named

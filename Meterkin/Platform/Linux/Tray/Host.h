@@ -11,7 +11,6 @@
 struct TrayContent {
     AttributedTitle title;
     QString accessibilityLabel;
-    QString toolTip; ///< plain text, lines separated by line feeds
 
     bool operator==(const TrayContent &) const = default;
 };

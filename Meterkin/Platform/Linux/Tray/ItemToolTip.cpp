@@ -5,6 +5,8 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include <utility>
+
 namespace {
 
 constexpr std::chrono::milliseconds Delay{500};
@@ -12,25 +14,25 @@ constexpr int Padding = 9; // logical pixels
 
 } // namespace
 
-ItemToolTip::ItemToolTip()
+ItemToolTip::ItemToolTip(std::function<QString()> source)
+    : m_source(std::move(source))
 {
     setFlags(Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus
              | Qt::WindowTransparentForInput);
     m_delay.setSingleShot(true);
     m_delay.setInterval(Delay);
     connect(&m_delay, &QTimer::timeout, this, [this] {
-        fit();
+        readText();
         show();
     });
 }
 
-void ItemToolTip::setText(const QString &text)
+void ItemToolTip::refresh()
 {
-    m_text = text;
-    if (isVisible()) {
-        fit();
-        update();
-    }
+    if (!isVisible())
+        return;
+    readText();
+    update();
 }
 
 void ItemToolTip::schedule(QPoint anchor)
@@ -55,8 +57,9 @@ void ItemToolTip::paintEvent(QPaintEvent *)
                      Qt::AlignLeft, m_text);
 }
 
-void ItemToolTip::fit()
+void ItemToolTip::readText()
 {
+    m_text = m_source();
     const QFontMetrics metrics(PanelWindow::font());
     const QSize size = metrics.size(0, m_text) + QSize(2 * Padding, 2 * Padding);
     setGeometry(PanelWindow::beside(m_anchor, size));

@@ -3,15 +3,18 @@
 #include <QRasterWindow>
 #include <QTimer>
 
+#include <functional>
+
 /// The item's tool tip where the panel shows none. Main thread only.
 class ItemToolTip : public QRasterWindow {
     Q_OBJECT
 
 public:
-    ItemToolTip();
+    /// The source is asked whenever the text comes in sight: plain, lines separated by line feeds.
+    explicit ItemToolTip(std::function<QString()> source);
 
-    /// Plain text, lines separated by line feeds. A visible tip changes at once.
-    void setText(const QString &text);
+    /// A visible tip asks for its text again.
+    void refresh();
     /// Appears next to `anchor` after the pointer has rested a moment.
     void schedule(QPoint anchor);
     void dismiss();
@@ -20,8 +23,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void fit();
+    void readText();
 
+    std::function<QString()> m_source;
     QString m_text;
     QPoint m_anchor;
     QTimer m_delay;

@@ -66,12 +66,23 @@ void LinuxStatusItem::setAccessibilityLabel(const QString &label)
         m_publish.start(0);
 }
 
-void LinuxStatusItem::setToolTip(const QString &text)
+void LinuxStatusItem::setToolTipSource(std::function<QString()> source)
 {
-    if (std::exchange(m_content.toolTip, text) != text)
-        m_publish.start(0);
-    if (m_toolTip)
-        m_toolTip->setText(text);
+    m_toolTipSource = std::move(source);
+    m_notifier.setToolTipSource(m_toolTipSource);
+}
+
+void LinuxStatusItem::refreshToolTip()
+{
+    if (m_current == &m_notifier)
+        m_notifier.refreshToolTip();
+    else if (m_toolTip)
+        m_toolTip->refresh();
+}
+
+std::optional<std::chrono::seconds> LinuxStatusItem::toolTipPeriod() const
+{
+    return m_current == &m_notifier ? m_notifier.toolTipPeriod() : std::nullopt;
 }
 
 QRect LinuxStatusItem::geometry() const
@@ -171,7 +182,6 @@ void LinuxStatusItem::showToolTip(bool isInside)
         return;
     }
     if (!m_toolTip)
-        m_toolTip = std::make_unique<ItemToolTip>();
-    m_toolTip->setText(m_content.toolTip);
+        m_toolTip = std::make_unique<ItemToolTip>([this] { return m_toolTipSource(); });
     m_toolTip->schedule(geometry().center());
 }

@@ -28,7 +28,9 @@ public:
     QColor systemColor(SystemColor color) const override;
     void setTitle(const AttributedTitle &title) override;
     void setAccessibilityLabel(const QString &label) override;
-    void setToolTip(const QString &text) override;
+    void setToolTipSource(std::function<QString()> source) override;
+    void refreshToolTip() override;
+    std::optional<std::chrono::seconds> toolTipPeriod() const override;
     QRect geometry() const override;
 
 private:
@@ -53,6 +55,7 @@ private:
     FloatingStrip m_strip;
     TrayHost *m_current = nullptr;
     TrayContent m_content;
+    std::function<QString()> m_toolTipSource;
     QTimer m_stripDelay;
     QTimer m_publish;
     std::unique_ptr<ItemToolTip> m_toolTip; ///< from the first time that the pointer rests on it

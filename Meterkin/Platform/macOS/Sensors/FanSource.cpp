@@ -12,11 +12,11 @@ MacFanSource::MacFanSource(std::unique_ptr<FanControllerConnection> connection)
         qCDebug(logSampling, "No fan controller: no fan speeds until the next start");
 }
 
-FanSample MacFanSource::read()
+void MacFanSource::read(FanSample &sample)
 {
-    FanSample sample;
-    if (const std::optional<RawKey> count = m_smcReader.readRaw("FNum"))
-        sample.count = count->bytes[0];
+    const std::optional<RawKey> count = m_smcReader.readRaw("FNum");
+    sample.count = count ? count->bytes[0] : 0;
+    sample.fans.clear();
     for (qint64 i = 0; i < sample.count; ++i) {
         const std::string fan = std::string("F").append(std::to_string(i));
         const std::optional<double> rpm = m_smcReader.readValue(fan + "Ac");
@@ -27,5 +27,4 @@ FanSample MacFanSource::read()
         const std::optional<double> maximum = m_smcReader.readValue(fan + "Mx");
         sample.fans.append({i, *rpm, minimum, maximum});
     }
-    return sample;
 }

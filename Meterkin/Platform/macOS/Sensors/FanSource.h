@@ -8,7 +8,7 @@ class MacFanSource : public FanSource {
 public:
     explicit MacFanSource(std::unique_ptr<FanControllerConnection> connection);
 
-    FanSample read() override;
+    void read(FanSample &sample) override;
 
 private:
     SMCReader m_smcReader;

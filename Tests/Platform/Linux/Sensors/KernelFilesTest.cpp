@@ -117,15 +117,15 @@ private:
     QByteArray usageBetween(const QByteArray &before, const QByteArray &now) const
     {
         CPUReader reader(std::make_unique<LinuxProcessorTicks>(put("stat", before)));
-        reader.read();
+        CPUInfo info;
+        reader.read(info);
         put("stat", "");
-        reader.read();
+        reader.read(info);
         put("stat", now);
-        const std::optional<CPUInfo> info = reader.read();
-        reader.read();
-        reader.read(); // changes nothing in a sample that is kept
-        QByteArray text = info ? QByteArray::number(info->aggregateUsage) + ':' : QByteArray();
-        for (const double usage : info.value_or(CPUInfo()).perCoreUsage)
+        if (!reader.read(info))
+            return {};
+        QByteArray text = QByteArray::number(info.aggregateUsage) + ':';
+        for (const double usage : std::as_const(info.perCoreUsage))
             text += ' ' + QByteArray::number(usage);
         return text;
     }

@@ -21,7 +21,7 @@ const QString menuInterface = u"com.canonical.dbusmenu"_s;
 
 TrayContent content(const QString &text, const QColor &color = QColor(0x12, 0x34, 0x56))
 {
-    return {{text, color, u"100%"_s}, u"meterkin: "_s + text, u"CPU <9%"_s};
+    return {{text, color, u"100%"_s}, u"meterkin: "_s + text};
 }
 
 /// A program with its item, which is attached wherever there is a panel.
@@ -30,10 +30,12 @@ struct Program {
     BusConnection bus{BusConnection::Kind::Session, {.reply = 1s, .firstRetry = 100ms}};
     TitlePainter painter;
     NotifierItem item{bus, painter};
+    QString toolTip = u"CPU <9%"_s;
 
     Program()
     {
         item.setContent(content(u"42%"_s));
+        item.setToolTipSource([this] { return toolTip; });
         QObject::connect(&item, &TrayHost::availabilityChanged, &item, [this] {
             if (item.isAvailable())
                 item.attach();

@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 TrayContent titled(const QString &text, const QString &widest = u"100%"_s)
 {
-    return {{text, Qt::red, widest}, u"meterkin: "_s + text, QString()};
+    return {{text, Qt::red, widest}, u"meterkin: "_s + text};
 }
 
 /// A strip on the screen.

@@ -11,25 +11,25 @@ constexpr std::array squareSides{22, 24, 32, 48, 64};
 constexpr int WideHeight = 16; // logical pixels
 constexpr int WideScale = 3; // still crisp after these panels have scaled it down
 
-// The tool tip changes with each reading, and each signal makes panels read it. Most read it with
-// the picture anyway; the others show one that is at most this old.
-constexpr std::chrono::seconds ToolTipDelay{5};
+// Panels keep the tool tip until they are told of another one. It changes with each reading, and
+// each signal makes them read it.
+constexpr std::chrono::seconds ToolTipPeriod{5};
 
 } // namespace
 
 const QString NotifierInterface::MenuPath = QStringLiteral("/StatusNotifierItem/Menu");
 
 NotifierInterface::NotifierInterface(TitlePainter &painter, NotifierHostKind kind,
-                                     const TrayContent &content)
+                                     const TrayContent &content, std::function<QString()> toolTip)
     : m_painter(painter)
     , m_kind(kind)
     , m_content(content)
+    , m_toolTipSource(std::move(toolTip))
 {
     registerNotifierTypes();
     m_toolTipDelay.setSingleShot(true);
     m_toolTipDelay.setTimerType(Qt::VeryCoarseTimer);
-    m_toolTipDelay.setInterval(ToolTipDelay);
-    connect(&m_toolTipDelay, &QTimer::timeout, this, &NotifierInterface::NewToolTip);
+    connect(&m_toolTipDelay, &QTimer::timeout, this, &NotifierInterface::refreshToolTip);
 }
 
 void NotifierInterface::setContent(const TrayContent &content)
@@ -48,9 +48,27 @@ void NotifierInterface::setContent(const TrayContent &content)
         emit NewIcon();
     if (isReworded && hasLabel)
         emit XAyatanaNewLabel(label(), labelGuide());
+}
 
-    if (previous.toolTip != content.toolTip && !m_toolTipDelay.isActive())
-        m_toolTipDelay.start();
+void NotifierInterface::refreshToolTip()
+{
+    if (!toolTipPeriod())
+        return;
+    if (!m_nextToolTip.hasExpired()) {
+        if (!m_toolTipDelay.isActive())
+            m_toolTipDelay.start(static_cast<int>(m_nextToolTip.remainingTime()));
+        return;
+    }
+    // To ask can bring new readings, and with them another call.
+    if (m_toolTipSource() == m_toolTip || !m_nextToolTip.hasExpired())
+        return;
+    m_nextToolTip.setRemainingTime(ToolTipPeriod);
+    emit NewToolTip();
+}
+
+std::optional<std::chrono::seconds> NotifierInterface::toolTipPeriod() const
+{
+    return m_kind == NotifierHostKind::Label ? std::nullopt : std::optional(ToolTipPeriod);
 }
 
 QList<NotifierPixmap> NotifierInterface::iconPixmap()
@@ -76,10 +94,11 @@ QList<NotifierPixmap> NotifierInterface::paint() const
     return pixmaps;
 }
 
-NotifierToolTip NotifierInterface::toolTip() const
+NotifierToolTip NotifierInterface::toolTip()
 {
+    m_toolTip = m_toolTipSource();
     // A line feed breaks the line in every panel; a tag for it only in some.
-    return {nothing(), {}, title(), m_content.toolTip.toHtmlEscaped()};
+    return {nothing(), {}, title(), m_toolTip.toHtmlEscaped()};
 }
 
 void NotifierInterface::Activate(int x, int y)

@@ -6,6 +6,11 @@
 #include "Platform/Linux/Tray/TitlePainter.h"
 
 #include <QDBusObjectPath>
+#include <QDeadlineTimer>
+
+#include <chrono>
+#include <functional>
+#include <optional>
 
 /// The item on the bus: properties, slots and scriptable signals are those of
 /// org.kde.StatusNotifierItem. Pictures are drawn when a panel reads them. Main thread only.
@@ -36,11 +41,16 @@ class NotifierInterface : public QObject {
 public:
     static const QString MenuPath;
 
-    /// The painter outlives it.
-    NotifierInterface(TitlePainter &painter, NotifierHostKind kind, const TrayContent &content);
+    /// The painter outlives it. The tool tip is asked for when a panel reads it.
+    NotifierInterface(TitlePainter &painter, NotifierHostKind kind, const TrayContent &content,
+                      std::function<QString()> toolTip);
 
     /// Tells the panel what looks different now.
     void setContent(const TrayContent &content);
+    /// Tells the panel that the tool tip may be another one, if it has not been told just now.
+    void refreshToolTip();
+    /// The shortest time from telling it to the next. Absent where the panel shows no tool tips.
+    std::optional<std::chrono::seconds> toolTipPeriod() const;
 
     QString category() const { return QStringLiteral("Hardware"); }
     QString id() const { return QStringLiteral("meterkin"); }
@@ -53,7 +63,7 @@ public:
     QList<NotifierPixmap> noPixmap() const { return {}; }
     QList<NotifierPixmap> iconPixmap();
     QString accessibleText() const { return m_content.accessibilityLabel; }
-    NotifierToolTip toolTip() const;
+    NotifierToolTip toolTip();
     QString label() const { return m_content.title.text; }
     QString labelGuide() const { return m_content.title.widestText; }
     uint orderingIndex() const { return 0; }
@@ -83,5 +93,8 @@ private:
     const NotifierHostKind m_kind;
     TrayContent m_content;
     QList<NotifierPixmap> m_pixmaps; ///< empty until a panel reads them
+    std::function<QString()> m_toolTipSource;
+    QString m_toolTip; ///< as the panel has read it
+    QDeadlineTimer m_nextToolTip; ///< not before
     QTimer m_toolTipDelay;
 };

@@ -93,6 +93,17 @@ void NotifierItem::setContent(const TrayContent &content)
         m_interface->setContent(content);
 }
 
+void NotifierItem::refreshToolTip()
+{
+    if (m_interface)
+        m_interface->refreshToolTip();
+}
+
+std::optional<std::chrono::seconds> NotifierItem::toolTipPeriod() const
+{
+    return m_interface ? m_interface->toolTipPeriod() : std::nullopt;
+}
+
 QRect NotifierItem::geometry() const
 {
     // Panels that do not know the place give the origin.
@@ -127,7 +138,8 @@ void NotifierItem::present()
     QDBusConnection connection = *m_bus.connection();
     m_name = newItemName();
     m_presentedTo = m_watcher.owner();
-    m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.hostKind(), m_content);
+    m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.hostKind(), m_content,
+                                                      [this] { return m_toolTipSource(); });
     m_menu = std::make_unique<NotifierMenu>();
     // Queued: the panel gets its reply before a window is built, and the objects may be deleted.
     connect(

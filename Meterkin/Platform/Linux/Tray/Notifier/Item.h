@@ -6,8 +6,11 @@
 #include "Platform/Linux/Tray/Notifier/Watcher.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 /// The tray of panels that support org.kde.StatusNotifierItem. Main thread only.
 class NotifierItem : public TrayHost {
@@ -25,6 +28,12 @@ public:
     /// A small rectangle around the last click, if the panel gave a place on a screen.
     QRect geometry() const override;
 
+    /// Asked for when a panel reads the tool tip.
+    void setToolTipSource(std::function<QString()> source) { m_toolTipSource = std::move(source); }
+    void refreshToolTip();
+    /// Absent where the panel shows no tool tips.
+    std::optional<std::chrono::seconds> toolTipPeriod() const;
+
 private:
     void handleWatcher();
     void updateAvailability();
@@ -37,6 +46,7 @@ private:
     TitlePainter &m_painter;
     NotifierWatcher m_watcher;
     TrayContent m_content;
+    std::function<QString()> m_toolTipSource = [] { return QString(); };
     bool m_attached = false;
     bool m_wasAvailable = false; ///< when availabilityChanged() was last emitted
 
