@@ -1,86 +1,68 @@
 #include "Platform/Linux/Tray/GlyphSet.h"
 
-#include <QPainter>
+#include <QColor>
 
 #include <algorithm>
 #include <cmath>
 
-namespace {
-
-constexpr int Overhang = 1; // some letters reach a little beyond their cell
-
-bool isDigit(QChar character)
+GlyphSet::GlyphSet(const Typeface &typeface, int pixelSize)
+    : m_typeface(typeface)
+    , m_pixelSize(pixelSize)
 {
-    return character >= u'0' && character <= u'9';
-}
-
-} // namespace
-
-GlyphSet::GlyphSet(const QFont &font)
-    : m_font(font)
-    , m_metrics(font)
-    , m_capHeight(static_cast<int>(std::lround(m_metrics.capHeight())))
-{
+    FontFile font(m_typeface, m_pixelSize);
+    m_capHeight = static_cast<int>(std::lround(font.capHeight()));
+    int widest = 0;
     for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        m_digitWidth = std::max(m_digitWidth, advance(QChar(digit)));
+        widest = std::max(widest, advance(digit, font));
     for (char16_t digit = u'0'; digit <= u'9'; ++digit)
-        m_advances[QChar(digit)] = m_digitWidth;
+        m_advances[digit] = widest;
 }
 
 int GlyphSet::width(QStringView text)
 {
+    FontFile font(m_typeface, m_pixelSize);
     int sum = 0;
     for (const QChar character : text)
-        sum += advance(character);
+        sum += advance(character, font);
     return sum;
 }
 
 void GlyphSet::draw(QImage &image, QStringView text, QPoint baseline, const QColor &color)
 {
+    FontFile font(m_typeface, m_pixelSize);
     const QRgb rgb = color.rgba();
-    int left = baseline.x() - Overhang;
-    const int top = baseline.y() - static_cast<int>(std::ceil(m_metrics.ascent()));
     for (const QChar character : text) {
-        const QImage &coverage = mask(character);
-        const QRect target = coverage.rect().translated(left, top) & image.rect();
+        const LetterMask &letter = mask(character, font);
+        const QPoint corner = baseline + letter.place;
+        const QRect target = letter.coverage.rect().translated(corner) & image.rect();
         for (int y = target.top(); y <= target.bottom(); ++y) {
-            const uchar *from = coverage.constScanLine(y - top);
+            const uchar *from = letter.coverage.constScanLine(y - corner.y());
             auto *to = reinterpret_cast<QRgb *>(image.scanLine(y));
             for (int x = target.left(); x <= target.right(); ++x) {
-                const int alpha = from[x - left] * qAlpha(rgb) / 255;
+                const int alpha = from[x - corner.x()] * qAlpha(rgb) / 255;
                 if (alpha > qAlpha(to[x]))
                     to[x] = qPremultiply(qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), alpha));
             }
         }
-        left += advance(character);
+        baseline.rx() += advance(character, font);
     }
 }
 
-int GlyphSet::advance(QChar character)
+int GlyphSet::advance(QChar character, FontFile &font)
 {
     const auto known = m_advances.constFind(character);
     if (known != m_advances.constEnd())
         return *known;
-    const int width = static_cast<int>(std::lround(m_metrics.horizontalAdvance(character)));
-    return *m_advances.insert(character, width);
+    return *m_advances.insert(character, static_cast<int>(std::lround(font.advance(character))));
 }
 
-const QImage &GlyphSet::mask(QChar character)
+const LetterMask &GlyphSet::mask(QChar character, FontFile &font)
 {
-    QImage &mask = m_masks[character];
-    if (!mask.isNull())
-        return mask;
-    const int cell = advance(character);
-    QImage image(cell + 2 * Overhang, static_cast<int>(std::ceil(m_metrics.height())) + 1,
-                 QImage::Format_ARGB32_Premultiplied);
-    image.fill(Qt::transparent);
-    QPainter painter(&image);
-    painter.setFont(m_font);
-    painter.setPen(Qt::white);
-    const qreal slack = isDigit(character) ? cell - m_metrics.horizontalAdvance(character) : 0;
-    painter.drawText(QPointF(Overhang + slack / 2, std::ceil(m_metrics.ascent())),
-                     QString(character));
-    painter.end();
-    mask = image.convertToFormat(QImage::Format_Alpha8);
-    return mask;
+    const auto known = m_masks.constFind(character);
+    if (known != m_masks.constEnd())
+        return *known;
+    // A digit that is narrower than the others stands in the middle of its cell.
+    const double slack =
+        character.isDigit() ? advance(character, font) - font.advance(character) : 0;
+    return *m_masks.insert(character, font.mask(character, slack / 2));
 }

@@ -1,15 +1,17 @@
 #pragma once
 
-#include <QFont>
-#include <QFontMetricsF>
+#include "Platform/Linux/Tray/FontFile.h"
+#include "Platform/Linux/Tray/Typeface.h"
+
 #include <QHash>
 #include <QImage>
 
-/// A font whose characters are measured and drawn once, since a title changes often and its letters
-/// do not. All digits get the same width, whatever the font says. Device pixels; main thread only.
+/// A typeface at one size, whose characters are measured and drawn once, since a title changes
+/// often and its letters do not. All digits get the same width, whatever the font says. Device
+/// pixels; main thread only.
 class GlyphSet {
 public:
-    explicit GlyphSet(const QFont &font);
+    GlyphSet(const Typeface &typeface, int pixelSize);
 
     int width(QStringView text);
     int capHeight() const { return m_capHeight; }
@@ -17,13 +19,12 @@ public:
     void draw(QImage &image, QStringView text, QPoint baseline, const QColor &color);
 
 private:
-    int advance(QChar character);
-    const QImage &mask(QChar character);
+    int advance(QChar character, FontFile &font);
+    const LetterMask &mask(QChar character, FontFile &font);
 
-    QFont m_font;
-    QFontMetricsF m_metrics;
-    int m_capHeight;
-    int m_digitWidth = 0;
+    Typeface m_typeface;
+    int m_pixelSize;
+    int m_capHeight = 0;
     QHash<QChar, int> m_advances;
-    QHash<QChar, QImage> m_masks; ///< coverage; the baseline is the ascent below the top
+    QHash<QChar, LetterMask> m_masks;
 };

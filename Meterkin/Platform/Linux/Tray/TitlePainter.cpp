@@ -9,7 +9,6 @@ namespace {
 
 constexpr int SidePadding = 3; // logical pixels between the text and the item's edge
 constexpr double LineGap = 0.12; // of the side, between the two lines of a square
-constexpr int SquareStretch = 80; // percent: narrow digits can be higher in a square
 constexpr int ReferenceSize = 100; // of the font that squares are measured with
 constexpr std::size_t MostGlyphSets = 12; // sizes in use at a time: a panel's and a few squares
 
@@ -89,13 +88,10 @@ GlyphSet &TitlePainter::glyphs(Face face, int pixelSize)
         return known->second;
     if (m_glyphs.size() >= MostGlyphSets)
         m_glyphs.clear();
-    QFont font;
-    font.setPixelSize(key.second);
-    font.setStyleStrategy(QFont::PreferAntialias);
-    font.setWeight(face == Face::Line ? QFont::Medium : QFont::DemiBold);
-    if (face == Face::Square)
-        font.setStretch(SquareStretch);
-    return m_glyphs.try_emplace(key, font).first->second;
+    if (!m_typefaces)
+        m_typefaces = findTitleTypefaces();
+    const Typeface &typeface = face == Face::Line ? m_typefaces->line : m_typefaces->square;
+    return m_glyphs.try_emplace(key, typeface, key.second).first->second;
 }
 
 GlyphSet &TitlePainter::lineGlyphs(int height, double scale)
@@ -110,12 +106,12 @@ int TitlePainter::squareSize(const QList<QStringView> &lines, int side)
 {
     // Measured with two digits, so that the size stays the same from 0% to 99%.
     GlyphSet &reference = glyphs(Face::Square, ReferenceSize);
-    int widest = reference.width(u"00%");
+    int widest = std::max(reference.width(u"00%"), 1); // without a font all widths are zero
     for (const QStringView line : lines)
         widest = std::max(widest, reference.width(line));
     const int count = static_cast<int>(lines.size());
     const double tallest = static_cast<double>(side - (count - 1) * lineGap(side)) / count;
-    const double fit = std::min(static_cast<double>(side) / widest,
-                                tallest / static_cast<double>(reference.capHeight()));
+    const double fit =
+        std::min(static_cast<double>(side) / widest, tallest / std::max(reference.capHeight(), 1));
     return static_cast<int>(ReferenceSize * fit);
 }

@@ -6,6 +6,7 @@
 #include <QImage>
 
 #include <map>
+#include <optional>
 
 /// Draws the title for the trays, as premultiplied ARGB with a transparent background.
 /// Main thread only. Sizes are device pixels.
@@ -28,5 +29,6 @@ private:
     GlyphSet &lineGlyphs(int height, double scale);
     int squareSize(const QList<QStringView> &lines, int side);
 
+    std::optional<TitleTypefaces> m_typefaces; ///< once a letter was wanted
     std::map<std::pair<Face, int>, GlyphSet> m_glyphs;
 };

@@ -47,6 +47,21 @@ private slots:
         }
     }
 
+    void titleIsBlankWithoutAFont()
+    {
+        QTemporaryFile settings;
+        QVERIFY(settings.open()
+                && settings.write("<fontconfig><cachedir>/dev/null</cachedir></fontconfig>") > 0
+                && settings.flush());
+        qputenv("FONTCONFIG_FILE", settings.fileName().toLocal8Bit());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"title is blank"_s));
+        TitlePainter painter;
+        const AttributedTitle title{u"42%"_s, Qt::red, u"100%"_s};
+        QCOMPARE(painter.square(title, 22).size(), QSize(22, 22));
+        QVERIFY(painter.wide(title, 22, 1).width() < m_painter.wide(title, 22, 1).width());
+        qunsetenv("FONTCONFIG_FILE");
+    }
+
     void stripStaysWhereItWasLeft()
     {
         for (const char *stored : {"", "120,80", "12;x", "-5000,99999", "2147483647,3"}) {
