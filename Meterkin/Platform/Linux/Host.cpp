@@ -3,11 +3,14 @@
 #include "Platform/Linux/BatchScheduling.h"
 #include "Platform/Linux/DisplaySelection.h"
 #include "Platform/Linux/Exhaustion.h"
+#include "Platform/Linux/Memory.h"
 
 #include <QGuiApplication>
 #include <QSessionManager>
 #include <QString>
+#include <QTimer>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -15,6 +18,11 @@
 #include <unistd.h>
 
 namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto StartDuration =
+    5s; // by then the title is in its place, and shows its first readings
 
 [[noreturn]] void refuse(const char *reason)
 {
@@ -41,6 +49,7 @@ void handleQtMessage(QtMsgType type, const QMessageLogContext &context, const QS
 
 QByteArrayList ProgramHost::prepare()
 {
+    useLittleMemory();
     endWhenExhausted();
     if (const char *lack = lackingResource())
         refuse(lack);
@@ -64,6 +73,7 @@ std::unique_ptr<ProgramHost> ProgramHost::make()
 
 LinuxHost::LinuxHost()
 {
+    QTimer::singleShot(StartDuration, qGuiApp, giveMemoryBackSoon);
     QObject::connect(&m_signals, &TerminationSignals::received, qGuiApp, &QCoreApplication::quit);
     // The autostart entry starts the program at login; the session manager must not do it too.
     QObject::connect(

@@ -1,13 +1,9 @@
 #pragma once
 
-#include <QCoreApplication>
+/// Before anything else: keeps the C library from holding memory for each thread, and from keeping
+/// what was freed.
+void useLittleMemory();
 
-#include <malloc.h>
-
-/// Returns freed memory to the system, after the event loop has deleted what was deferred. For the
-/// end of a window's views, which frees megabytes that the C library would keep.
-inline void giveMemoryBackSoon()
-{
-    QMetaObject::invokeMethod(
-        qApp, [] { malloc_trim(0); }, Qt::QueuedConnection);
-}
+/// Returns freed memory and stack to the system, after the event loop has deleted what was
+/// deferred. For the end of the program's start, and of a window's views.
+void giveMemoryBackSoon();
