@@ -24,6 +24,16 @@ using namespace std::chrono_literals;
 constexpr auto StartDuration =
     5s; // by then the title is in its place, and shows its first readings
 
+// Qt asks it for each thread that gets an event loop.
+constexpr const char *WithoutGlib = "QT_NO_GLIB";
+bool isQtWithoutGlib = false; // by our own choice
+
+/// Nothing here needs GLib's event loop, which takes more memory and time than that of Qt.
+void startQtWithoutGlib()
+{
+    isQtWithoutGlib = !qEnvironmentVariableIsSet(WithoutGlib) && qputenv(WithoutGlib, "1");
+}
+
 [[noreturn]] void refuse(const char *reason)
 {
     std::fprintf(stderr, "meterkin: %s\n", reason);
@@ -61,6 +71,7 @@ QByteArrayList ProgramHost::prepare()
     useBatchScheduling();
     BusConnection::keepQtFromSilentBus();
     qInstallMessageHandler(handleQtMessage);
+    startQtWithoutGlib();
     // As options, because programs that we start would inherit environment variables. The theme
     // plugins of desktops would load whole toolkits.
     return {"-platform", platforms, "-platformtheme", "generic"};
@@ -73,6 +84,8 @@ std::unique_ptr<ProgramHost> ProgramHost::make()
 
 LinuxHost::LinuxHost()
 {
+    if (isQtWithoutGlib)
+        qunsetenv(WithoutGlib); // programs that we start would inherit it
     QTimer::singleShot(StartDuration, qGuiApp, giveMemoryBackSoon);
     QObject::connect(&m_signals, &TerminationSignals::received, qGuiApp, &QCoreApplication::quit);
     // The autostart entry starts the program at login; the session manager must not do it too.
