@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Views/Appearance.h"
+#include "Views/TypeRegistrations.h"
 
 #include <QQmlEngine>
 #include <QQuickItem>
@@ -9,8 +10,7 @@
 #include <memory>
 
 /// The engine that the views live in. It outlives them. Main thread only.
-class ViewEngine : public QQmlEngine {
-    Q_OBJECT
+class ViewEngine : private TypeRegistrations, public QQmlEngine {
 
 public:
     explicit ViewEngine(QObject *parent = nullptr);
