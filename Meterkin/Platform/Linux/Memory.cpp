@@ -3,8 +3,11 @@
 #include <QCoreApplication>
 
 #include <cstdint>
+#include <cstdlib>
+#include <vector>
 
 #include <malloc.h>
+#include <pthread.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -23,6 +26,37 @@ void giveStackBack()
     madvise(reinterpret_cast<void *>(end - StackDepth), StackDepth, MADV_DONTNEED);
 }
 
+// Of the C library's cache of each thread; other values would only make it less empty.
+constexpr std::size_t SmallestChunk = 24;
+constexpr std::size_t LargestChunk = 1032;
+constexpr std::size_t ChunkStep = 16;
+constexpr int ChunksOfASize = 7;
+
+using Chunks = std::vector<void *>;
+
+void *freeChunks(void *chunks)
+{
+    for (void *chunk : *static_cast<Chunks *>(chunks))
+        std::free(chunk);
+    return nullptr;
+}
+
+/// The C library keeps some freed chunks of each small size for the thread that freed them, for as
+/// long as that runs, and with each of them its page. So a thread that ends frees them again.
+void emptyThreadCache()
+{
+    Chunks chunks;
+    for (std::size_t size = SmallestChunk; size <= LargestChunk; size += ChunkStep) {
+        for (int count = 0; count < ChunksOfASize; ++count)
+            chunks.push_back(std::malloc(size));
+    }
+    pthread_t thread{};
+    if (pthread_create(&thread, nullptr, freeChunks, &chunks) == 0)
+        pthread_join(thread, nullptr);
+    else
+        freeChunks(&chunks);
+}
+
 } // namespace
 
 void useLittleMemory()
@@ -35,6 +69,7 @@ void giveMemoryBackSoon()
     QMetaObject::invokeMethod(
         qApp,
         [] {
+            emptyThreadCache();
             malloc_trim(0);
             giveStackBack();
         },

@@ -5,5 +5,6 @@
 void useLittleMemory();
 
 /// Returns freed memory and stack to the system, after the event loop has deleted what was
-/// deferred. For the end of the program's start, and of a window's views.
+/// deferred. For the end of the program's start, and of a window's views. Main thread
+/// only.
 void giveMemoryBackSoon();
