@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int ForgetMilliseconds = 30000;
+constexpr int ForgetMilliseconds = 20000;
 
 QRect scaled(const QRect &logical, qreal factor)
 {
