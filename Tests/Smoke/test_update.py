@@ -51,11 +51,10 @@ class TestUpdate(WindowCase):
     def test_missing_windows(self):
         plugins = subprocess.run(["qtpaths6", "--query", "QT_INSTALL_PLUGINS"], check=True,
                                  stdout=subprocess.PIPE, text=True).stdout.strip()
-        # The version in the plugin's metadata, in the notation of RFC 8949: its length, then the text, follows
-        # its key.
+        # In the plugin's metadata, in the notation of RFC 8949, a list of one text follows this key.
         plugin = Path(self.program_path).with_name(PLUGIN).read_bytes()
         before, key, after = plugin.partition(b"\x65build")
-        length = 2 if after[0] == 0x78 else 1
+        length = 3 if after[1] == 0x78 else 2
         of_another_build = before + key + after[:length] + b"9" + after[length + 1:]
         for said, name, content in (
                 ("is of Meterkin 9", PLUGIN, of_another_build),

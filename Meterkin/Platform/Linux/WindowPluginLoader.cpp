@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QJsonArray>
 #include <QJsonObject>
 #include <QPluginLoader>
 
@@ -47,11 +48,8 @@ WindowPlugin *WindowPluginLoader::plugin()
     QPluginLoader loader(pluginFile());
     loader.setLoadHints(QLibrary::PreventUnloadHint);
     // Read from the file, before any of its code runs.
-    const QString build = loader.metaData()
-                              .value(QLatin1String("MetaData"))
-                              .toObject()
-                              .value(QLatin1String("build"))
-                              .toString();
+    const QString build =
+        loader.metaData().value(QLatin1String("build")).toArray().first().toString();
     const QString ownBuild = QStringLiteral(METERKIN_BUILD);
     if (!build.isEmpty() && build != ownBuild) {
         refuse(QStringLiteral("%1 is of Meterkin %2, not of %3")

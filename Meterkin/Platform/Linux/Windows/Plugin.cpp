@@ -7,7 +7,7 @@
 
 class LinuxWindowPlugin : public QObject, public WindowPlugin {
     Q_OBJECT
-    Q_PLUGIN_METADATA(IID METERKIN_WINDOW_PLUGIN FILE "Plugin.json")
+    Q_PLUGIN_METADATA(IID METERKIN_WINDOW_PLUGIN)
     Q_INTERFACES(WindowPlugin)
 
 public:
