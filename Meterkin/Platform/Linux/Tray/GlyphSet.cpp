@@ -5,6 +5,12 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+
+const QString digits = QStringLiteral("0123456789");
+
+} // namespace
+
 GlyphSet::GlyphSet(const Typeface &typeface, int pixelSize)
     : m_typeface(typeface)
     , m_pixelSize(pixelSize)
@@ -12,9 +18,9 @@ GlyphSet::GlyphSet(const Typeface &typeface, int pixelSize)
     FontFile font(m_typeface, m_pixelSize);
     m_capHeight = static_cast<int>(std::lround(font.capHeight()));
     int widest = 0;
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+    for (const QChar digit : digits)
         widest = std::max(widest, advance(digit, font));
-    for (char16_t digit = u'0'; digit <= u'9'; ++digit)
+    for (const QChar digit : digits)
         m_advances[digit] = widest;
 }
 
@@ -30,6 +36,11 @@ int GlyphSet::width(QStringView text)
 void GlyphSet::draw(QImage &image, QStringView text, QPoint baseline, const QColor &color)
 {
     FontFile font(m_typeface, m_pixelSize);
+    if (m_masks.isEmpty()) {
+        // All at once: each will be wanted, and FreeType takes much to begin.
+        for (const QChar digit : digits)
+            mask(digit, font);
+    }
     const QRgb rgb = color.rgba();
     for (const QChar character : text) {
         const LetterMask &letter = mask(character, font);
