@@ -49,7 +49,7 @@ WindowPlugin *WindowPluginLoader::plugin()
     loader.setLoadHints(QLibrary::PreventUnloadHint);
     // Read from the file, before any of its code runs.
     const QString build =
-        loader.metaData().value(QLatin1String("build")).toArray().first().toString();
+        loader.metaData().value(QLatin1String("build")).toArray().at(0).toString();
     const QString ownBuild = QStringLiteral(METERKIN_BUILD);
     if (!build.isEmpty() && build != ownBuild) {
         refuse(QStringLiteral("%1 is of Meterkin %2, not of %3")
