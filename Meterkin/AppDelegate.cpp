@@ -1,7 +1,5 @@
 #include "AppDelegate.h"
 
-#include "InterpolateColor.h"
-#include "Model/MetricTraits.h"
 #include "Services/LaunchAtLogin.h"
 
 #include <QCoreApplication>
@@ -14,8 +12,6 @@
 
 namespace {
 
-constexpr double AnimationDuration = 0.5; // seconds
-constexpr std::chrono::milliseconds AnimationPeriod{33}; // 30 steps a second
 constexpr std::chrono::milliseconds OnboardingDelay{500};
 
 const QString onboardingShownKey = QStringLiteral("onboardingShown");
@@ -43,9 +39,6 @@ AppDelegate::AppDelegate(Platform &platform, MonotonicClock clock, WallClock wal
 {
     connect(&platform.notificationCentre(), &NotificationCentre::clicked, this,
             &AppDelegate::handleNotificationClick);
-    m_animationTimer.setTimerType(Qt::PreciseTimer);
-    m_animationTimer.setInterval(AnimationPeriod);
-    connect(&m_animationTimer, &QTimer::timeout, this, &AppDelegate::animationStep);
 }
 
 AppDelegate::~AppDelegate() = default;
@@ -96,16 +89,11 @@ void AppDelegate::applicationDidFinishLaunching()
     connect(m_statusItem.get(), &StatusItem::openSettingsRequested, this,
             &AppDelegate::openSettings);
     connect(m_statusItem.get(), &StatusItem::quitRequested, this, &AppDelegate::quit);
-    if (m_statusItem->hasButton())
-        m_statusItem->setTitle({QStringLiteral("-"), tierColor(ThresholdTier::Green),
-                                widestText(m_settingsVM.menuBarMetric())});
+    m_title = std::make_unique<StatusTitle>(*m_statusItem, *m_dashboardVM, m_settingsVM, m_clock);
 
     synchronizeLaunchAtLogin(m_settingsVM, m_platform.loginItem());
 
-    m_collector.onTick = [self = QPointer(this)] {
-        if (self)
-            self->handleTick();
-    };
+    m_collector.onTick = [this] { handleTick(); };
     m_watch = std::make_unique<ReadingWatch>(
         m_collector,
         ReadingWatch::Watched{m_settingsVM, m_alertManager, *m_dashboardVM, *m_statusItem,
@@ -124,7 +112,7 @@ void AppDelegate::applicationDidFinishLaunching()
         [this] {
             m_collector.publishNow();
             m_watch->update();
-            updateStatusItem();
+            m_title->updateStatusItem();
         });
     m_hotkeySettingsObserver = std::make_unique<ObservationScope>(
         [this] {
@@ -145,79 +133,18 @@ void AppDelegate::handleTick()
 {
     requireMainThread();
     dashboard().update();
-    updateStatusItem();
+    // Of those that come together the last one is seen.
+    if (!m_collector.hasMore())
+        m_title->updateStatusItem();
     m_alertManager.checkAlerts(m_settingsVM, dashboard(), m_collector.latestTime());
     // A computer without fans must not keep a fan title. Once only, or nobody could pick it; and
     // not before the fans have answered.
     if (m_collector.areFansKnown() && !std::exchange(m_hasCheckedPresence, true)
         && !dashboard().isPresent(m_settingsVM.menuBarMetric()))
         m_settingsVM.setMenuBarMetric(SystemMetric::MemoryUsage);
-    m_watch->handleReading();
+    if (!m_collector.hasMore())
+        m_watch->handleReading();
     emit tickHandled();
-}
-
-void AppDelegate::updateStatusItem()
-{
-    if (!statusItem().hasButton())
-        return;
-    const SystemMetric metric = m_settingsVM.menuBarMetric();
-    const QString text = dashboard().displayText(metric);
-    const ThresholdTier tier =
-        titleTier(dashboard().currentValue(metric), m_settingsVM.thresholds(metric));
-    if (tier != m_previousTier) {
-        // From what is shown now, so that a change in mid-animation does not jump.
-        startColorAnimation(animatedColor().value_or(tierColor(m_previousTier)), tierColor(tier));
-        m_previousTier = tier;
-    }
-    m_statusItem->setTitle({text, animatedColor().value_or(tierColor(tier)), widestText(metric)});
-    m_statusItem->setAccessibilityLabel(QStringLiteral("meterkin: ") + text);
-}
-
-QColor AppDelegate::tierColor(ThresholdTier tier)
-{
-    switch (tier) {
-    case ThresholdTier::Green:
-        return statusItem().systemColor(SystemColor::Green);
-    case ThresholdTier::Yellow:
-        return statusItem().systemColor(SystemColor::Yellow);
-    case ThresholdTier::Red:
-        return statusItem().systemColor(SystemColor::Red);
-    }
-    Q_UNREACHABLE();
-}
-
-void AppDelegate::startColorAnimation(const QColor &from, const QColor &to)
-{
-    m_animationStartColor = from;
-    m_animationTargetColor = to;
-    m_animationStartTime = m_clock();
-    m_animationTimer.start();
-}
-
-void AppDelegate::animationStep()
-{
-    if (!m_animationStartTime) {
-        m_animationTimer.stop();
-        return;
-    }
-    if (secondsSince(*m_animationStartTime) >= AnimationDuration) {
-        m_animationTimer.stop();
-        m_animationStartTime.reset();
-    }
-    updateStatusItem();
-}
-
-std::optional<QColor> AppDelegate::animatedColor() const
-{
-    if (!m_animationTimer.isActive() || !m_animationStartTime)
-        return std::nullopt;
-    return interpolateColor(m_animationStartColor, m_animationTargetColor,
-                            secondsSince(*m_animationStartTime) / AnimationDuration);
-}
-
-double AppDelegate::secondsSince(TimePoint start) const
-{
-    return std::chrono::duration<double>(m_clock() - start).count();
 }
 
 void AppDelegate::registerHotkey()

@@ -10,6 +10,7 @@
 #include "Sampling/MetricCollector.h"
 #include "Services/AlertManager.h"
 #include "Services/HotkeyManager.h"
+#include "StatusTitle.h"
 #include "Updates/UpdaterController.h"
 
 #include <QObject>
@@ -18,7 +19,8 @@
 #include <memory>
 #include <optional>
 
-/// Owns the running program: the models, the services, the status item and its colour animation.
+/// Owns the running program: the models, the services
+/// and the status item.
 /// Main thread only.
 class AppDelegate : public QObject {
     Q_OBJECT
@@ -59,20 +61,10 @@ signals:
     void tickHandled();
 
 private:
-    using TimePoint = std::chrono::steady_clock::time_point;
-
     UpdaterController::CheckServices checkServices();
     void handleTick();
-    void updateStatusItem();
-    QColor tierColor(ThresholdTier tier);
     void registerHotkey();
     void handleNotificationClick(const QString &identifier);
-
-    void startColorAnimation(const QColor &from, const QColor &to);
-    void animationStep();
-    /// The blend of the running animation; nothing when none is running.
-    std::optional<QColor> animatedColor() const;
-    double secondsSince(TimePoint start) const;
 
     DashboardViewModel &dashboard();
     StatusItem &statusItem();
@@ -87,16 +79,12 @@ private:
     HotkeyManager m_hotkeyManager;
     std::unique_ptr<DashboardViewModel> m_dashboardVM; ///< from the launch sequence on
     std::unique_ptr<StatusItem> m_statusItem; ///< likewise
+    std::unique_ptr<StatusTitle> m_title; ///< likewise
     std::unique_ptr<ReadingWatch> m_watch; ///< likewise
     UpdaterController m_updaterController;
     std::unique_ptr<Windows> m_windows; ///< null until the first one is wanted
     DiskImageCleanup m_diskImageCleanup;
 
-    ThresholdTier m_previousTier = ThresholdTier::Green;
-    QTimer m_animationTimer;
-    QColor m_animationStartColor;
-    QColor m_animationTargetColor;
-    std::optional<TimePoint> m_animationStartTime;
     bool m_hasCheckedPresence = false;
 
     std::unique_ptr<ObservationScope> m_displaySettingsObserver;

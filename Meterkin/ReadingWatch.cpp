@@ -2,11 +2,11 @@
 
 #include "Model/DashboardViewModel.h"
 #include "Model/SettingsViewModel.h"
-#include "Model/VisibleChanges.h"
 #include "Platform/StatusItem.h"
 #include "Sampling/MetricCollector.h"
 #include "Services/AlertManager.h"
 
+#include <algorithm>
 #include <utility>
 
 ReadingWatch::ReadingWatch(MetricCollector &collector, Watched watched)
@@ -23,26 +23,33 @@ ReadingWatch::ReadingWatch(MetricCollector &collector, Watched watched)
 void ReadingWatch::update()
 {
     const SettingsViewModel &settings = m_watched.settings;
-    VisibleValues values;
-    bool isAnyAlertOn = false;
     for (const SystemMetric metric : allMetrics) {
-        values.thresholds[metric] = settings.thresholds(metric);
-        values.isAlertOn[metric] = settings.of(metric)->isAlertOn();
-        isAnyAlertOn = isAnyAlertOn || values.isAlertOn[metric];
+        m_values.thresholds[metric] = settings.thresholds(metric);
+        m_values.isAlertOn[metric] = settings.of(metric)->isAlertOn();
     }
-    values.title = settings.menuBarMetric();
-    values.toolTipPeriod = m_watched.item.toolTipPeriod();
-    // Without permission each reading asks for it again.
-    values.areAll = m_watched.isDashboardShown() || m_isToolTipRead
-        || (isAnyAlertOn && !m_watched.alerts.hasPermission());
-    m_changes->follow(values);
+    m_values.title = settings.menuBarMetric();
+    m_values.toolTipPeriod = m_watched.item.toolTipPeriod();
+    m_values.areAll = isEverythingVisible();
+    m_changes->follow(m_values);
 }
 
 void ReadingWatch::handleReading()
 {
     m_isToolTipRead = false;
     m_watched.item.refreshToolTip();
-    update();
+    // The settings tell of their changes.
+    if (m_values.areAll != isEverythingVisible()
+        || m_values.toolTipPeriod != m_watched.item.toolTipPeriod())
+        update();
+}
+
+bool ReadingWatch::isEverythingVisible() const
+{
+    // Without permission each reading asks for it again.
+    const bool asks = !m_watched.alerts.hasPermission()
+        && std::ranges::any_of(allMetrics,
+                               [this](auto metric) { return m_values.isAlertOn[metric]; });
+    return m_watched.isDashboardShown() || m_isToolTipRead || asks;
 }
 
 QString ReadingWatch::readToolTip()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Model/VisibleChanges.h"
+
 #include <QString>
 
 #include <functional>
@@ -10,7 +12,6 @@ class DashboardViewModel;
 class MetricCollector;
 class SettingsViewModel;
 class StatusItem;
-class VisibleChanges;
 
 /// Lets the collector publish a reading at once where somebody would know the difference: the
 /// title, an alert, the open dashboard, a tool tip in sight. Main thread only.
@@ -33,10 +34,12 @@ public:
     void handleReading();
 
 private:
+    bool isEverythingVisible() const;
     QString readToolTip();
 
     MetricCollector &m_collector;
     Watched m_watched;
     std::shared_ptr<VisibleChanges> m_changes; ///< shared with the thread that asks it
+    VisibleValues m_values; ///< as it was last told
     bool m_isToolTipRead = false; ///< since the last reading
 };

@@ -6,8 +6,6 @@
 #include <QStringList>
 
 #include <algorithm>
-#include <iterator>
-#include <utility>
 
 namespace {
 
@@ -17,13 +15,15 @@ void take(std::optional<double> value, MetricRecord &record)
     record.value = value;
     if (!value)
         return;
-    // A new list each time: removing at the front and appending at the end would make the capacity
+    // Moved along in place: removing at the front and appending at the end would make the capacity
     // grow without limit.
-    const QList<double> earlier = std::exchange(record.history, {});
     record.history.reserve(DashboardViewModel::HistoryLength);
-    const qsizetype kept = std::min(earlier.size(), DashboardViewModel::HistoryLength - 1);
-    std::copy(earlier.end() - kept, earlier.end(), std::back_inserter(record.history));
-    record.history.append(*value);
+    if (record.history.size() < DashboardViewModel::HistoryLength) {
+        record.history.append(*value);
+    } else {
+        std::shift_left(record.history.begin(), record.history.end(), 1);
+        record.history.last() = *value;
+    }
 
     record.high = std::max(*value, record.high.value_or(*value));
     record.low = std::min(*value, record.low.value_or(*value));
@@ -39,11 +39,10 @@ DashboardViewModel::DashboardViewModel(const MetricCollector &collector, QObject
 
 void DashboardViewModel::update()
 {
-    Readings readings = m_readings.value();
-    readings.sample = m_collector.latestSample();
+    m_readings.sample = m_collector.latestSample();
     for (const SystemMetric metric : allMetrics)
-        take(valueIn(readings.sample, metric), readings.records[metric]);
-    m_readings = std::move(readings);
+        take(valueIn(m_readings.sample, metric), m_readings.records[metric]);
+    m_updates = m_updates + 1;
     m_fanCount = m_collector.fanCount();
 }
 

@@ -38,8 +38,8 @@ public:
     void update();
 
     /// As the collector published it at the last update.
-    MetricSample sample() const { return m_readings.value().sample; }
-    MetricRecord record(SystemMetric metric) const { return m_readings.value().records[metric]; }
+    const MetricSample &sample() const { return observed().sample; }
+    const MetricRecord &record(SystemMetric metric) const { return observed().records[metric]; }
     std::optional<double> currentValue(SystemMetric metric) const { return record(metric).value; }
     /// The current value with its unit, or "N/A".
     QString displayText(SystemMetric metric) const;
@@ -73,12 +73,18 @@ private:
     struct Readings {
         MetricSample sample;
         ByMetric<MetricRecord> records;
-
-        bool operator==(const Readings &) const = default;
     };
 
+    /// Lets a binding that reads them follow.
+    const Readings &observed() const
+    {
+        static_cast<void>(m_updates.value());
+        return m_readings;
+    }
+
     const MetricCollector &m_collector;
-    QProperty<Readings> m_readings;
+    Readings m_readings; ///< changed in place, for the lists are long
+    QProperty<quint32> m_updates{0};
     Q_OBJECT_BINDABLE_PROPERTY(DashboardViewModel, qint64, m_fanCount,
                                &DashboardViewModel::fanCountChanged)
 };

@@ -2,10 +2,19 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
+
+namespace {
+
+constexpr double MostExact = 9e15; // whole numbers up to there are exact
+
+} // namespace
 
 QString decimalText(double value, int decimals)
 {
+    if (decimals == 0 && std::abs(value) < MostExact)
+        return QString::number(std::llrint(value));
     // Not QString's own formatting, which rounds halves up. The largest double has 309 digits.
     std::array<char, 384> buffer{};
     std::snprintf(buffer.data(), buffer.size(), "%.*f", decimals, value);

@@ -114,6 +114,11 @@ QString valueText(SystemMetric metric, std::optional<double> value, int decimals
     return decimalText(*value, decimals) + traitsOf(metric).unit;
 }
 
+std::optional<double> shownNumber(std::optional<double> value)
+{
+    return value && std::isfinite(*value) ? std::optional(std::nearbyint(*value)) : std::nullopt;
+}
+
 QString widestText(SystemMetric metric)
 {
     return valueText(metric, traitsOf(metric).widestValue);

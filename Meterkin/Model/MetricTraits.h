@@ -44,6 +44,9 @@ std::optional<double> valueIn(const MetricSample &sample, SystemMetric metric);
 /// The value with its unit; "N/A" when it is absent or not finite.
 QString valueText(SystemMetric metric, std::optional<double> value, int decimals = 0);
 
+/// The number that valueText() writes for a value, when it has no decimals.
+std::optional<double> shownNumber(std::optional<double> value);
+
 /// The widest text that valueText() usually gives.
 QString widestText(SystemMetric metric);
 

@@ -3,19 +3,7 @@
 #include "Model/MetricTraits.h"
 #include "Sampling/ReadingBatch.h"
 
-#include <cmath>
 #include <utility>
-
-namespace {
-
-/// As valueText() rounds it.
-std::optional<double> roundedValue(const MetricSample &sample, SystemMetric metric)
-{
-    const std::optional<double> value = valueIn(sample, metric);
-    return value ? std::optional(std::nearbyint(*value)) : std::nullopt;
-}
-
-} // namespace
 
 void VisibleChanges::follow(const VisibleValues &values)
 {
@@ -31,8 +19,7 @@ bool VisibleChanges::areIn(const Reading &reading)
     const std::lock_guard lock(m_mutex);
     const MetricSample &sample = reading.sample;
     const std::optional<double> value = valueIn(sample, m_values.title);
-    const Title title{roundedValue(sample, m_values.title),
-                      titleTier(value, m_values.thresholds[m_values.title])};
+    const Title title{shownNumber(value), titleTier(value, m_values.thresholds[m_values.title])};
     const std::optional<Fans> fans = sample.fans
         ? std::optional(Fans{sample.fans->count, sample.fans->fans.size()})
         : std::nullopt;
@@ -70,7 +57,7 @@ bool VisibleChanges::hasToolTipChanged(const Reading &reading)
         return false;
     ToolTip toolTip{{}, reading.time};
     for (const SystemMetric metric : allMetrics)
-        toolTip.numbers[metric] = roundedValue(reading.sample, metric);
+        toolTip.numbers[metric] = shownNumber(valueIn(reading.sample, metric));
     if (toolTip.numbers == m_toolTip.numbers)
         return false;
     m_toolTip = toolTip;

@@ -43,7 +43,6 @@ void FanSampler::copyLatest(std::optional<FanSample> &sample)
             qCWarning(logSampling, "a fan sensor hangs: there are no fan speeds until it answers");
         return;
     }
-    sample->fans.reserve(m_latest->fans.size());
     for (const FanReading &fan : std::as_const(m_latest->fans))
         sample->fans.append(fan); // not the list itself, which the next read would have to copy
 }

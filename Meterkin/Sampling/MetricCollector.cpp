@@ -44,7 +44,8 @@ void MetricCollector::publishNow()
     m_loop->take(m_batch);
     m_isPublishing = true;
     const QPointer self(this);
-    for (Reading &reading : m_batch.readings()) {
+    for (std::unique_ptr<Reading> &reading : m_batch.readings()) {
+        m_hasMore = &reading != &m_batch.readings().back();
         publish(reading);
         if (!self)
             return;
@@ -52,11 +53,11 @@ void MetricCollector::publishNow()
     m_isPublishing = false;
 }
 
-void MetricCollector::publish(Reading &reading)
+void MetricCollector::publish(std::unique_ptr<Reading> &reading)
 {
     // Exchanged: the storage of the last but one sample is free for a new one.
     std::swap(m_latest, reading);
-    const MetricSample &sample = m_latest.sample;
+    const MetricSample &sample = m_latest->sample;
     m_fanCount = sample.fans ? sample.fans->count : 0;
     m_latestFanSpeeds = sample.fans ? sample.fans->fans : QList<FanReading>();
     m_latestMemory = sample.memory;

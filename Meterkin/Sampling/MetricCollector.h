@@ -46,9 +46,9 @@ public:
     void publishNow();
 
     /// Everything in the last sample, empty before the first. What follows is part of it.
-    const MetricSample &latestSample() const { return m_latest.sample; }
+    const MetricSample &latestSample() const { return m_latest->sample; }
     /// When that was taken.
-    std::chrono::system_clock::time_point latestTime() const { return m_latest.time; }
+    std::chrono::system_clock::time_point latestTime() const { return m_latest->time; }
     /// The fans that could be read, in index order; during a slow read those of the previous one.
     QList<FanReading> latestFanSpeeds() const { return m_latestFanSpeeds; }
     QBindable<QList<FanReading>> bindableLatestFanSpeeds() const { return &m_latestFanSpeeds; }
@@ -62,11 +62,13 @@ public:
     qint64 fanCount() const { return m_fanCount; }
     QBindable<qint64> bindableFanCount() const { return &m_fanCount; }
     /// Whether the fans have been read once, so that their number is known.
-    bool areFansKnown() const { return m_latest.sample.fans.has_value(); }
+    bool areFansKnown() const { return m_latest->sample.fans.has_value(); }
 
     /// Called on the main thread after each sample has been published, while it is the last one.
     /// Set before start().
     std::function<void()> onTick;
+    /// In onTick: whether a later sample is published right after it.
+    bool hasMore() const { return m_hasMore; }
 
 signals:
     void latestFanSpeedsChanged();
@@ -75,7 +77,7 @@ signals:
     void fanCountChanged();
 
 private:
-    void publish(Reading &reading);
+    void publish(std::unique_ptr<Reading> &reading);
 
     Q_OBJECT_BINDABLE_PROPERTY(MetricCollector, QList<FanReading>, m_latestFanSpeeds,
                                &MetricCollector::latestFanSpeedsChanged)
@@ -90,5 +92,6 @@ private:
     bool m_isStarted = false;
     ReadingBatch m_batch;
     bool m_isPublishing = false;
-    Reading m_latest;
+    bool m_hasMore = false;
+    std::unique_ptr<Reading> m_latest = std::make_unique<Reading>();
 };

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <memory>
 #include <span>
 #include <utility>
 #include <vector>
@@ -18,19 +19,19 @@ struct Reading {
 /// again and again.
 class ReadingBatch {
 public:
-    std::span<Reading> readings() { return std::span(m_storage).first(m_size); }
+    std::span<std::unique_ptr<Reading>> readings() { return std::span(m_storage).first(m_size); }
     std::size_t size() const { return m_size; }
     void clear() { m_size = 0; }
 
     /// Takes the reading over, and gives the storage of an old one for it.
-    void append(Reading &reading)
+    void append(std::unique_ptr<Reading> &reading)
     {
         if (m_size == m_storage.size())
-            m_storage.emplace_back();
+            m_storage.push_back(std::make_unique<Reading>());
         std::swap(m_storage[m_size++], reading);
     }
 
 private:
-    std::vector<Reading> m_storage;
+    std::vector<std::unique_ptr<Reading>> m_storage;
     std::size_t m_size = 0;
 };

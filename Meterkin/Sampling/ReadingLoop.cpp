@@ -46,8 +46,8 @@ void ReadingLoop::takeReading()
     close(); // the one before, whose fans are slow
     m_matters = std::exchange(m_isAwaited, false);
     lock.unlock();
-    m_sampler.read(m_read.sample);
-    m_read.time = m_clock();
+    m_sampler.read(m_read->sample);
+    m_read->time = m_clock();
     lock.lock();
     std::swap(m_open, m_read);
     m_openNumber = ++m_number;
@@ -93,8 +93,8 @@ void ReadingLoop::close()
 /// Adds the fans as they were last, and whether the open reading matters so.
 void ReadingLoop::judge()
 {
-    m_sampler.fans().copyLatest(m_open.sample.fans);
-    m_matters = !m_filter || m_filter(m_open) || m_matters;
+    m_sampler.fans().copyLatest(m_open->sample.fans);
+    m_matters = !m_filter || m_filter(*m_open) || m_matters;
 }
 
 void ReadingLoop::start(Clock::duration interval)

@@ -8,6 +8,7 @@
 #include <condition_variable>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <mutex>
 #include <optional>
 
@@ -50,7 +51,7 @@ private:
     WallClock m_clock;
 
     std::mutex m_turn; ///< held while memory and CPU are read; locked before the other
-    Reading m_read; ///< guarded by it
+    std::unique_ptr<Reading> m_read = std::make_unique<Reading>(); ///< guarded by it
 
     std::mutex m_mutex; ///< guards what follows; never held while a sensor is read
     std::condition_variable m_change; ///< of what a sleeping thread has to know
@@ -64,7 +65,7 @@ private:
     bool m_isAwaited = false; ///< the next reading that begins matters in any case
 
     /// The last reading, while its fans are being read.
-    Reading m_open;
+    std::unique_ptr<Reading> m_open = std::make_unique<Reading>();
     std::optional<int> m_openNumber; ///< absent when there is none
     int m_number = 0; ///< of the last reading
     std::optional<Clock::time_point> m_openUntil; ///< it does not wait for longer, since it matters

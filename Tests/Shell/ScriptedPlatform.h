@@ -22,7 +22,6 @@ struct ScriptedStatusItem : StatusItem {
     void setToolTipSource(std::function<QString()> source) override { toolTip = std::move(source); }
     void refreshToolTip() override
     {
-        ++toolTipRefreshes;
         if (isToolTipShown)
             toolTip();
     }
@@ -35,7 +34,6 @@ struct ScriptedStatusItem : StatusItem {
     QString accessibilityLabel;
     std::function<QString()> toolTip;
     bool isToolTipShown = false;
-    int toolTipRefreshes = 0;
 };
 
 /// A system of scripted back ends. The onboarding was shown, and only the first sample comes by

@@ -111,7 +111,6 @@ void LinuxFanSource::read(FanSample &sample)
     lookForFans();
     sample.count = std::ssize(m_fans);
     sample.fans.clear();
-    sample.fans.reserve(sample.count);
     std::int64_t index = 0;
     for (const Fan &fan : m_fans) {
         errno = 0;

@@ -56,13 +56,13 @@ std::optional<MeminfoLines> MeminfoParser::parseInPlace(std::string_view text) c
         return std::nullopt;
     MeminfoLines lines;
     for (std::size_t i = 0; i < LineCount; ++i) {
-        const std::size_t place = m_places[i];
+        const auto &[place, number] = m_places[i];
         if (place == Missing)
             continue;
         const auto &[name, value] = KnownLines[i];
-        const bool isThere =
-            (place == 0 || text[place - 1] == '\n') && text.substr(place).starts_with(name);
-        if (!isThere || !(lines.*value = kilobytes(text.substr(place + name.size()))))
+        const bool isThere = (place == 0 || text[place - 1] == '\n')
+            && text.substr(place).starts_with(name) && text[number - 1] == ' ';
+        if (!isThere || !(lines.*value = kilobytes(text.substr(number))))
             return std::nullopt;
     }
     return lines;
@@ -71,7 +71,7 @@ std::optional<MeminfoLines> MeminfoParser::parseInPlace(std::string_view text) c
 std::optional<MeminfoLines> MeminfoParser::search(std::string_view text)
 {
     MeminfoLines lines;
-    m_places.fill(Missing);
+    m_places.fill({});
     std::size_t place = 0;
     for (std::string_view rest = text; const std::optional<std::string_view> line = takeLine(rest);
          place = text.size() - rest.size()) {
@@ -79,10 +79,10 @@ std::optional<MeminfoLines> MeminfoParser::search(std::string_view text)
         const auto *const known = std::ranges::find(KnownLines, name, &Line::name);
         if (known == KnownLines.end())
             continue;
-        std::size_t &placed = m_places[static_cast<std::size_t>(known - KnownLines.begin())];
-        if (placed != Missing)
+        Place &placed = m_places[static_cast<std::size_t>(known - KnownLines.begin())];
+        if (placed.line != Missing)
             return std::nullopt;
-        placed = place;
+        placed = {place, text.find_first_not_of(' ', place + name.size())};
         lines.*known->value = kilobytes(text.substr(place + name.size()));
         if (!(lines.*known->value))
             return std::nullopt;

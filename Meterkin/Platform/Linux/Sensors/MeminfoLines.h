@@ -45,6 +45,10 @@ private:
     std::optional<MeminfoLines> parseInPlace(std::string_view text) const;
     std::optional<MeminfoLines> search(std::string_view text);
 
-    std::array<std::size_t, LineCount> m_places{}; ///< where each line begins, or Missing
+    struct Place {
+        std::size_t line = Missing;
+        std::size_t number = 0; ///< where its digits begin
+    };
+    std::array<Place, LineCount> m_places;
     std::size_t m_size = 0; ///< of the text with these places; 0 when it made no sense
 };

@@ -1,6 +1,13 @@
 #include "Platform/Linux/Sensors/NumberText.h"
 
-#include <charconv>
+#include <limits>
+
+namespace {
+
+// Any number of so many digits fits.
+constexpr std::ptrdiff_t SafeDigits = std::numeric_limits<std::uint64_t>::digits10;
+
+} // namespace
 
 std::optional<std::uint64_t> takeNumber(std::string_view &text)
 {
@@ -8,9 +15,13 @@ std::optional<std::uint64_t> takeNumber(std::string_view &text)
     const char *const last = first + text.size();
     while (first != last && (*first == ' ' || *first == '\t'))
         ++first;
+    // By hand, because a reading consists of numbers, and the library checks each digit for
+    // overflow.
     std::uint64_t number = 0;
-    const auto [end, error] = std::from_chars(first, last, number);
-    if (error != std::errc())
+    const char *end = first;
+    for (; end != last && *end >= '0' && *end <= '9'; ++end)
+        number = number * 10 + static_cast<std::uint64_t>(*end - '0');
+    if (end == first || end - first > SafeDigits)
         return std::nullopt;
     if (end != last && *end != ' ' && *end != '\t' && *end != '\n')
         return std::nullopt;

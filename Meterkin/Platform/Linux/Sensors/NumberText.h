@@ -5,8 +5,8 @@
 #include <string_view>
 
 /// Removes leading blanks and the decimal number after them from `text`. Absent when there is no
-/// number, when it does not fit, or when something other than a blank, a line's end or the text's
-/// end follows it; `text` is unspecified then.
+/// number, when it has more than 19 digits, or when something other than a blank, a line's end or
+/// the text's end follows it; `text` is unspecified then.
 std::optional<std::uint64_t> takeNumber(std::string_view &text);
 
 /// Removes the first line from `text` and returns it without its end. Absent when the line has no

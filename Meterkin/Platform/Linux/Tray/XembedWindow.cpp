@@ -92,6 +92,8 @@ void XembedWindow::close()
 
 bool XembedWindow::requestSize(QSize size)
 {
+    if (std::exchange(m_requestedSize, size) == size)
+        return false;
     // Some panels keep the shape asked for rather than the width, so both sides have to be right.
     SizeHints hints{};
     hints[0] = SizeHintMinimum;
@@ -100,8 +102,6 @@ bool XembedWindow::requestSize(QSize size)
     xcb_change_property(m_connection.xcb(), XCB_PROP_MODE_REPLACE, m_window,
                         XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, 32, hints.size(),
                         hints.data());
-    if (std::exchange(m_requestedSize, size) == size)
-        return false;
     const std::array<quint32, 2> values{hints[5], hints[6]};
     xcb_configure_window(m_connection.xcb(), m_window,
                          XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, values.data());

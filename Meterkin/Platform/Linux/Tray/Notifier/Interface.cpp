@@ -14,6 +14,7 @@ constexpr int WideScale = 3; // still crisp after these panels have scaled it do
 // Panels keep the tool tip until they are told of another one. It changes with each reading, and
 // each signal makes them read it.
 constexpr std::chrono::seconds ToolTipPeriod{5};
+constexpr int ToolTipSlack = 300; // milliseconds, more than a coarse timer is early
 
 } // namespace
 
@@ -28,7 +29,6 @@ NotifierInterface::NotifierInterface(TitlePainter &painter, NotifierHostKind kin
 {
     registerNotifierTypes();
     m_toolTipDelay.setSingleShot(true);
-    m_toolTipDelay.setTimerType(Qt::VeryCoarseTimer);
     connect(&m_toolTipDelay, &QTimer::timeout, this, &NotifierInterface::refreshToolTip);
 }
 
@@ -55,8 +55,8 @@ void NotifierInterface::refreshToolTip()
     if (!toolTipPeriod())
         return;
     if (!m_nextToolTip.hasExpired()) {
-        if (!m_toolTipDelay.isActive())
-            m_toolTipDelay.start(static_cast<int>(m_nextToolTip.remainingTime()));
+        if (!m_toolTipDelay.isActive()) // never too early
+            m_toolTipDelay.start(static_cast<int>(m_nextToolTip.remainingTime()) + ToolTipSlack);
         return;
     }
     // To ask can bring new readings, and with them another call.
