@@ -8,10 +8,16 @@ class Hardware:
     """Made-up hardware that can change while the program runs on it."""
 
     TOTAL = 16 * 1024 * 1024    # KiB
-    # a private mount namespace; without privileges through a user namespace, left again for our own
-    # user, whom the session bus knows
-    SCRIPT = ('mount --bind "$0/stat" /proc/stat && mount --bind "$0/meminfo" /proc/meminfo &&'
-              ' mount --bind "$0/class" /sys/class && exec {}"$@"')
+    # all that a kernel of today tells, in its order
+    MEMINFO = """MemTotal MemFree MemAvailable Buffers Cached SwapCached Active Inactive
+        Active(anon) Inactive(anon) Active(file) Inactive(file) Unevictable Mlocked SwapTotal
+        SwapFree Zswap Zswapped Dirty Writeback AnonPages Mapped Shmem KReclaimable Slab
+        SReclaimable SUnreclaim KernelStack PageTables SecPageTables NFS_Unstable Bounce
+        WritebackTmp CommitLimit Committed_AS VmallocTotal VmallocUsed VmallocChunk Percpu
+        AnonHugePages ShmemHugePages ShmemPmdMapped FileHugePages FilePmdMapped HugePages_Total
+        HugePages_Free HugePages_Rsvd HugePages_Surp Hugepagesize Hugetlb DirectMap4k DirectMap2M
+        DirectMap1G"""
+    PLACES = {"stat": "/proc/stat", "meminfo": "/proc/meminfo", "class": "/sys/class"}
 
     def __init__(self, folder):
         self.folder = Path(folder)
@@ -20,13 +26,18 @@ class Hardware:
         self.set_memory(42)
         self.run_processor(0, 0)
 
-    def command_prefix(self):
+    def command_prefix(self, *parts):
+        """What to put before a command so that it finds these parts made up, or all: a private
+        mount namespace; without privileges through a user namespace, left again for our own user,
+        whom the session bus knows."""
         attempt = subprocess.run(["unshare", "-m", "true"], stderr=subprocess.DEVNULL)
         privileged = attempt.returncode == 0
         leave = "" if privileged else \
             f"unshare --user --map-user={os.geteuid()} --map-group={os.getegid()} "
-        return ["unshare", "-m" if privileged else "-rm", "sh", "-c", self.SCRIPT.format(leave),
-                str(self.folder)]
+        mounts = [f'mount --bind "$0/{part}" {self.PLACES[part]} &&'
+                  for part in parts or self.PLACES]
+        return ["unshare", "-m" if privileged else "-rm", "sh", "-c",
+                f'{" ".join(mounts)} exec {leave}"$@"', str(self.folder)]
 
     def write(self, name, text):
         """In place and in one go: the file may be mounted and read at any moment."""
@@ -37,12 +48,12 @@ class Hardware:
         os.close(file)
 
     def set_memory(self, percent):
-        available = self.TOTAL * (100 - percent) // 100
-        lines = {"MemTotal": self.TOTAL, "MemFree": available // 2, "MemAvailable": available,
-                 "Buffers": 90000, "Cached": available // 3, "SwapCached": 0, "Active": 2000000,
-                 "Inactive": 1000000, "SwapTotal": 0, "SwapFree": 0, "Shmem": 20000, "Slab": 300000,
-                 "SReclaimable": 200000, "SUnreclaim": 100000, "KernelStack": 9000,
-                 "PageTables": 30000, "Percpu": 4000}
+        available = int(self.TOTAL * (100 - percent) / 100)
+        known = {"MemTotal": self.TOTAL, "MemFree": available // 2, "MemAvailable": available,
+                 "Buffers": 90000, "Cached": available // 3, "Active": 2000000,
+                 "Inactive": 1000000, "Shmem": 20000, "Slab": 300000, "SReclaimable": 200000,
+                 "SUnreclaim": 100000, "KernelStack": 9000, "PageTables": 30000, "Percpu": 4000}
+        lines = {name: known.get(name, 0) for name in self.MEMINFO.split()}
         self.write("meminfo", "".join(f"{key + ':':16}{value:>8} kB\n"
                                       for key, value in lines.items()))
 

@@ -26,7 +26,7 @@ FOREIGN = ("DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS
 FOREIGN_PREFIXES = ("XDG_", "QT_", "GTK_", "LC_")
 
 
-def wait(condition, seconds=PATIENCE, what="a condition"):
+def wait(condition, seconds=PATIENCE, what="a condition", pause=0.02):
     """The first true value of the condition; TimeoutError when there is none in time."""
     deadline = time.monotonic() + seconds
     while True:
@@ -35,7 +35,7 @@ def wait(condition, seconds=PATIENCE, what="a condition"):
             return value
         if time.monotonic() > deadline:
             raise TimeoutError(f"{what}: not within {seconds:g} s")
-        time.sleep(0.02)
+        time.sleep(pause)
 
 
 class Desktop:
@@ -139,9 +139,9 @@ class Desktop:
             parts += [f"{path.stem}: {line}" for line in lines]
         return "\n".join(parts)
 
-    def wait(self, condition, seconds=PATIENCE, what="a condition"):
+    def wait(self, condition, seconds=PATIENCE, what="a condition", pause=0.02):
         try:
-            return wait(condition, seconds, what)
+            return wait(condition, seconds, what, pause)
         except TimeoutError as error:
             raise TimeoutError(f"{error}\n{self.report()}") from None
 

@@ -3,9 +3,7 @@ readings a second; prints a line of figures every half minute. Status 1 when the
 in the last third of the time its private memory must be level, and after the first third it may
 have no more or fewer descriptors and threads."""
 import argparse
-import ctypes
 import os
-import subprocess
 import sys
 import time
 from itertools import count
@@ -13,14 +11,14 @@ from pathlib import Path
 from typing import NamedTuple
 
 from made_up_hardware import Hardware
+from measuring import (AccessCounter, is_over, memory_of, release_build, start_program,
+                       threads_of)
 from private_desktop import Desktop
 
 INTERVAL = 0.1          # seconds between two readings of the program
 CHANGE_EVERY = 0.05     # seconds, so that no two readings are equal
 LINE_EVERY = 30.0       # seconds
 LEVEL = 64              # KiB
-SETTINGS = f"updateInterval={INTERVAL}\nonboardingShown=true\n"
-IN_ACCESS = 1
 
 
 class Figures(NamedTuple):
@@ -32,31 +30,10 @@ class Figures(NamedTuple):
     threads: int
 
 
-class AccessCounter:
-    """Counts how often a file is read. To be asked before a second read can follow: the kernel
-    makes one event of two that are alike."""
-
-    def __init__(self, path):
-        libc = ctypes.CDLL(None, use_errno=True)
-        self.events = libc.inotify_init1(os.O_NONBLOCK | os.O_CLOEXEC)
-        if self.events < 0 or libc.inotify_add_watch(self.events, os.fsencode(path), IN_ACCESS) < 0:
-            raise OSError(ctypes.get_errno(), "cannot watch the made-up memory")
-        self.total = 0
-
-    def update(self):
-        try:
-            self.total += len(os.read(self.events, 4096)) // 16     # bytes an event
-        except BlockingIOError:
-            pass
-
-
 def figures_of(pid, seconds, readings):
-    memory = {}
-    for line in Path(f"/proc/{pid}/smaps_rollup").read_text().splitlines()[1:]:
-        name, size, _ = line.split()
-        memory[name.rstrip(":")] = int(size)
+    memory = memory_of(pid)
     return Figures(round(seconds), readings, memory["Private_Dirty"], memory["Rss"],
-                   len(os.listdir(f"/proc/{pid}/fd")), len(os.listdir(f"/proc/{pid}/task")))
+                   len(os.listdir(f"/proc/{pid}/fd")), len(threads_of(pid)))
 
 
 def change(hardware, step):
@@ -72,12 +49,8 @@ def soak(desktop, program, seconds):
     hardware = Hardware(desktop.folder / "hardware")
     hardware.set_fan(1850)
     readings = AccessCounter(hardware.folder / "meminfo")
-    settings = Path(desktop.environment["XDG_CONFIG_HOME"]) / "meterkin" / "meterkin.conf"
-    settings.parent.mkdir(parents=True)
-    settings.write_text(SETTINGS)
-    process = desktop.spawn([*hardware.command_prefix(), program], "program")
-    desktop.wait(lambda: any(window.name.startswith("meterkin: ") and window.viewable
-                             for window in desktop.x.windows()), what="the title in the panel")
+    process = start_program(desktop, [*hardware.command_prefix(), program],
+                            updateInterval=INTERVAL)
 
     lines = []
     print("\t".join(Figures._fields), flush=True)
@@ -86,9 +59,7 @@ def soak(desktop, program, seconds):
         change(hardware, step)
         readings.update()
         elapsed = time.monotonic() - start
-        if process.poll() is not None:
-            raise RuntimeError(f"the program ended with status {process.returncode}\n"
-                               f"{desktop.report()}")
+        is_over(desktop, process)
         if elapsed >= LINE_EVERY * (len(lines) + 1):
             lines.append(figures_of(process.pid, elapsed, readings.total))
             print("\t".join(map(str, lines[-1])), flush=True)
@@ -120,16 +91,11 @@ def main():
     wanted = parser.parse_args()
     if not wanted.minutes >= 3:
         parser.error("3 minutes or more, to have a third to compare")
-    program = wanted.program
-    if program is None:
-        root = Path(__file__).resolve().parents[1]
-        subprocess.run([root / "scripts/bootstrap", "build", "run", "desktop", "test"], check=True)
-        subprocess.run([root / "scripts/build", "release", "meterkin"], check=True)
-        program = root / "build/release/meterkin"
+    program = str(Path(wanted.program or release_build()).resolve())
     with Desktop() as desktop:
         desktop.start_panel("xfce4")
         desktop.wait_for_tray()
-        lines = soak(desktop, str(Path(program).resolve()), wanted.minutes * 60)
+        lines = soak(desktop, program, wanted.minutes * 60)
     found = growth(lines)
     print("grown: " + "; ".join(found) if found else "level", flush=True)
     return 1 if found else 0

@@ -1,7 +1,9 @@
-"""A look at an X server from outside: windows, selections, pixels. Needs nothing but libX11."""
+"""A look at an X server from outside: windows, selections, pixels. Needs nothing but libX11, and
+libXtst for the pointer."""
 import ctypes
 import struct
 import zlib
+from functools import cached_property
 from typing import NamedTuple
 
 Id = ctypes.c_ulong
@@ -156,6 +158,26 @@ class XDisplay:
         self.library.XSetWindowBackground(self.display, self.root, color)
         self.library.XClearWindow(self.display, self.root)
         self.library.XSync(self.display, False)
+
+    def point_at(self, x, y):
+        """Moves the pointer."""
+        self.test.XTestFakeMotionEvent(self.display, -1, x, y, Id(0))
+        self.library.XSync(self.display, False)
+
+    def click(self, x, y):
+        """Moves the pointer and presses its first button."""
+        self.test.XTestFakeMotionEvent(self.display, -1, x, y, Id(0))
+        for is_press in (True, False):
+            self.test.XTestFakeButtonEvent(self.display, 1, is_press, Id(0))
+        self.library.XSync(self.display, False)
+
+    @cached_property
+    def test(self):
+        library = ctypes.CDLL("libXtst.so.6")
+        integer = ctypes.c_int
+        library.XTestFakeMotionEvent.argtypes = [Pointer, integer, integer, integer, Id]
+        library.XTestFakeButtonEvent.argtypes = [Pointer, ctypes.c_uint, integer, Id]
+        return library
 
     def atom(self, name):
         return self.library.XInternAtom(self.display, name.encode(), False)
