@@ -5,7 +5,6 @@
 
 #include <QCoreApplication>
 #include <QFileInfo>
-#include <QJsonArray>
 #include <QJsonObject>
 #include <QPluginLoader>
 
@@ -48,12 +47,10 @@ WindowPlugin *WindowPluginLoader::plugin()
     QPluginLoader loader(pluginFile());
     loader.setLoadHints(QLibrary::PreventUnloadHint);
     // Read from the file, before any of its code runs.
-    const QString build =
-        loader.metaData().value(QLatin1String("build")).toArray().at(0).toString();
-    const QString ownBuild = QStringLiteral(METERKIN_BUILD);
-    if (!build.isEmpty() && build != ownBuild) {
-        refuse(QStringLiteral("%1 is of Meterkin %2, not of %3")
-                   .arg(loader.fileName(), build, ownBuild),
+    const QString identifier = loader.metaData().value(QLatin1String("IID")).toString();
+    const QString ownIdentifier = QStringLiteral(METERKIN_WINDOW_PLUGIN);
+    if (!identifier.isEmpty() && identifier != ownIdentifier) {
+        refuse(QStringLiteral("%1 is %2, not %3").arg(loader.fileName(), identifier, ownIdentifier),
                restartIdentifier, QStringLiteral("Meterkin was updated"),
                QStringLiteral("Choose this notification to restart it."));
         return nullptr;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PluginIdentifier.h"
+
 #include <QtPlugin>
 
 #include <memory>
@@ -13,8 +15,6 @@ class UpdateWindow;
 class UpdaterController;
 class Windows;
 class X11Connection;
-
-#define METERKIN_WINDOW_PLUGIN "org.meterkin.WindowPlugin"
 
 /// What needs Qt Quick, Svg or Network: in a library of its own, loaded when the first window is
 /// wanted. It uses the program's own functions, so both have to be of the same build. What it makes
