@@ -20,6 +20,7 @@ constexpr auto DockTimeout = 3s; // a panel that is just starting may be slow to
 constexpr auto RefusalRetry = 30s; // after a panel did not take the item
 constexpr auto LossRetry = 1s; // after a panel dropped the item
 constexpr double LeastGrant = 0.85; // of the wanted width: the padding can be spared, digits cannot
+constexpr int LeastSide = 8; // some panels dock an item in a gap of five pixels, and widen that
 constexpr quint8 LeftButton = 1;
 constexpr quint8 RightButton = 3;
 
@@ -262,7 +263,8 @@ double XembedIcon::scale() const
 
 void XembedIcon::paint()
 {
-    if (!m_window.isOpen() || !m_isEmbedded || m_size.isEmpty())
+    if (!m_window.isOpen() || !m_isEmbedded
+        || std::min(m_size.width(), m_size.height()) < LeastSide)
         return;
     const bool isWide = !m_isSqueezed && m_size.width() > m_size.height();
     const QImage image = isWide
