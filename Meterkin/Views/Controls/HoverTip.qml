@@ -1,32 +1,49 @@
 import QtQuick
-import QtQuick.Templates as T
 import Meterkin.Views
 
-// A tool tip above its control.
-T.ToolTip {
+// A tool tip above its parent and within the window, a while after it is wanted.
+Rectangle {
     id: tip
 
-    x: parent ? (parent.width - implicitWidth) / 2 : 0
-    y: -implicitHeight - 4
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    horizontalPadding: 7
-    verticalPadding: 4
-    margins: 6
-    delay: 700
+    required property string text
+    required property bool isWanted
 
-    contentItem: Text {
+    readonly property int delay: 700 // milliseconds
+    readonly property int margin: 6
+
+    function show(): void {
+        const left = tip.parent.mapToItem(null, 0, 0).x
+        const last = tip.Window.width - tip.margin - tip.width - left
+        tip.x = Math.max(tip.margin - left, Math.min((tip.parent.width - tip.width) / 2, last))
+        tip.visible = true
+    }
+
+    y: -height - 4
+    width: content.implicitWidth + 2 * 7
+    height: content.implicitHeight + 2 * 4
+    visible: false
+    radius: 4
+    color: Theme.controlBackground
+    border.width: 1
+    border.color: Theme.separator
+    onIsWantedChanged: tip.visible = false
+
+    Accessible.role: Accessible.ToolTip
+    Accessible.name: tip.text
+
+    Text {
+        id: content
+
+        anchors.centerIn: parent
         text: tip.text
         color: Theme.primary
         font.pixelSize: Theme.points(11)
-        horizontalAlignment: Text.AlignHCenter
-        verticalAlignment: Text.AlignVCenter
+        Accessible.ignored: true
     }
 
-    background: Rectangle {
-        radius: 4
-        color: Theme.controlBackground
-        border.width: 1
-        border.color: Theme.separator
+    Timer {
+        interval: tip.delay
+        running: tip.isWanted
+        onTriggered: tip.show()
     }
 }

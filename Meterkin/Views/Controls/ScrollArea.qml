@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Meterkin.Views
 
 // Content that may be higher than the area. Scrolls by wheel and bar, by the keys that its owner
@@ -45,7 +44,10 @@ Flickable {
     onFocusedChanged: area.reveal()
     onHeightChanged: area.reveal()
 
-    T.ScrollBar.vertical: ScrollIndicator {
-        Accessible.ignored: true
+    ScrollIndicator {
+        parent: area // not its content
+        contentHeight: area.contentHeight
+        contentY: area.contentY
+        onMoved: contentY => area.contentY = contentY
     }
 }

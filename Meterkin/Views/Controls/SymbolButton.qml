@@ -1,45 +1,71 @@
 import QtQuick
-import QtQuick.Templates as T
 import Meterkin.Views
 
 // A borderless button that shows only a symbol; its label is the tool tip and the accessible name.
-T.Button {
+// Not a template of Qt's: the dashboard needs no other, and they cost as much as all of it.
+Item {
     id: button
 
     required property string symbol
     required property real pointSize
     required property string label
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    padding: 4
-    hoverEnabled: true
-    focusPolicy: Qt.TabFocus
+    readonly property int padding: 4
+    readonly property bool isPressed: area.containsPress || button.isSpaceDown
+    property bool isSpaceDown: false
 
-    Accessible.name: label
+    signal clicked()
+
+    implicitWidth: picture.implicitWidth + 2 * button.padding
+    implicitHeight: picture.implicitHeight + 2 * button.padding
+    activeFocusOnTab: true
+
+    Accessible.role: Accessible.Button
+    Accessible.name: button.label
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }
-
-    HoverTip {
-        text: button.label
-        visible: button.hovered && !button.pressed
+    Keys.onSpacePressed: button.isSpaceDown = true
+    Keys.onReleased: event => {
+        if (event.key !== Qt.Key_Space || event.isAutoRepeat || !button.isSpaceDown)
+            return
+        button.isSpaceDown = false
+        button.clicked()
     }
+    onActiveFocusChanged: button.isSpaceDown = false
 
-    background: Rectangle {
+    Rectangle {
+        anchors.fill: parent
         radius: 5
-        color: Theme.faded(Theme.primary, button.pressed ? 0.16 : button.hovered ? 0.08 : 0)
+        color: Theme.faded(Theme.primary, button.isPressed ? 0.16 : area.containsMouse ? 0.08 : 0)
 
         FocusRing {
-            visible: button.visualFocus
+            visible: button.activeFocus
             innerRadius: 5
             distance: -2
         }
     }
 
-    contentItem: SystemSymbol {
+    SystemSymbol {
+        id: picture
+
+        anchors.fill: parent
+        anchors.margins: button.padding
         name: button.symbol
         pointSize: Theme.points(button.pointSize)
-        color: button.hovered ? Theme.primary : Theme.secondary
+        color: area.containsMouse ? Theme.primary : Theme.secondary
+    }
+
+    MouseArea {
+        id: area
+
+        anchors.fill: parent
+        hoverEnabled: true
+        onClicked: button.clicked()
+    }
+
+    HoverTip {
+        text: button.label
+        isWanted: area.containsMouse && !button.isPressed
     }
 }

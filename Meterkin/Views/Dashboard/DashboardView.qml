@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 
 import QtQuick
-import QtQuick.Templates as T
 import Meterkin.Views
 
 // The popover's content: the program's name, a card for each metric, and two buttons.
@@ -103,11 +102,16 @@ FocusScope {
         clip: true
         focus: true
 
-        Keys.onUpPressed: bar.decrease()
-        Keys.onDownPressed: bar.increase()
+        Keys.onUpPressed: bar.moveTo(scrollArea.contentY - scrollArea.contentHeight / 10)
+        Keys.onDownPressed: bar.moveTo(scrollArea.contentY + scrollArea.contentHeight / 10)
 
-        T.ScrollBar.vertical: ScrollIndicator {
+        ScrollIndicator {
             id: bar
+
+            parent: scrollArea // not its content
+            contentHeight: scrollArea.contentHeight
+            contentY: scrollArea.contentY
+            onMoved: contentY => scrollArea.contentY = contentY
         }
 
         Column {
@@ -148,7 +152,7 @@ FocusScope {
             id: settingsButton
 
             anchors.left: parent.left
-            anchors.leftMargin: 14 - leftPadding
+            anchors.leftMargin: 14 - padding
             anchors.verticalCenter: parent.verticalCenter
             symbol: "gearshape"
             pointSize: 12
@@ -158,7 +162,7 @@ FocusScope {
 
         SymbolButton {
             anchors.right: parent.right
-            anchors.rightMargin: 14 - rightPadding
+            anchors.rightMargin: 14 - padding
             anchors.verticalCenter: parent.verticalCenter
             symbol: "power"
             pointSize: 11
