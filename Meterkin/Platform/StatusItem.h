@@ -37,6 +37,7 @@ public:
     /// As the system has it on the item's background just now, in device RGB.
     virtual QColor systemColor(SystemColor color) const = 0;
     virtual void setTitle(const AttributedTitle &title) = 0;
+    /// Belongs to the title that is set next.
     virtual void setAccessibilityLabel(const QString &label) = 0;
     /// The tool tip is asked for whenever somebody reads it: plain text, lines separated by line
     /// feeds.

@@ -42,14 +42,17 @@ void GlyphSet::draw(QImage &image, QStringView text, QPoint baseline, const QCol
             mask(digit, font);
     }
     const QRgb rgb = color.rgba();
+    uchar *const pixels = image.bits(); // once: it looks whether anybody shares them
     for (const QChar character : text) {
         const LetterMask &letter = mask(character, font);
         const QPoint corner = baseline + letter.place;
         const QRect target = letter.coverage.rect().translated(corner) & image.rect();
         for (int y = target.top(); y <= target.bottom(); ++y) {
             const uchar *from = letter.coverage.constScanLine(y - corner.y());
-            auto *to = reinterpret_cast<QRgb *>(image.scanLine(y));
+            auto *to = reinterpret_cast<QRgb *>(pixels + y * image.bytesPerLine());
             for (int x = target.left(); x <= target.right(); ++x) {
+                if (from[x - corner.x()] == 0)
+                    continue; // as most are
                 const int alpha = from[x - corner.x()] * qAlpha(rgb) / 255;
                 if (alpha > qAlpha(to[x]))
                     to[x] = qPremultiply(qRgba(qRed(rgb), qGreen(rgb), qBlue(rgb), alpha));

@@ -30,8 +30,6 @@ LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, Default
     connect(&m_stripDelay, &QTimer::timeout, this, [this] {
         moveTo({&m_strip, "into a strip of its own: no panel takes it"});
     });
-    m_publish.setSingleShot(true);
-    connect(&m_publish, &QTimer::timeout, this, &LinuxStatusItem::publish);
     choose();
 }
 
@@ -56,14 +54,13 @@ QColor LinuxStatusItem::systemColor(SystemColor color) const
 
 void LinuxStatusItem::setTitle(const AttributedTitle &title)
 {
-    if (std::exchange(m_content.title, title) != title)
-        m_publish.start(0);
+    if (std::exchange(m_content.title, title) != title && m_current != nullptr)
+        m_current->setContent(m_content);
 }
 
 void LinuxStatusItem::setAccessibilityLabel(const QString &label)
 {
-    if (std::exchange(m_content.accessibilityLabel, label) != label)
-        m_publish.start(0);
+    m_content.accessibilityLabel = label;
 }
 
 void LinuxStatusItem::setToolTipSource(std::function<QString()> source)
@@ -144,12 +141,6 @@ void LinuxStatusItem::moveTo(const Choice &choice)
     // Also in the same host: its panel may have been replaced.
     if (m_current != nullptr)
         m_current->attach();
-}
-
-void LinuxStatusItem::publish()
-{
-    if (m_current != nullptr)
-        m_current->setContent(m_content);
 }
 
 void LinuxStatusItem::showMenu(QPoint anchor)

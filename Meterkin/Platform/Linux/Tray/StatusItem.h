@@ -44,7 +44,6 @@ private:
     Choice best();
     void choose();
     void moveTo(const Choice &choice);
-    void publish();
     void showMenu(QPoint anchor);
     void perform(MenuAction action);
     void showToolTip(bool isInside);
@@ -57,6 +56,5 @@ private:
     TrayContent m_content;
     std::function<QString()> m_toolTipSource;
     QTimer m_stripDelay;
-    QTimer m_publish;
     std::unique_ptr<ItemToolTip> m_toolTip; ///< from the first time that the pointer rests on it
 };

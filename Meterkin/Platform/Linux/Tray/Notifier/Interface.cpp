@@ -68,7 +68,8 @@ void NotifierInterface::refreshToolTip()
 
 std::optional<std::chrono::seconds> NotifierInterface::toolTipPeriod() const
 {
-    return m_kind == NotifierHostKind::Label ? std::nullopt : std::optional(ToolTipPeriod);
+    const bool isShown = m_kind != NotifierHostKind::Label && m_kind != NotifierHostKind::Titled;
+    return isShown ? std::optional(ToolTipPeriod) : std::nullopt;
 }
 
 QList<NotifierPixmap> NotifierInterface::iconPixmap()
@@ -82,14 +83,15 @@ QList<NotifierPixmap> NotifierInterface::paint() const
 {
     const AttributedTitle &title = m_content.title;
     if (m_kind == NotifierHostKind::Wide) {
-        return {
-            NotifierPixmap::fromImage(m_painter.wide(title, WideHeight * WideScale, WideScale))};
+        return {NotifierPixmap::fromImage(m_painter.wide(title, WideHeight * WideScale, WideScale),
+                                          title.color)};
     }
     QList<NotifierPixmap> pixmaps;
     for (const int side : squareSides) {
         pixmaps.append(NotifierPixmap::fromImage(m_kind == NotifierHostKind::Label
                                                      ? m_painter.symbol(title.color, side)
-                                                     : m_painter.square(title, side)));
+                                                     : m_painter.square(title, side),
+                                                 title.color));
     }
     return pixmaps;
 }

@@ -1,17 +1,25 @@
 #include "Platform/Linux/Tray/Notifier/Types.h"
 
+#include <QColor>
 #include <QDBusMetaType>
 #include <QImage>
 #include <QtEndian>
 
-NotifierPixmap NotifierPixmap::fromImage(const QImage &image)
+#include <algorithm>
+
+NotifierPixmap NotifierPixmap::fromImage(const QImage &image, const QColor &color)
 {
-    const QImage argb = image.convertToFormat(QImage::Format_ARGB32);
-    NotifierPixmap pixmap{argb.width(), argb.height(),
-                          QByteArray(argb.sizeInBytes(), Qt::Uninitialized)};
+    NotifierPixmap pixmap{image.width(), image.height(),
+                          QByteArray(image.sizeInBytes(), Qt::Uninitialized)};
     // Lines of 32-bit pixels have no padding.
-    qToBigEndian<quint32>(argb.constBits(), argb.sizeInBytes() / qsizetype(sizeof(quint32)),
-                          pixmap.data.data());
+    const auto *from = reinterpret_cast<const QRgb *>(image.constBits());
+    auto *to = reinterpret_cast<quint32 *>(pixmap.data.data());
+    const QRgb opaque = color.rgb() & RGB_MASK;
+    std::transform(from, from + image.sizeInBytes() / qsizetype(sizeof(QRgb)), to,
+                   [opaque](QRgb pixel) {
+                       const QRgb alpha = pixel & ~RGB_MASK;
+                       return alpha == 0 ? 0 : qToBigEndian<quint32>(alpha | opaque);
+                   });
     return pixmap;
 }
 

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QVariantMap>
 
+class QColor;
 class QImage;
 
 // From the "StatusNotifierItem" specification of freedesktop.org and from com.canonical.dbusmenu.
@@ -17,8 +18,9 @@ struct NotifierPixmap {
     int height = 0;
     QByteArray data;
 
-    /// Any format; an image that cannot be converted becomes an empty picture.
-    static NotifierPixmap fromImage(const QImage &image);
+    /// Of premultiplied ARGB in one colour, as TitlePainter draws it: only the alpha is read, which
+    /// is much less work than to divide the colour by it.
+    static NotifierPixmap fromImage(const QImage &image, const QColor &color);
 };
 
 /// A tool tip on the bus, `(sa(iiay)ss)`.

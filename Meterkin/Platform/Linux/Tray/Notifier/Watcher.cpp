@@ -24,6 +24,7 @@ constexpr std::array knownHosts{
     KnownHost{QLatin1StringView("ayatana-indicat"), NotifierHostKind::Label},
     KnownHost{QLatin1StringView("indicator-appli"), NotifierHostKind::Label},
     KnownHost{QLatin1StringView("unity-panel"), NotifierHostKind::Label},
+    KnownHost{QLatin1StringView("lxqt-panel"), NotifierHostKind::Titled},
 };
 
 /// By the name of the panel's process.
@@ -44,6 +45,7 @@ const char *description(NotifierHostKind kind)
     case NotifierHostKind::Label:
         return "a panel known to show a label beside the picture";
     case NotifierHostKind::Square:
+    case NotifierHostKind::Titled:
         break;
     }
     return "taken for a panel that squeezes pictures into squares";

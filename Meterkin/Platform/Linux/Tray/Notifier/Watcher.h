@@ -9,6 +9,7 @@ enum class NotifierHostKind {
     Wide, ///< keeps the aspect ratio of a picture
     Label, ///< shows XAyatanaLabel beside the picture
     Square, ///< squeezes every picture into a square
+    Titled, ///< the same, and shows the item's name instead of its tool tip
 };
 
 /// Follows org.kde.StatusNotifierWatcher, through which items find their panel: the "StatusNotifier
