@@ -1,5 +1,6 @@
 """Processors, memory and fans that are made up, for a program that is started on them."""
 import os
+import shutil
 import subprocess
 from pathlib import Path
 
@@ -75,3 +76,6 @@ class Hardware:
         for name, value in (("name", "nct6775"), ("fan1_min", 600), ("fan1_max", 6000),
                             ("fan1_input", rpm)):
             self.write(f"class/hwmon/hwmon0/{name}", f"{value}\n")
+
+    def lose_fan(self):
+        shutil.rmtree(self.folder / "class" / "hwmon" / "hwmon0")
