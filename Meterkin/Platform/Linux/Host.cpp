@@ -1,9 +1,9 @@
 #include "Platform/Linux/Host.h"
 
-#include "Platform/Linux/BatchScheduling.h"
 #include "Platform/Linux/DisplaySelection.h"
 #include "Platform/Linux/Exhaustion.h"
 #include "Platform/Linux/Memory.h"
+#include "Platform/Linux/Surroundings.h"
 
 #include <QGuiApplication>
 #include <QSessionManager>
@@ -23,16 +23,6 @@ using namespace std::chrono_literals;
 
 constexpr auto StartDuration =
     5s; // by then the title is in its place, and shows its first readings
-
-// Qt asks it for each thread that gets an event loop.
-constexpr const char *WithoutGlib = "QT_NO_GLIB";
-bool isQtWithoutGlib = false; // by our own choice
-
-/// Nothing here needs GLib's event loop, which takes more memory and time than that of Qt.
-void startQtWithoutGlib()
-{
-    isQtWithoutGlib = !qEnvironmentVariableIsSet(WithoutGlib) && qputenv(WithoutGlib, "1");
-}
 
 [[noreturn]] void refuse(const char *reason)
 {
@@ -68,10 +58,9 @@ QByteArrayList ProgramHost::prepare()
     const char *platforms = selectDisplay();
     if (platforms == nullptr)
         refuse("no display: start it inside a desktop session");
-    useBatchScheduling();
+    useOwnSurroundings();
     BusConnection::keepQtFromSilentBus();
     qInstallMessageHandler(handleQtMessage);
-    startQtWithoutGlib();
     // As options, because programs that we start would inherit environment variables. The theme
     // plugins of desktops would load whole toolkits.
     return {"-platform", platforms, "-platformtheme", "generic"};
@@ -84,8 +73,6 @@ std::unique_ptr<ProgramHost> ProgramHost::make()
 
 LinuxHost::LinuxHost()
 {
-    if (isQtWithoutGlib)
-        qunsetenv(WithoutGlib); // programs that we start would inherit it
     QTimer::singleShot(StartDuration, qGuiApp, giveMemoryBackSoon);
     QObject::connect(&m_signals, &TerminationSignals::received, qGuiApp, &QCoreApplication::quit);
     // The autostart entry starts the program at login; the session manager must not do it too.
@@ -96,7 +83,7 @@ LinuxHost::LinuxHost()
 
 LinuxHost::~LinuxHost()
 {
-    useOriginalScheduling(); // a restarted program would inherit ours
+    useOriginalSurroundings(); // a restarted program would inherit ours
 }
 
 ProgramHost::Claim LinuxHost::claimInstance(std::function<void()> startedAgain)

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Windows/LinkOpener.h"
 
-#include "Platform/Linux/BatchScheduling.h"
+#include "Platform/Linux/Surroundings.h"
 #include "Platform/Log.h"
 
 #include <QDesktopServices>
@@ -25,10 +25,10 @@ LinkOpener::~LinkOpener()
 
 void LinkOpener::open(const QUrl &link)
 {
-    useOriginalScheduling();
+    useOriginalSurroundings();
     // Called by the handler for this scheme, Qt does not call it again but starts the browser.
     if (!QDesktopServices::openUrl(link))
         qCWarning(logWindows, "No program opens %s: the link stays closed",
                   qPrintable(link.toString()));
-    useBatchScheduling();
+    useOwnSurroundings();
 }

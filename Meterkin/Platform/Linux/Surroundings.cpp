@@ -1,10 +1,16 @@
-#include "Platform/Linux/BatchScheduling.h"
+#include "Platform/Linux/Surroundings.h"
+
+#include <QByteArray>
 
 #include <sched.h>
 
 namespace {
 
+// Qt asks for it whenever a thread gets an event loop.
+constexpr const char *WithoutGlib = "QT_NO_GLIB";
+
 bool isBatch = false;
+bool isWithoutGlib = false; // by our own choice
 
 bool setPolicy(int policy)
 {
@@ -14,15 +20,18 @@ bool setPolicy(int policy)
 
 } // namespace
 
-void useBatchScheduling()
+void useOwnSurroundings()
 {
     const int policy = sched_getscheduler(0);
     // A restarted program has inherited it.
     isBatch = (policy == SCHED_OTHER || policy == SCHED_BATCH) && setPolicy(SCHED_BATCH);
+    isWithoutGlib = !qEnvironmentVariableIsSet(WithoutGlib) && qputenv(WithoutGlib, "1");
 }
 
-void useOriginalScheduling()
+void useOriginalSurroundings()
 {
     if (isBatch)
         setPolicy(SCHED_OTHER);
+    if (isWithoutGlib)
+        qunsetenv(WithoutGlib);
 }
