@@ -1,7 +1,6 @@
 """Measures what the program costs on private desktops, beside a process that only sleeps, reads and
 parses (the floor), and prints it beside its budgets as one table. Status 1 when one is exceeded."""
 import argparse
-import os
 import shutil
 import statistics
 import subprocess
@@ -177,24 +176,15 @@ def measure_dashboard(desktop, pid):
 
 # --- the window --------------------------------------------------------------------------------
 
-def let_processors_vary(step):
-    """Works for some of an interval, so that on up to fifteen processors no two readings of their
-    use are the same when rounded."""
-    busy = step % 4 * min(0.02 * os.cpu_count(), 0.3) * INTERVAL
-    end = time.monotonic() + busy
-    while time.monotonic() < end:
-        pass
-
-
-def measure_together(processes, seconds):
-    """A column of the table for each process."""
+def measure_together(processes, seconds, changing):
+    """A column of the table for each process, while memory changes for those that see it."""
     def use():
         return {name: (processor_time_of(pid), switches_of(pid)) for name, pid in processes.items()}
     before = use()
     begin = time.monotonic()
     readings = round(seconds / INTERVAL)
     for number in range(readings):
-        let_processors_vary(number)
+        changing.set_memory(42 + number % 10)
         time.sleep(max(0, begin + (number + 1) * INTERVAL - time.monotonic()))
     columns = {}
     for name, after in use().items():
@@ -214,28 +204,32 @@ def measure(program, wanted):
         quiet = open_desktop(stack, wanted.panel)
         in_x11 = PANELS[wanted.panel].tray == XEMBED
         own = measure_starts(quiet, program) if in_x11 else {}
-        # The title of a fan that has gone never changes. All else that is read here is real: it
-        # takes the kernel longer than what is made up.
-        hardware = Hardware(quiet.folder / "hardware")
-        hardware.set_fan(1850)
-        process = start_program(quiet, [*hardware.command_prefix("class"), program],
+        # The title of a fan that has gone never changes, while all else that is read is real.
+        fan = Hardware(quiet.folder / "fan")
+        fan.set_fan(1850)
+        process = start_program(quiet, [*fan.command_prefix("class"), program],
                                 menuBarMetric="Fan Speed")
-        hardware.lose_fan()
-        floor = str(quiet.folder / "floor")
-        subprocess.run(["c++", "-O2", "-Wl,--as-needed", "-o", floor,
+        fan.lose_fan()
+        changing = Hardware(quiet.folder / "changing")
+        made_up = changing.command_prefix("meminfo")
+        floor = [str(quiet.folder / "floor"), f"{INTERVAL:g}"]
+        subprocess.run(["c++", "-O2", "-Wl,--as-needed", "-o", floor[0],
                         Path(__file__).with_name("floor.cpp")], check=True)
-        processes = {"Meterkin": process.pid,
-                     "floor": quiet.spawn([floor, f"{INTERVAL:g}"], "floor").pid}
+        processes = {"Meterkin": process.pid, "floor": quiet.spawn(floor, "floor").pid,
+                     "made up": quiet.spawn([*made_up, *floor], "floor").pid}
         for panel in ("xfce4", "lxqt"):
             desktop = open_desktop(stack, panel)
-            processes[panel] = start_program(desktop, [program], menuBarMetric="CPU Usage",
-                                             cpuUsageGreen=101, cpuUsageYellow=102).pid
+            processes[panel] = start_program(desktop, [*made_up, program]).pid
             if panel == "xfce4" and wanted.peers:
                 processes |= start_peers(desktop)
         time.sleep(SETTLE)
-        columns = measure_together(processes, wanted.window)
-        own |= columns["Meterkin"] | {panel: columns.pop(panel)["floors"]
-                                      for panel in ("xfce4", "lxqt")}
+        columns = measure_together(processes, wanted.window, changing)
+        own |= columns["Meterkin"]
+        # The kernel reads real files slower than made-up ones: add the difference of two floors.
+        real = columns["floor"]["time"]
+        slower = real - columns.pop("made up")["time"]
+        for panel in ("xfce4", "lxqt"):
+            own[panel] = (columns.pop(panel)["time"] + slower) / real
         if "i3status" in columns:
             own["i3statuses"] = own["time"] / columns["i3status"]["time"]
         if in_x11:
