@@ -11,24 +11,11 @@ using namespace Qt::StringLiterals;
 using OptionalDouble = std::optional<double>;
 using Limits = std::numeric_limits<double>;
 
-/// The metrics' names, their texts and the tier rule.
+/// The metrics' texts and the tier rule.
 class MetricTest : public QObject {
     Q_OBJECT
 
 private slots:
-    // They are what is stored.
-    void rawValues()
-    {
-        for (const auto &[raw, metric] : {std::pair(u"Fan Speed"_s, SystemMetric::FanSpeed),
-                                          {u"Memory"_s, SystemMetric::MemoryUsage},
-                                          {u"CPU Usage"_s, SystemMetric::CpuUsage}}) {
-            QCOMPARE(traitsOf(metric).title, raw);
-            QCOMPARE(metricFromRawValue(raw), std::optional(metric));
-        }
-        for (const char16_t *unknown : {u"memory", u"Memory ", u""})
-            QCOMPARE(metricFromRawValue(unknown), std::nullopt);
-    }
-
     void texts()
     {
         for (const auto &[value, text] :

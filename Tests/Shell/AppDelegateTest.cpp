@@ -43,17 +43,6 @@ private slots:
         QCOMPARE(m_platform->item->toolTip(), u"Fan Speed: N/A\nMemory: 42%\nCPU Usage: N/A"_s);
     }
 
-    void blends()
-    {
-        const QColor from(0, 100, 200, 255);
-        const QColor to(200, 0, 100, 55);
-        QCOMPARE(interpolateColor(from, to, 0.25).rgba(), qRgba(50, 75, 175, 205));
-        QCOMPARE(interpolateColor(from, to, 1.5).rgba(), to.rgba());
-        QCOMPARE(interpolateColor(from, to, std::nan("")).rgba(), from.rgba());
-        QCOMPARE(interpolateColor(QColor(), to, 0.0), to);
-        QCOMPARE(interpolateColor(from.toHsv(), to, 0.25).rgba(), qRgba(50, 75, 175, 205));
-    }
-
     void blendsFromTierToTier()
     {
         launch();
@@ -140,6 +129,14 @@ private slots:
             }
             QCOMPARE(together > 1, !isEach);
         }
+    }
+
+    void keepsTheLoginItemInLine()
+    {
+        m_platform->store.setBoolean(u"launchAtLogin"_s, false);
+        m_platform->login.enabled = true;
+        launch();
+        QVERIFY(!m_platform->login.enabled);
     }
 
     void keepsTheHotkeyInLine()
