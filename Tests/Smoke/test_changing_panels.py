@@ -2,23 +2,10 @@
 import os
 import unittest
 
-from smoke_case import FULL, PATIENCE, SmokeCase, client
+from smoke_case import PATIENCE, SmokeCase, client
 
 
 class TestChangingPanels(SmokeCase):
-    def test_panel_killed_and_restarted(self):
-        others = ("mate", "i3bar", "polybar", "waybar") if FULL else ()
-        for host in ("xfce4", "tint2", "lxqt", *others):
-            with self.subTest(host):
-                self.open_desktop(host)
-                self.start()
-                self.wait_for_item_in(host, PATIENCE)
-                self.desktop.kill_panel()
-                self.start_panel(host)
-                self.wait_for_item_in(host)
-                self.wait_for_color("green")
-                self.stop()
-
     def test_panel_swapped_for_another_kind(self):
         self.open_desktop("tint2")
         self.start()

@@ -52,6 +52,7 @@ class TestLogin(WindowCase):
                             str(self.entry().parent)], "login")
         self.desktop.wait(self.items, what="the item")
         self.assertEqual(self.launch("second").wait(PATIENCE), 0)
+        self.assertEqual(self.complaints("second"), "")
         self.wait_for(self.popover)
 
 

@@ -1,4 +1,4 @@
-"""The item in each kind of panel, whether the panel or the program comes first."""
+"""The item in each kind of panel, whether the panel or the program comes first, or comes again."""
 import unittest
 
 from smoke_case import FULL, PATIENCE, SmokeCase, hue_name, title_color
@@ -29,6 +29,9 @@ class TestPanels(SmokeCase):
                 self.start()
                 if not self.desktop.wayland:
                     self.wait_for_item_in("none")
+                self.start_panel(host)
+                self.check_item(host, self.wait_for_item_in(host))
+                self.desktop.kill_panel()
                 self.start_panel(host)
                 self.check_item(host, self.wait_for_item_in(host))
                 self.stop()

@@ -44,11 +44,6 @@ class TestUpdate(WindowCase):
         self.wait_for_item_in("xfce4", PATIENCE)
         self.stop()
 
-    def notification(self):
-        found = [window for window in self.desktop.x.windows()
-                 if window.viewable and window.name == "Dunst"]
-        return found[0] if found else None
-
     def test_missing_windows(self):
         plugins = subprocess.run(["qtpaths6", "--query", "QT_INSTALL_PLUGINS"], check=True,
                                  stdout=subprocess.PIPE, text=True).stdout.strip()

@@ -33,6 +33,12 @@ class WindowCase(SmokeCase):
     def onboarding(self):
         return self.window("meterkin", 520)
 
+    def notification(self):
+        """The one window of a notification server."""
+        found = [window for window in self.desktop.x.windows()
+                 if window.viewable and window.name in ("Dunst", "Notification")]
+        return found[0] if len(found) == 1 else None
+
     def wait_for(self, window):
         """Waits for a window to be seen, with something in it, at its final place."""
         last = []
