@@ -2,6 +2,8 @@
 
 #include "Views/WindowContent.h"
 
+#include <QSignalBlocker>
+
 #include <cmath>
 #include <utility>
 
@@ -92,11 +94,15 @@ void PopoverWindow::exposeEvent(QExposeEvent *event)
 void PopoverWindow::animate(qreal target, int milliseconds)
 {
     m_animation.stop();
-    m_animation.setStartValue(m_progress);
-    m_animation.setEndValue(target);
-    m_animation.setDuration(
-        static_cast<int>(std::lround(std::abs(target - m_progress) * milliseconds)));
-    m_animation.setEasingCurve(QEasingCurve::OutCubic);
+    {
+        // A finished one would jump to its new end.
+        const QSignalBlocker blocker(m_animation);
+        m_animation.setStartValue(m_progress);
+        m_animation.setEndValue(target);
+        m_animation.setDuration(
+            static_cast<int>(std::lround(std::abs(target - m_progress) * milliseconds)));
+        m_animation.setEasingCurve(QEasingCurve::OutCubic);
+    }
     m_animation.start();
 }
 

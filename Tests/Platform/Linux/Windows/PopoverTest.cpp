@@ -1,4 +1,5 @@
 #include "Platform/Linux/Windows/PopoverPlacement.h"
+#include "Platform/Linux/Windows/PopoverWindow.h"
 #include "Platform/ReopenGuard.h"
 #include "Support/TestMain.h"
 
@@ -35,6 +36,22 @@ private slots:
         QCOMPARE(placePopover({guess, {}, screen, above}, {320, 300}).frame,
                  QRect(952, 354, 320, 300));
         QCOMPARE(likelyItem(second, second, {1, 1}, {}), QRect(2256, 100, 1, 1));
+    }
+
+    void animatesEachTime()
+    {
+        auto item = std::make_unique<QQuickItem>();
+        const QQuickItem &content = *item;
+        PopoverWindow window(std::move(item), FrameStyle::Square, Qt::Window);
+        QSignalSpy hidden(&window, &PopoverWindow::hidden);
+        for (int time = 1; time <= 2; ++time) {
+            window.animateIn();
+            QVERIFY(content.opacity() < 1);
+            QTRY_COMPARE(content.opacity(), 1.0);
+            window.animateOut();
+            QCOMPARE(hidden.size(), time - 1);
+            QTRY_COMPARE(hidden.size(), time);
+        }
     }
 
     void closingClickDoesNotReopen()
