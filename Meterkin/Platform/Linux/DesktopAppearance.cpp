@@ -5,7 +5,7 @@
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
+const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
 const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
@@ -21,7 +21,8 @@ constexpr double MostTextScale = 3.0;
 
 QDBusMessage readCall(const QString &group, const QString &key)
 {
-    return QDBusMessage::createMethodCall(service, portalPath, interface, QStringLiteral("Read"))
+    return QDBusMessage::createMethodCall(portalService, portalPath, interface,
+                                          QStringLiteral("Read"))
         << group << key;
 }
 
@@ -61,7 +62,7 @@ LinuxDesktopAppearance::LinuxDesktopAppearance(BusConnection &bus, TextScale sou
     : DesktopAppearance(parent)
     , m_bus(bus)
     , m_source(source)
-    , m_portal(bus, service)
+    , m_portal(bus, portalService)
 {
     // Without it Qt refuses to connect the slot to the bus.
     qRegisterMetaType<QDBusVariant>();
