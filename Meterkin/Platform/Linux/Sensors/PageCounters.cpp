@@ -67,6 +67,8 @@ std::uint64_t LinuxPageCounters::zramHeld(const MeminfoLines &lines)
         m_swapTotal = lines.swapTotal;
         findZramDevices();
     }
+    if (lines.swapTotal == 0)
+        return 0; // none of them is in use
     constexpr std::uint64_t Limit = std::uint64_t{1} << 60;
     std::uint64_t sum = 0;
     for (KernelFile &device : m_zramDevices) {

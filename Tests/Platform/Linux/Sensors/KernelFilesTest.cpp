@@ -79,12 +79,14 @@ private slots:
     {
         put("zram0/mm_stat", "   9999   8888   10240   0   7 7 7 7 7\n");
         put("zram1/mm_stat", "   9999   damaged\n");
-        LinuxPageCounters source(put("meminfo", Smallest + "SwapTotal: 0 kB\nZswap: 1 kB\n"),
+        LinuxPageCounters source(put("meminfo", Smallest + "SwapTotal: 8 kB\nZswap: 1 kB\n"),
                                  m_folder.path().toStdString());
         QCOMPARE(source.read()->compressed, std::uint64_t(11));
         put("zram2/mm_stat", "   9999   8888   40960\n");
-        put("meminfo", Smallest + "SwapTotal: 8 kB\nZswap: 1 kB\n");
+        put("meminfo", Smallest + "SwapTotal: 16 kB\nZswap: 1 kB\n");
         QCOMPARE(source.read()->compressed, std::uint64_t(51));
+        put("meminfo", Smallest + "SwapTotal: 0 kB\nZswap: 1 kB\n");
+        QCOMPARE(source.read()->compressed, std::uint64_t(1));
     }
 
     void thousandCoresInAFileThatFailedBefore()
