@@ -58,6 +58,9 @@ ROWS = {
 
 def open_desktop(stack, panel):
     desktop = stack.enter_context(Desktop(wayland=panel == "waybar"))
+    # As on every real one; the program keeps looking for a system bus that is missing.
+    desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"] = \
+        desktop.environment["DBUS_SESSION_BUS_ADDRESS"]
     desktop.start_panel(panel)
     desktop.wait_for_tray()
     return desktop
