@@ -131,8 +131,8 @@ class TestDashboard(WindowCase):
                        "--addmode screen small", "--output screen --mode small"):
             self.desktop.run("xrandr", *change.split())
         self.wait_for_item(where=lambda item: left.contains(item.window.rect))
-        if not self.popover():
-            self.click_title()
+        self.wait_for_end_of(self.popover)
+        self.click_title()
         self.desktop.wait(lambda: left.contains(self.wait_for(self.popover).rect),
                           what="the dashboard on the other screen")
         self.stop()
