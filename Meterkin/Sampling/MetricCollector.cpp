@@ -5,7 +5,6 @@
 
 #include <QPointer>
 
-#include <thread>
 #include <utility>
 
 MetricCollector::MetricCollector(MetricSources sources, WallClock clock, QObject *parent)
@@ -18,18 +17,18 @@ MetricCollector::MetricCollector(MetricSources sources, WallClock clock, QObject
 
 MetricCollector::~MetricCollector()
 {
-    m_loop->end();
+    // A sensor may hang forever: such a thread is left behind.
+    const bool isOver = m_loop->end();
+    for (std::thread &thread : m_threads)
+        isOver ? thread.join() : thread.detach();
 }
 
 void MetricCollector::start(double interval)
 {
     const std::chrono::duration<double> seconds(intervalInEffect(interval));
     m_loop->start(std::chrono::duration_cast<std::chrono::steady_clock::duration>(seconds));
-    if (std::exchange(m_isStarted, true))
-        return;
-    // Never waited for: a sensor may hang forever.
-    for (int thread = 0; thread < 2; ++thread)
-        std::thread([loop = m_loop] { loop->run(); }).detach();
+    while (m_threads.size() < 2)
+        m_threads.emplace_back([loop = m_loop] { loop->run(); });
 }
 
 void MetricCollector::setFilter(std::function<bool(const Reading &)> matters)

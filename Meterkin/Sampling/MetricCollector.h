@@ -11,6 +11,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <thread>
+#include <vector>
 
 class ReadingLoop;
 
@@ -30,7 +32,8 @@ public:
     explicit MetricCollector(
         MetricSources sources, WallClock clock = [] { return std::chrono::system_clock::now(); },
         QObject *parent = nullptr);
-    /// Never waits for a sensor: the result of a sample that is being taken is dropped.
+    /// Does not wait for a sensor that takes long: the result of a sample that is being taken is
+    /// dropped.
     ~MetricCollector() override;
 
     /// Samples at once, then every `interval` seconds; another call restarts it with a new
@@ -89,7 +92,7 @@ private:
                                &MetricCollector::fanCountChanged)
 
     std::shared_ptr<ReadingLoop> m_loop; ///< outlives the collector where a sensor hangs
-    bool m_isStarted = false;
+    std::vector<std::thread> m_threads; ///< none before the first start
     ReadingBatch m_batch;
     bool m_isPublishing = false;
     bool m_hasMore = false;

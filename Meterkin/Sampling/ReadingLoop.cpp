@@ -3,6 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+namespace {
+
+constexpr std::chrono::milliseconds EndTimeout{100};
+
+} // namespace
+
 ReadingLoop::ReadingLoop(MetricSources sources, WallClock clock, std::function<void()> deliver)
     : m_sampler(std::move(sources))
     , m_clock(std::move(clock))
@@ -13,6 +19,7 @@ ReadingLoop::ReadingLoop(MetricSources sources, WallClock clock, std::function<v
 void ReadingLoop::run()
 {
     Lock lock(m_mutex);
+    ++m_runningCount;
     while (!m_isEnded) {
         if (!sleepUntil(lock, m_times.claim(Clock::now())))
             continue;
@@ -20,6 +27,8 @@ void ReadingLoop::run()
         takeReading();
         lock.lock();
     }
+    --m_runningCount;
+    m_change.notify_all();
 }
 
 /// False when something else is due.
@@ -120,11 +129,12 @@ void ReadingLoop::take(ReadingBatch &batch)
     m_isDelivered = false;
 }
 
-void ReadingLoop::end()
+bool ReadingLoop::end()
 {
-    const Lock lock(m_mutex);
+    Lock lock(m_mutex);
     m_isEnded = true;
     m_deliver = nullptr;
     m_filter = nullptr;
     m_change.notify_all();
+    return m_change.wait_for(lock, EndTimeout, [this] { return m_runningCount == 0; });
 }

@@ -34,8 +34,9 @@ public:
     void setFilter(Filter filter);
     /// Replaces the batch by the readings since the last call; reuses its storage.
     void take(ReadingBatch &batch);
-    /// No filter is asked and nothing delivered any more. The threads end, unless a sensor hangs.
-    void end();
+    /// No filter is asked and nothing delivered any more. Whether the threads end at once; one that
+    /// a sensor holds up does not.
+    bool end();
 
 private:
     using Clock = ReadingTimes::Clock;
@@ -60,6 +61,7 @@ private:
     ReadingTimes m_times;
     int m_startCount = 0;
     bool m_isEnded = false;
+    int m_runningCount = 0; ///< of the threads
     ReadingBatch m_kept;
     bool m_isDelivered = false; ///< `deliver` was called, and nobody has taken the readings yet
     bool m_isAwaited = false; ///< the next reading that begins matters in any case
