@@ -19,9 +19,7 @@
 #include <memory>
 #include <optional>
 
-/// Owns the running program: the models, the services
-/// and the status item.
-/// Main thread only.
+/// Owns the running program: the models, the services and the status item. Main thread only.
 class AppDelegate : public QObject {
     Q_OBJECT
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Model/SystemMetric.h"
+
 #include <QObject>
 #include <QProperty>
 #include <QString>

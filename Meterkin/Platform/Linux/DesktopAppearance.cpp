@@ -1,12 +1,12 @@
 #include "Platform/Linux/DesktopAppearance.h"
 
+#include "Platform/Linux/Bus/DesktopPortal.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace {
 
-const QString portalService = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString interface = QStringLiteral("org.freedesktop.portal.Settings");
 const QString appearanceGroup = QStringLiteral("org.freedesktop.appearance");
 const QString schemeKey = QStringLiteral("color-scheme");
@@ -21,7 +21,7 @@ constexpr double MostTextScale = 3.0;
 
 QDBusMessage readCall(const QString &group, const QString &key)
 {
-    return QDBusMessage::createMethodCall(portalService, portalPath, interface,
+    return QDBusMessage::createMethodCall(DesktopPortal::service, DesktopPortal::path, interface,
                                           QStringLiteral("Read"))
         << group << key;
 }
@@ -62,7 +62,7 @@ LinuxDesktopAppearance::LinuxDesktopAppearance(BusConnection &bus, TextScale sou
     : DesktopAppearance(parent)
     , m_bus(bus)
     , m_source(source)
-    , m_portal(bus, portalService)
+    , m_portal(bus, DesktopPortal::service)
 {
     // Without it Qt refuses to connect the slot to the bus.
     qRegisterMetaType<QDBusVariant>();
@@ -108,8 +108,8 @@ void LinuxDesktopAppearance::follow()
 {
     QDBusConnection connection = *m_bus.connection();
     // From any sender: for a sender's name Qt would wait for the bus.
-    connection.connect(QString(), portalPath, interface, QStringLiteral("SettingChanged"), this,
-                       SLOT(apply(QString, QString, QDBusVariant)));
+    connection.connect(QString(), DesktopPortal::path, interface, QStringLiteral("SettingChanged"),
+                       this, SLOT(apply(QString, QString, QDBusVariant)));
 }
 
 void LinuxDesktopAppearance::read()

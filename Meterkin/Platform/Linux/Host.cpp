@@ -21,8 +21,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto StartDuration =
-    5s; // by then the title is in its place, and shows its first readings
+// By then the title is in its place, and shows its first readings.
+constexpr auto StartDuration = 5s;
 
 [[noreturn]] void refuse(const char *reason)
 {

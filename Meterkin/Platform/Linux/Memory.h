@@ -5,6 +5,5 @@
 void useLittleMemory();
 
 /// Returns freed memory and stack to the system, after the event loop has deleted what was
-/// deferred. For the end of the program's start, and of a window's views. Main thread
-/// only.
+/// deferred. For the end of the program's start, and of a window's views. Main thread only.
 void giveMemoryBackSoon();

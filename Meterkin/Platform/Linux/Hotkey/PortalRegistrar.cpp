@@ -1,5 +1,6 @@
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
 
+#include "Platform/Linux/Bus/DesktopPortal.h"
 #include "Platform/Linux/Hotkey/CombinationText.h"
 #include "Platform/Log.h"
 
@@ -11,8 +12,6 @@
 
 namespace {
 
-const QString service = QStringLiteral("org.freedesktop.portal.Desktop");
-const QString portalPath = QStringLiteral("/org/freedesktop/portal/desktop");
 const QString registryInterface = QStringLiteral("org.freedesktop.host.portal.Registry");
 const QString shortcutsInterface = QStringLiteral("org.freedesktop.portal.GlobalShortcuts");
 const QString requestInterface = QStringLiteral("org.freedesktop.portal.Request");
@@ -66,7 +65,8 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcut &s
 
 QDBusMessage portalCall(const QString &interface, const QString &method)
 {
-    return QDBusMessage::createMethodCall(service, portalPath, interface, method);
+    return QDBusMessage::createMethodCall(DesktopPortal::service, DesktopPortal::path, interface,
+                                          method);
 }
 
 } // namespace
@@ -107,7 +107,7 @@ void PortalRegistrar::openBus()
     // A connection of its own: Register() must be the first call of a portal on it.
     m_bus = std::make_unique<BusConnection>();
     connect(m_bus.get(), &BusConnection::connected, this, &PortalRegistrar::connectSignals);
-    m_service = std::make_unique<BusName>(*m_bus, service);
+    m_service = std::make_unique<BusName>(*m_bus, DesktopPortal::service);
     connect(m_service.get(), &BusName::changed, this, &PortalRegistrar::handleOwner);
     m_noPortal.start();
 }
@@ -138,8 +138,8 @@ void PortalRegistrar::connectSignals()
                        SLOT(takeSessionResponse(QDBusMessage)));
     connection.connect(QString(), handle(bindToken), requestInterface, response, this,
                        SLOT(takeBindResponse(QDBusMessage)));
-    connection.connect(QString(), portalPath, shortcutsInterface, QStringLiteral("Activated"), this,
-                       SLOT(handleActivation(QDBusMessage)));
+    connection.connect(QString(), DesktopPortal::path, shortcutsInterface,
+                       QStringLiteral("Activated"), this, SLOT(handleActivation(QDBusMessage)));
     connection.connect(QString(), handle(sessionToken), sessionInterface, QStringLiteral("Closed"),
                        this, SLOT(handleClosedSession(QDBusMessage)));
 }
@@ -296,5 +296,5 @@ QString PortalRegistrar::handle(const QString &token) const
     const QString folder =
         token == sessionToken ? QStringLiteral("/session/") : QStringLiteral("/request/");
     const QString sender = m_bus->connection()->baseService().mid(1).replace(u'.', u'_');
-    return portalPath + folder + sender + u'/' + token;
+    return DesktopPortal::path + folder + sender + u'/' + token;
 }
