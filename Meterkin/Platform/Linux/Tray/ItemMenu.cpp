@@ -1,6 +1,7 @@
 #include "Platform/Linux/Tray/ItemMenu.h"
 
 #include "Platform/Linux/Tray/PanelWindow.h"
+#include "Platform/Linux/X11/ScreenCoordinates.h"
 
 #include <QFontMetrics>
 #include <QKeyEvent>
@@ -35,9 +36,19 @@ int gapsBefore(int row)
 
 } // namespace
 
-ItemMenu::ItemMenu(QPoint anchor)
+ItemMenu::ItemMenu(X11Connection &connection, QPoint anchor)
+    : m_connection(connection)
+    , m_presses(connection)
 {
-    setFlags(Qt::Popup | Qt::FramelessWindowHint);
+    // Under Xwayland grabs end at the borders of X windows: there the menu takes the keyboard focus
+    // as a window of its own.
+    setFlags((connection.isXwayland() ? Qt::Tool | Qt::WindowStaysOnTopHint : Qt::Popup)
+             | Qt::FramelessWindowHint);
+    connect(&m_presses, &X11Presses::pressed, this, [this] {
+        m_presses.stop();
+        close();
+    });
+    connect(&m_presses, &X11Presses::released, this, &QObject::deleteLater);
     setTitle(QStringLiteral("meterkin"));
     const QFontMetrics metrics(PanelWindow::font());
     int widest = 0;
@@ -47,6 +58,7 @@ ItemMenu::ItemMenu(QPoint anchor)
                      rows * RowHeight + gapsBefore(rows - 1) * GroupGap + 2 * EdgePadding);
     setGeometry(PanelWindow::beside(anchor, size));
     show();
+    requestActivate();
 }
 
 void ItemMenu::paintEvent(QPaintEvent *)
@@ -70,11 +82,28 @@ void ItemMenu::paintEvent(QPaintEvent *)
 void ItemMenu::exposeEvent(QExposeEvent *event)
 {
     QRasterWindow::exposeEvent(event);
-    // So that keys and clicks elsewhere reach the menu, whatever window is active.
-    if (isExposed()) {
+    if (!isExposed())
+        return;
+    if (m_connection.isXwayland()) {
+        watchPresses();
+    } else {
+        // So that keys and clicks elsewhere reach the menu, whatever window is active.
         setMouseGrabEnabled(true);
         setKeyboardGrabEnabled(true);
     }
+}
+
+void ItemMenu::moveEvent(QMoveEvent *event)
+{
+    QRasterWindow::moveEvent(event);
+    if (isExposed() && m_connection.isXwayland())
+        watchPresses();
+}
+
+void ItemMenu::focusOutEvent(QFocusEvent *)
+{
+    if (m_connection.isXwayland() && isVisible())
+        dismiss();
 }
 
 void ItemMenu::mouseMoveEvent(QMouseEvent *event)
@@ -150,8 +179,14 @@ void ItemMenu::choose(int row)
     emit chosen(entry(row).action);
 }
 
+void ItemMenu::watchPresses()
+{
+    m_presses.start(QRect(nativePosition(position(), *screen()), size() * devicePixelRatio()));
+}
+
 void ItemMenu::dismiss()
 {
+    m_presses.stop();
     setMouseGrabEnabled(false);
     setKeyboardGrabEnabled(false);
     close();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Tray/MenuEntries.h"
+#include "Platform/Linux/X11/Presses.h"
 
 #include <QRasterWindow>
 
@@ -10,8 +11,9 @@ class ItemMenu : public QRasterWindow {
     Q_OBJECT
 
 public:
-    /// Opens next to `anchor`, a point in the panel, and entirely on that screen.
-    explicit ItemMenu(QPoint anchor);
+    /// Opens next to `anchor`, a point in the panel, and entirely on that screen. The connection
+    /// outlives it and may be closed.
+    ItemMenu(X11Connection &connection, QPoint anchor);
 
 signals:
     void chosen(MenuAction action);
@@ -19,6 +21,8 @@ signals:
 protected:
     void paintEvent(QPaintEvent *event) override;
     void exposeEvent(QExposeEvent *event) override;
+    void moveEvent(QMoveEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
@@ -31,8 +35,11 @@ private:
     QRect rowRect(int row) const;
     void select(int row);
     void choose(int row);
+    void watchPresses();
     void dismiss();
 
+    X11Connection &m_connection;
+    X11Presses m_presses; ///< under Xwayland
     int m_selected = NoRow;
     bool m_isPressed = false;
 };

@@ -15,6 +15,7 @@ constexpr std::chrono::milliseconds StripDelay{1500};
 LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, DefaultsStore &store,
                                  QObject *parent)
     : StatusItem(parent)
+    , m_x11(x11)
     , m_xembed(x11, m_painter)
     , m_notifier(bus, m_painter)
     , m_strip(m_painter, store)
@@ -146,7 +147,7 @@ void LinuxStatusItem::moveTo(const Choice &choice)
 void LinuxStatusItem::showMenu(QPoint anchor)
 {
     showToolTip(false);
-    const auto *menu = new ItemMenu(anchor); // deletes itself
+    const auto *menu = new ItemMenu(m_x11, anchor); // deletes itself
     connect(menu, &ItemMenu::chosen, this, &LinuxStatusItem::perform);
 }
 

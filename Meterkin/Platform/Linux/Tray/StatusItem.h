@@ -48,6 +48,7 @@ private:
     void perform(MenuAction action);
     void showToolTip(bool isInside);
 
+    X11Connection &m_x11;
     TitlePainter m_painter;
     XembedIcon m_xembed;
     NotifierItem m_notifier;

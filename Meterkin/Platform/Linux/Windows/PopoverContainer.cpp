@@ -84,7 +84,7 @@ void LinuxPopoverContainer::show(const QRect &item)
     m_window->raise();
     m_window->animateIn();
     if (bypassesWindowManager())
-        m_presses.start();
+        m_presses.start(QRect());
     else
         m_window->requestActivate();
     if (isOnScreen)
@@ -103,7 +103,7 @@ bool LinuxPopoverContainer::bypassesWindowManager() const
 {
     // Not under Xwayland: it reports no presses on Wayland surfaces, and the compositor moves the
     // keyboard focus only to and from windows that it manages.
-    return isOnX11(m_connection) && !qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    return isOnX11(m_connection) && !m_connection.isXwayland();
 }
 
 void LinuxPopoverContainer::makeWindow(FrameStyle style)

@@ -32,6 +32,11 @@ X11Connection::~X11Connection()
         xcb_disconnect(m_connection);
 }
 
+bool X11Connection::isXwayland() const
+{
+    return isOpen() && qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+}
+
 xcb_atom_t X11Connection::atom(const QByteArray &name)
 {
     if (const auto known = m_atoms.constFind(name); known != m_atoms.constEnd())

@@ -34,6 +34,8 @@ public:
 
     /// False when there is no X server; everything else may be called only when it is true.
     bool isOpen() const { return m_connection != nullptr; }
+    /// Whether the server is Xwayland, which knows nothing of input outside of X windows.
+    bool isXwayland() const;
 
     xcb_connection_t *xcb() const { return m_connection; }
     const xcb_screen_t &screen() const { return *m_screen; }

@@ -26,8 +26,12 @@ struct EventMask {
 X11Presses::X11Presses(X11Connection &connection, QObject *parent)
     : QObject(parent)
     , m_connection(connection)
+    , m_catcher(connection)
 {
     if (!m_connection.isOpen())
+        return;
+    connect(&m_connection, &X11Connection::eventReceived, this, &X11Presses::handleEvent);
+    if (m_connection.isXwayland())
         return;
     xcb_connection_t *xcb = m_connection.xcb();
     const xcb_query_extension_reply_t *extension = xcb_get_extension_data(xcb, &xcb_input_id);
@@ -36,15 +40,19 @@ X11Presses::X11Presses(X11Connection &connection, QObject *parent)
     const auto version =
         m_connection.awaitReply(xcb_input_xi_query_version_reply,
                                 xcb_input_xi_query_version(xcb, MajorVersion, MinorVersion));
-    if (!version || version->major_version < MajorVersion
-        || (version->major_version == MajorVersion && version->minor_version == 0))
-        return;
-    m_opcode = extension->major_opcode;
-    connect(&m_connection, &X11Connection::eventReceived, this, &X11Presses::handleEvent);
+    if (version
+        && (version->major_version > MajorVersion
+            || (version->major_version == MajorVersion && version->minor_version > 0)))
+        m_opcode = extension->major_opcode;
 }
 
-void X11Presses::start()
+void X11Presses::start(const QRect &popup)
 {
+    m_isStopping = false;
+    if (m_connection.isXwayland()) {
+        m_catcher.open(popup);
+        return;
+    }
     if (!isAvailable() && !std::exchange(m_isLackReported, true))
         qCWarning(logWindows,
                   "The X server lacks the X Input Extension 2.1: a click elsewhere closes "
@@ -54,11 +62,14 @@ void X11Presses::start()
 
 void X11Presses::stop()
 {
-    if (!m_connection.isOpen() || m_selected == 0)
+    if (!m_connection.isOpen() || (m_selected == 0 && m_catcher.window() == XCB_WINDOW_NONE))
         return;
-    select(pointer(m_connection.screen().root).isButtonDown
-               ? quint32{XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE}
-               : 0U);
+    // The release goes the way of its press: not to the panel, which would take it for a click.
+    m_isStopping = pointer(m_connection.screen().root).isButtonDown;
+    if (!m_isStopping)
+        end();
+    else if (m_selected != 0)
+        select(XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE);
 }
 
 X11Presses::Pointer X11Presses::pointer(xcb_window_t window)
@@ -73,19 +84,37 @@ X11Presses::Pointer X11Presses::pointer(xcb_window_t window)
 
 void X11Presses::handleEvent(const xcb_generic_event_t *event)
 {
-    if ((event->response_type & 0x7f) != XCB_GE_GENERIC
-        || xcbEvent<xcb_ge_generic_event_t>(event).extension != m_opcode)
-        return;
-    const auto &raw = xcbEvent<xcb_input_raw_button_press_event_t>(event);
-    if (raw.detail >= FirstWheelButton && raw.detail <= LastWheelButton)
-        return;
-    if (raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS) {
-        emit pressed();
-    } else if (raw.event_type == XCB_INPUT_RAW_BUTTON_RELEASE) {
-        if (m_selected == XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE)
-            select(0);
-        emit released();
+    const int type = event->response_type & 0x7f;
+    if (type == XCB_BUTTON_PRESS || type == XCB_BUTTON_RELEASE) {
+        const auto &button = xcbEvent<xcb_button_press_event_t>(event);
+        if (button.event == m_catcher.window())
+            report(button.detail, type == XCB_BUTTON_PRESS);
+    } else if (type == XCB_GE_GENERIC && m_opcode != 0
+               && xcbEvent<xcb_ge_generic_event_t>(event).extension == m_opcode) {
+        const auto &raw = xcbEvent<xcb_input_raw_button_press_event_t>(event);
+        if (raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS
+            || raw.event_type == XCB_INPUT_RAW_BUTTON_RELEASE)
+            report(raw.detail, raw.event_type == XCB_INPUT_RAW_BUTTON_PRESS);
     }
+}
+
+void X11Presses::report(quint32 button, bool isPress)
+{
+    if (button >= FirstWheelButton && button <= LastWheelButton)
+        return;
+    if (m_isStopping)
+        end();
+    else if (isPress)
+        emit pressed();
+    if (!isPress)
+        emit released();
+}
+
+void X11Presses::end()
+{
+    m_isStopping = false;
+    m_catcher.close();
+    select(0);
 }
 
 void X11Presses::select(quint32 mask)

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "Platform/Linux/X11/Connection.h"
+#include "Platform/Linux/X11/PressCatcher.h"
 
 #include <QPoint>
 
-/// Reports mouse buttons wherever they are pressed, through the X Input Extension 2. Without a
-/// grab: each press still reaches its window. Main thread only.
+/// Reports mouse buttons that are pressed outside of a popup. On X11 through the X Input Extension
+/// 2, without a grab: each press still reaches its window. Under Xwayland a transparent window
+/// takes them. Main thread only.
 class X11Presses : public QObject {
     Q_OBJECT
 
@@ -15,8 +16,10 @@ public:
 
     /// False when the server lacks the extension.
     bool isAvailable() const { return m_opcode != 0; }
-    /// Reports until stop(); costs a wake-up for each click.
-    void start();
+    /// Reports until stop(); costs a wake-up for each click. `popup` is on the screen: device
+    /// pixels on the root. To be called again when it moves. On X11 presses in it are reported,
+    /// too.
+    void start(const QRect &popup);
     /// A release of a button that is down now is still reported.
     void stop();
 
@@ -34,10 +37,14 @@ signals:
 
 private:
     void handleEvent(const xcb_generic_event_t *event);
+    void report(quint32 button, bool isPress);
+    void end();
     void select(quint32 mask);
 
     X11Connection &m_connection;
+    X11PressCatcher m_catcher; ///< under Xwayland
     quint8 m_opcode = 0; ///< of the extension
     quint32 m_selected = 0;
+    bool m_isStopping = false; ///< at the release of a button
     bool m_isLackReported = false;
 };

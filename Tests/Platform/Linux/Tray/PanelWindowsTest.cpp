@@ -123,7 +123,7 @@ private slots:
               {{}, {20, -15}, {MenuAction::Quit}},
               {{}, {-30, 200}, {}}}) {
             const QRect screen = QGuiApplication::primaryScreen()->geometry();
-            auto *menu = new ItemMenu(screen.bottomRight());
+            auto *menu = new ItemMenu(m_connection, screen.bottomRight());
             QList<MenuAction> chosen;
             connect(menu, &ItemMenu::chosen, this, [&](MenuAction one) { chosen.append(one); });
             QSignalSpy destroyed(menu, &QObject::destroyed);
@@ -142,6 +142,7 @@ private slots:
     }
 
 private:
+    X11Connection m_connection;
     TitlePainter m_painter;
 };
 
