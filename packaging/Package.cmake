@@ -3,7 +3,8 @@ include(GNUInstallDirs)
 configure_file(packaging/org.meterkin.Meterkin.metainfo.xml.in
     org.meterkin.Meterkin.metainfo.xml @ONLY)
 install(TARGETS meterkin RUNTIME)
-install(TARGETS meterkin-windows LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/meterkin)
+install(TARGETS meterkin-windows meterkin-wayland
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/meterkin)
 install(FILES packaging/org.meterkin.Meterkin.desktop
     DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES ${CMAKE_BINARY_DIR}/org.meterkin.Meterkin.metainfo.xml

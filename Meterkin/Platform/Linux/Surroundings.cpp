@@ -8,9 +8,12 @@ namespace {
 
 // Qt asks for it whenever a thread gets an event loop.
 constexpr const char *WithoutGlib = "QT_NO_GLIB";
+// On Wayland Qt leaves the surfaces of windows with that flag to us, for the layer shell.
+constexpr const char *OwnSurfaces = "QT_WAYLAND_USE_BYPASSWINDOWMANAGERHINT";
 
 bool isBatch = false;
 bool isWithoutGlib = false; // by our own choice
+bool hasOwnSurfaces = false; // the same
 
 bool setPolicy(int policy)
 {
@@ -26,6 +29,7 @@ void useOwnSurroundings()
     // A restarted program has inherited it.
     isBatch = (policy == SCHED_OTHER || policy == SCHED_BATCH) && setPolicy(SCHED_BATCH);
     isWithoutGlib = !qEnvironmentVariableIsSet(WithoutGlib) && qputenv(WithoutGlib, "1");
+    hasOwnSurfaces = !qEnvironmentVariableIsSet(OwnSurfaces) && qputenv(OwnSurfaces, "1");
 }
 
 void useOriginalSurroundings()
@@ -34,4 +38,6 @@ void useOriginalSurroundings()
         setPolicy(SCHED_OTHER);
     if (isWithoutGlib)
         qunsetenv(WithoutGlib);
+    if (hasOwnSurfaces)
+        qunsetenv(OwnSurfaces);
 }

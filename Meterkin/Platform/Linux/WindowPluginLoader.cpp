@@ -1,10 +1,9 @@
 #include "Platform/Linux/WindowPluginLoader.h"
 
+#include "Platform/Linux/PluginFile.h"
 #include "Platform/Linux/Windows/Plugin.h"
 #include "Platform/Log.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QJsonObject>
 #include <QPluginLoader>
 
@@ -14,17 +13,6 @@ namespace {
 
 const QString restartIdentifier = QStringLiteral("org.meterkin.Meterkin.restart");
 const QString problemIdentifier = QStringLiteral("org.meterkin.Meterkin.windows");
-
-/// Only where those may write who could replace the program itself.
-QString pluginFile()
-{
-    const QString folder = QCoreApplication::applicationDirPath() + u'/';
-    const QString name = QStringLiteral("meterkin-windows.so");
-    const QString inBuildFolder = folder + name;
-    return QFileInfo::exists(inBuildFolder)
-        ? inBuildFolder
-        : folder + QStringLiteral(METERKIN_PLUGIN_FOLDER "/") + name;
-}
 
 } // namespace
 
@@ -44,7 +32,7 @@ WindowPlugin *WindowPluginLoader::plugin()
 {
     if (m_plugin != nullptr)
         return m_plugin;
-    QPluginLoader loader(pluginFile());
+    QPluginLoader loader(pluginFile(QStringLiteral("meterkin-windows.so")));
     loader.setLoadHints(QLibrary::PreventUnloadHint);
     // Read from the file, before any of its code runs.
     const QString identifier = loader.metaData().value(QLatin1String("IID")).toString();

@@ -35,7 +35,7 @@ LinuxPopoverContainer::LinuxPopoverContainer(X11Connection &connection, QObject 
     m_forgetLater.setSingleShot(true);
     m_forgetLater.setTimerType(Qt::VeryCoarseTimer);
     m_forgetLater.setInterval(ForgetMilliseconds);
-    connect(&m_forgetLater, &QTimer::timeout, this, [this] { m_window.reset(); });
+    connect(&m_forgetLater, &QTimer::timeout, this, &LinuxPopoverContainer::forgetWindow);
     connect(&m_presses, &X11Presses::pressed, this, &LinuxPopoverContainer::handlePress);
     connect(&m_presses, &X11Presses::released, this,
             [this] { m_guard.released(m_clock.elapsed()); });
@@ -43,7 +43,7 @@ LinuxPopoverContainer::LinuxPopoverContainer(X11Connection &connection, QObject 
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LinuxPopoverContainer::close);
     connect(&connection, &X11Connection::closed, this, [this] {
         startClosing();
-        m_window.reset(); // it works only with the connection
+        forgetWindow(); // it works only with the connection
     });
 }
 
@@ -52,7 +52,7 @@ LinuxPopoverContainer::~LinuxPopoverContainer() = default;
 void LinuxPopoverContainer::setContent(MakeContent make)
 {
     close();
-    m_window.reset();
+    forgetWindow();
     m_make = std::move(make);
 }
 
@@ -69,6 +69,13 @@ void LinuxPopoverContainer::show(const QRect &item)
         qCWarning(logWindows, "No screen is connected: the dashboard stays closed");
         return;
     }
+    if (LayerShell *shell = layerShell(); shell != nullptr && !shell->isAvailable()) {
+        // The compositor is asked at the first time. It answers at once.
+        disconnect(m_answer);
+        m_answer = connect(shell, &LayerShell::known, this, [this, item] { show(item); });
+        return;
+    }
+    disconnect(m_answer);
     const FrameStyle style = isComposited(m_connection) ? FrameStyle::Rounded : FrameStyle::Square;
     if (!m_window || m_window->style() != style)
         makeWindow(style);
@@ -77,8 +84,19 @@ void LinuxPopoverContainer::show(const QRect &item)
     m_forgetLater.stop();
     m_isShown = true;
     m_isFocusDue = true;
-    findSurroundings(item);
-    place();
+    if (!m_layer) {
+        findSurroundings(item);
+        place();
+        showWindow();
+    } else if (m_layer->isOpen()) { // its animation out has not ended
+        m_window->animateIn();
+    } else {
+        m_layer->open(item);
+    }
+}
+
+void LinuxPopoverContainer::showWindow()
+{
     const bool isOnScreen = m_window->isExposed(); // its animation out has not ended
     m_window->show();
     m_window->raise();
@@ -93,6 +111,7 @@ void LinuxPopoverContainer::show(const QRect &item)
 
 void LinuxPopoverContainer::close()
 {
+    disconnect(m_answer);
     if (!m_isShown)
         return;
     m_focus.giveBack();
@@ -109,13 +128,16 @@ bool LinuxPopoverContainer::bypassesWindowManager() const
 void LinuxPopoverContainer::makeWindow(FrameStyle style)
 {
     m_focus.giveBack();
-    m_window.reset();
+    forgetWindow();
+    LayerShell *shell = layerShell();
+    const bool hasLayers = shell != nullptr && shell->isAvailable().value_or(false);
     qCDebug(logWindows, "popover: %s, %s",
             bypassesWindowManager() ? "on X11, past the window manager"
+                : hasLayers         ? "in the compositor's layer shell"
                                     : "placed and focused by the compositor",
             style == FrameStyle::Rounded ? "transparent" : "opaque, since nothing composites");
     // On X11 no tool or menu: some compositors refuse the keyboard to these.
-    const Qt::WindowFlags flags = bypassesWindowManager()
+    const Qt::WindowFlags flags = bypassesWindowManager() || hasLayers
         ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
         : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     std::unique_ptr<QQuickItem> content = m_make();
@@ -127,6 +149,15 @@ void LinuxPopoverContainer::makeWindow(FrameStyle style)
     m_window = std::make_unique<PopoverWindow>(std::move(content), style, flags);
     connect(m_window.get(), &PopoverWindow::exposed, this, &LinuxPopoverContainer::handleExposure);
     connect(m_window.get(), &PopoverWindow::hidden, this, &LinuxPopoverContainer::handleHidden);
+    if (hasLayers) {
+        m_layer = std::make_unique<PopoverLayer>(*shell, *m_window);
+        connect(m_layer.get(), &PopoverLayer::ready, this, [this] {
+            limitInputToFrame();
+            showWindow();
+        });
+        connect(m_layer.get(), &PopoverLayer::dismissed, this,
+                &LinuxPopoverContainer::startClosing);
+    }
     if (!bypassesWindowManager()) {
         connect(m_window.get(), &QWindow::activeChanged, this, [this] {
             if (!m_window->isActive())
@@ -158,6 +189,11 @@ void LinuxPopoverContainer::findSurroundings(const QRect &item)
 
 void LinuxPopoverContainer::place()
 {
+    if (m_layer) {
+        m_layer->place();
+        limitInputToFrame();
+        return;
+    }
     if (!m_window || !m_screen)
         return;
     m_window->place(placePopover(m_surroundings, m_window->contentSize()), *m_screen);
@@ -246,6 +282,15 @@ void LinuxPopoverContainer::startClosing()
 void LinuxPopoverContainer::handleHidden()
 {
     m_focus.giveBack();
-    m_window->hide();
+    if (m_layer)
+        m_layer->close();
+    else
+        m_window->hide();
     m_forgetLater.start();
+}
+
+void LinuxPopoverContainer::forgetWindow()
+{
+    m_layer.reset();
+    m_window.reset();
 }

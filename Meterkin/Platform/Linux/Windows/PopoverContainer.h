@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/Windows/PopoverLayer.h"
 #include "Platform/Linux/Windows/PopoverWindow.h"
 #include "Platform/Linux/X11/Focus.h"
 #include "Platform/PopoverContainer.h"
@@ -11,7 +12,8 @@
 #include <QTimer>
 
 /// The popover of a Linux desktop. On X11 it bypasses the window manager: it places itself and
-/// takes the keyboard focus. Under Xwayland it requests both. On Wayland the compositor places it.
+/// takes the keyboard focus. Under Xwayland it requests both. On Wayland it does so where the
+/// compositor has a layer shell; else the compositor places it.
 /// Window and content exist from the first show until some time after the last.
 class LinuxPopoverContainer : public QObject, public PopoverContainer {
     Q_OBJECT
@@ -31,6 +33,7 @@ private:
     /// Which makes it exact and quick on X11.
     bool bypassesWindowManager() const;
     void makeWindow(FrameStyle style);
+    void showWindow();
     void findSurroundings(const QRect &item);
     void place();
     /// Presses on the shadow go to the windows below.
@@ -41,15 +44,18 @@ private:
     void closeByPress(std::optional<QPoint> place);
     void startClosing();
     void handleHidden();
+    void forgetWindow();
 
     X11Connection &m_connection;
     X11Presses m_presses;
     X11Focus m_focus;
     MakeContent m_make;
     std::unique_ptr<PopoverWindow> m_window;
+    std::unique_ptr<PopoverLayer> m_layer; ///< of the window, where there is a layer shell
     PopoverSurroundings m_surroundings;
     QPointer<QScreen> m_screen; ///< with the item
     QMetaObject::Connection m_screenChange;
+    QMetaObject::Connection m_answer; ///< the compositor's, which a show waits for
     ReopenGuard m_guard;
     QElapsedTimer m_clock;
     QTimer m_placeSoon;

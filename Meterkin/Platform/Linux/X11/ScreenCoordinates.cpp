@@ -26,6 +26,9 @@ const QScreen *screenOfNative(QPoint native)
 
 std::optional<QPoint> logicalPosition(QPoint native)
 {
+    if (QGuiApplication::platformName() == u"wayland"
+        && QGuiApplication::screenAt(native) != nullptr)
+        return native; // Wayland knows no others
     if (const QScreen *screen = screenOfNative(native))
         return scaled(native, *screen);
     if (QGuiApplication::screenAt(native) != nullptr)

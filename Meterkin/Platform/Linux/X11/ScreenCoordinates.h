@@ -7,7 +7,7 @@
 
 class QScreen;
 
-// X11 and the panels count in device pixels, Qt's windows in logical ones.
+// X11 and its panels count in device pixels, Qt's windows and Wayland in logical ones.
 
 /// The same place in logical coordinates; absent when it is on no screen. Coordinates beyond the
 /// device pixels of all screens are taken as logical ones, which some panels send.

@@ -1,0 +1,23 @@
+#include "Platform/Linux/Wayland/QtHandles.h"
+
+#include <QGuiApplication>
+
+#include <qpa/qplatformnativeinterface.h>
+
+wl_display *waylandDisplay()
+{
+    return static_cast<wl_display *>(
+        QGuiApplication::platformNativeInterface()->nativeResourceForIntegration("wl_display"));
+}
+
+wl_output *waylandOutput(QScreen &screen)
+{
+    return static_cast<wl_output *>(
+        QGuiApplication::platformNativeInterface()->nativeResourceForScreen("output", &screen));
+}
+
+wl_surface *waylandSurface(QWindow &window)
+{
+    return static_cast<wl_surface *>(
+        QGuiApplication::platformNativeInterface()->nativeResourceForWindow("surface", &window));
+}

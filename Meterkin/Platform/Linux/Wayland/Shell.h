@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Platform/Linux/LayerShell.h"
+#include "Platform/Linux/Wayland/Protocols.h"
+
+#include "PluginIdentifier.h"
+
+/// The layer shell of the compositor that Qt is connected to.
+class WaylandLayerShell : public LayerShell {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID METERKIN_LAYER_SHELL)
+
+public:
+    WaylandLayerShell();
+    ~WaylandLayerShell() override;
+
+    std::optional<bool> isAvailable() const override;
+    std::unique_ptr<LayerSurface> makeSurface(QWindow &window, Kind kind) override;
+
+private:
+    void bind(std::uint32_t name, QByteArrayView interface, std::uint32_t version);
+    void forget();
+
+    WaylandPointer<wl_registry, wl_registry_destroy> m_registry;
+    WaylandPointer<wl_callback, wl_callback_destroy> m_question; ///< until it is answered
+    WaylandPointer<zwlr_layer_shell_v1, zwlr_layer_shell_v1_destroy> m_shell;
+    WaylandPointer<wp_viewporter, wp_viewporter_destroy> m_viewporter;
+};
