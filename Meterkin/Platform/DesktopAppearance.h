@@ -53,13 +53,15 @@ public:
     /// As they look now. None by default.
     virtual SystemColors systemColors() const { return {}; }
 
-    /// The system's drawing of a symbol, beside a text of that many points: a stencil, whose
-    /// opacity counts and whose colours do not, with `scale` pixels a point set as its device pixel
-    /// ratio. Null where the system does not have that symbol.
-    virtual QImage symbol(const QString &name, double pointSize, double scale) const
+    /// The system's drawing of a symbol, beside a text of that many points and that weight: a
+    /// stencil, whose opacity counts and whose colours do not, with `scale` pixels a point set as
+    /// its device pixel ratio. Null where the system does not have that symbol.
+    virtual QImage symbol(const QString &name, double pointSize, bool isSemibold,
+                          double scale) const
     {
         Q_UNUSED(name)
         Q_UNUSED(pointSize)
+        Q_UNUSED(isSemibold)
         Q_UNUSED(scale)
         return {};
     }

@@ -24,7 +24,8 @@ void Appearance::take()
     m_systemColors = m_desktop->systemColors();
 }
 
-QImage Appearance::symbol(const QString &name, double pointSize, double scale) const
+QImage Appearance::symbol(const QString &name, double pointSize, bool isSemibold,
+                          double scale) const
 {
-    return m_desktop ? m_desktop->symbol(name, pointSize, scale) : QImage();
+    return m_desktop ? m_desktop->symbol(name, pointSize, isSemibold, scale) : QImage();
 }

@@ -54,7 +54,7 @@ public:
     QBindable<SystemColors> bindableSystemColors() const { return &m_systemColors; }
 
     /// See DesktopAppearance. Null, too, without a desktop to follow.
-    QImage symbol(const QString &name, double pointSize, double scale) const;
+    QImage symbol(const QString &name, double pointSize, bool isSemibold, double scale) const;
 
 signals:
     void darkChanged();

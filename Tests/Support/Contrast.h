@@ -20,3 +20,12 @@ inline double contrast(const QColor &a, const QColor &b)
     const auto [dark, light] = std::minmax({luminance(a), luminance(b)});
     return (light + 0.05) / (dark + 0.05);
 }
+
+/// A translucent colour on an opaque one.
+inline QColor blended(const QColor &top, const QColor &below)
+{
+    const float share = top.alphaF();
+    const auto mixed = [share](float a, float b) { return share * a + (1.0F - share) * b; };
+    return QColor::fromRgbF(mixed(top.redF(), below.redF()), mixed(top.greenF(), below.greenF()),
+                            mixed(top.blueF(), below.blueF()));
+}

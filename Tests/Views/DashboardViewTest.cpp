@@ -43,7 +43,7 @@ private slots:
               {{.fanSpeed = 1850.0, .memory = 0.0, .totalMemory = 0},
                1,
                u"0.0 / 0.0 GB (0%)|H: 0%|L: 0%|Active: 0.0G|Wired: 0.0G|Compressed: 0.0G|"
-               "CPU Usage|N/A|Fan Speed|1850 RPM|H: 1850 RPM|L: 1850 RPM"_s},
+               "CPU Usage|N/A|Fan Speed|1850 RPM|H: 1850 RPM|L: 1850 RPM|1850 RPM"_s},
               {busy, 2,
                u"8.0 / 16.0 GB (50%)|H: 50%|L: 50%|Active: 8.0G|Wired: 0.0G|Compressed: 0.0G|"
                "CPU Usage|37.5%|H: 38%|L: 0%|Per-Core|Fan Speed|1850 RPM|H: 1850 RPM|"

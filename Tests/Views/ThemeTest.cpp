@@ -24,13 +24,18 @@ private slots:
         for (const bool dark : {true, false}) {
             engine.appearance()->setDark(dark); // while the theme is in use
             QCOMPARE(luminance(color("windowBackground")) < 0.5, dark);
-            for (const char *background : {"windowBackground", "controlBackground"}) {
-                for (const char *text :
-                     {"primary", "secondary", "orange", "green", "yellow", "red", "accent"})
-                    QVERIFY2(contrast(color(text), color(background)) >= 4.5, text);
-                QVERIFY(contrast(color("controlBorder"), color(background)) >= 3.0);
-            }
+            const QColor window = color("windowBackground");
+            const QColor card = blended(color("card"), window);
+            for (const char *text : {"primary", "secondary", "highlight"})
+                QVERIFY2(contrast(color(text), window) >= 4.5, text);
+            for (const char *text : {"primary", "secondary", "warning", "red"})
+                QVERIFY2(contrast(color(text), card) >= 4.5, text);
+            for (const char *drawing : {"green", "yellow", "red", "orange"})
+                QVERIFY2(contrast(color(drawing), card) >= 3.0, drawing);
+            QVERIFY(contrast(color("orange"), window) >= 3.0);
             QVERIFY(contrast(color("textOnAccent"), color("accent")) >= 4.5);
+            for (const char *track : {"accent", "emptyTrack"})
+                QVERIFY2(contrast(color("knob"), color(track)) >= 3.0, track);
         }
     }
 };

@@ -2,7 +2,7 @@ import QtQuick
 import Meterkin.Views
 
 // Drawn around its parent while that has the keyboard focus.
-Rectangle {
+Plate {
     id: ring
 
     property real distance: 2
@@ -10,9 +10,8 @@ Rectangle {
 
     anchors.fill: parent
     anchors.margins: -ring.distance - 2
-    color: "transparent"
-    border.color: Theme.accent
-    border.width: 2
+    lineColor: Theme.highlight
+    lineWidth: 2
     radius: ring.innerRadius + ring.distance + 2
     Accessible.ignored: true
 }

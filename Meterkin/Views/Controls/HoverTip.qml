@@ -2,7 +2,7 @@ import QtQuick
 import Meterkin.Views
 
 // A tool tip above its parent and within the window, a while after it is wanted.
-Rectangle {
+Plate {
     id: tip
 
     required property string text
@@ -24,8 +24,7 @@ Rectangle {
     visible: false
     radius: 4
     color: Theme.controlBackground
-    border.width: 1
-    border.color: Theme.separator
+    lineColor: Theme.faded(Theme.primary, 0.16)
     onIsWantedChanged: tip.visible = false
 
     Accessible.role: Accessible.ToolTip

@@ -17,7 +17,7 @@ T.AbstractButton {
     contentItem: Text {
         text: link.text
         font: link.font
-        color: Theme.accent
+        color: Theme.highlight
         horizontalAlignment: Text.AlignHCenter
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true

@@ -66,12 +66,9 @@ T.ComboBox {
             color: Theme.secondary
         }
     }
-    background: Rectangle {
+    background: Plate {
         radius: 6
-        color: picker.down ? Theme.separator
-            : picker.hovered ? Theme.faded(Theme.separator, 0.65) : Theme.faded(Theme.separator, 0.45)
-        border.width: 1
-        border.color: Theme.separator
+        color: Theme.fill(picker.down, picker.hovered)
 
         FocusRing {
             visible: picker.visualFocus
@@ -109,7 +106,7 @@ T.ComboBox {
             verticalAlignment: Text.AlignVCenter
             Accessible.ignored: true
         }
-        background: Rectangle {
+        background: Plate {
             radius: 5
             color: choice.highlighted ? Theme.accent : "transparent"
 
@@ -146,11 +143,10 @@ T.ComboBox {
                     parent.Accessible.name = picker.name
             }
         }
-        background: Rectangle {
+        background: Plate {
             radius: 9
-            color: Theme.windowBackground
-            border.width: 1
-            border.color: Theme.controlBorder
+            color: Theme.controlBackground
+            lineColor: Theme.faded(Theme.primary, 0.2)
         }
     }
 }

@@ -1,14 +1,14 @@
 #pragma once
 
-#include <QQuickPaintedItem>
+#include "Views/DrawnItem.h"
 
 /// The program's icon, in the largest square that fits. Main thread only.
-class ProgramIcon : public QQuickPaintedItem {
+class ProgramIcon : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
 
 public:
-    using QQuickPaintedItem::QQuickPaintedItem;
+    using DrawnItem::DrawnItem;
 
     void paint(QPainter *painter) override;
 };

@@ -36,14 +36,12 @@ T.Button {
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
     }
-    background: Rectangle {
+    background: Plate {
         radius: 6
         color: button.isDefault
             ? (button.down ? Qt.darker(Theme.accent, 1.2)
                 : button.hovered ? Qt.darker(Theme.accent, 1.1) : Theme.accent)
-            : Theme.faded(Theme.separator, button.down ? 0.6 : button.hovered ? 0.45 : 0.3)
-        border.width: button.isDefault ? 0 : 1
-        border.color: Theme.separator
+            : Theme.fill(button.down, button.hovered)
 
         FocusRing {
             visible: button.visualFocus

@@ -25,7 +25,7 @@ Item {
     visible: bar.end > 0
     Accessible.ignored: true
 
-    Rectangle {
+    Plate {
         id: handle
 
         x: bar.padding

@@ -13,10 +13,9 @@ T.AbstractButton {
     focusPolicy: Qt.NoFocus
     Accessible.ignored: true
 
-    background: Rectangle {
+    background: Plate {
         radius: 4
-        color: button.down ? Theme.separator
-            : button.hovered ? Theme.faded(Theme.separator, 0.65) : Theme.faded(Theme.separator, 0.45)
+        color: Theme.fill(button.down, button.hovered)
     }
     contentItem: Item {
         SystemSymbol {

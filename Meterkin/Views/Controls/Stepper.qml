@@ -64,12 +64,11 @@ Item {
                 stepper.step(steps)
         }
     }
-    Rectangle {
+    Plate {
         anchors.fill: field
         radius: 6
-        color: Theme.faded(Theme.separator, 0.25)
-        border.width: 1
-        border.color: field.activeFocus ? Theme.accent : Theme.controlBorder
+        color: Theme.well
+        lineColor: Theme.faded(Theme.primary, 0.2)
 
         FocusRing {
             visible: field.activeFocus

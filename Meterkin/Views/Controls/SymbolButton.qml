@@ -34,7 +34,7 @@ Item {
     }
     onActiveFocusChanged: button.isSpaceDown = false
 
-    Rectangle {
+    Plate {
         anchors.fill: parent
         radius: 5
         color: Theme.faded(Theme.primary, button.isPressed ? 0.16 : area.containsMouse ? 0.08 : 0)

@@ -1,7 +1,9 @@
 #include "Views/Controls/SystemSymbol.h"
 
+#include "Views/PixelGrid.h"
 #include "Views/ViewEngine.h"
 
+#include <QFile>
 #include <QPainter>
 
 #include <algorithm>
@@ -12,12 +14,15 @@ namespace {
 // A line of text is about 1.2 times as high as its font size.
 constexpr double SquarePerPoint = 1.25;
 
+// Of all lines in the drawings.
+const QByteArray regularLine = QByteArrayLiteral("stroke-width=\"1.9\"");
+const QByteArray semiboldLine = QByteArrayLiteral("stroke-width=\"2.5\"");
+
 } // namespace
 
 SystemSymbol::SystemSymbol(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : DrawnItem(parent)
 {
-    setAntialiasing(true);
     adoptPointSize();
 }
 
@@ -26,8 +31,7 @@ void SystemSymbol::setName(const QString &name)
     if (m_name == name)
         return;
     m_name = name;
-    m_drawing.load(QStringLiteral(":/Meterkin/Views/symbols/%1.svg").arg(name));
-    update();
+    load();
     emit nameChanged();
 }
 
@@ -36,7 +40,7 @@ void SystemSymbol::setColor(const QColor &color)
     if (m_color == color)
         return;
     m_color = color;
-    update();
+    redraw();
     emit colorChanged();
 }
 
@@ -46,46 +50,77 @@ void SystemSymbol::setPointSize(double size)
         return;
     m_pointSize = size;
     adoptPointSize();
+    redraw();
     emit pointSizeChanged();
+}
+
+void SystemSymbol::setSemibold(bool isSemibold)
+{
+    if (m_isSemibold == isSemibold)
+        return;
+    m_isSemibold = isSemibold;
+    load();
+    emit semiboldChanged();
 }
 
 void SystemSymbol::paint(QPainter *painter)
 {
     const double side = std::min(width(), height());
-    const QRectF square((width() - side) / 2.0, (height() - side) / 2.0, side, side);
-    if (const QImage image = systemsDrawing(*painter); !image.isNull()) {
-        // Some are wider than they are high.
-        const QSizeF size = image.deviceIndependentSize();
-        const double factor = std::min({1.0, side / size.width(), side / size.height()});
-        QRectF place(QPointF(), size * factor);
-        place.moveCenter(square.center());
-        painter->setRenderHint(QPainter::SmoothPixmapTransform);
-        painter->drawImage(place, image);
-    } else if (m_drawing.isValid()) {
-        m_drawing.render(painter, square);
-    } else {
-        return;
-    }
-    // The drawing is used as a mask: what it covers takes the colour. Nothing else is painted on
-    // this picture.
-    painter->save();
-    painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
-    painter->fillRect(boundingRect(), m_color);
-    painter->restore();
+    const PixelGrid grid(*painter);
+    const QRect square =
+        grid.pixels(QRectF((width() - side) / 2.0, (height() - side) / 2.0, side, side));
+    if (m_picture.width() != square.width())
+        m_picture = picture(square.width(), grid.scale());
+    painter->drawImage(square.topLeft(), m_picture);
 }
 
-QImage SystemSymbol::systemsDrawing(const QPainter &painter) const
+void SystemSymbol::load()
 {
+    QFile file(QStringLiteral(":/Meterkin/Views/symbols/%1.svg").arg(m_name));
+    QByteArray drawing;
+    if (file.open(QIODevice::ReadOnly))
+        drawing = file.readAll();
+    m_drawing.load(m_isSemibold ? drawing.replace(regularLine, semiboldLine) : drawing);
+    redraw();
+}
+
+void SystemSymbol::redraw()
+{
+    m_picture = QImage();
+    update();
+}
+
+/// In a square of that many pixels.
+QImage SystemSymbol::picture(int side, double scale)
+{
+    QImage picture(side, side, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
     const auto *engine = static_cast<ViewEngine *>(qmlEngine(this));
-    if (engine == nullptr)
-        return {};
-    // Qt scales the painter, not the device, so the scale must come from the painter.
-    return engine->appearance()->symbol(m_name, m_pointSize, painter.deviceTransform().m11());
+    const QImage image = engine != nullptr
+        ? engine->appearance()->symbol(m_name, m_pointSize, m_isSemibold, scale)
+        : QImage();
+    if (!image.isNull()) {
+        // Some are wider than they are high.
+        const QSizeF size = image.size();
+        const double factor = std::min({1.0, side / size.width(), side / size.height()});
+        QRectF place(QPointF(), size * factor);
+        place.moveCenter(QRectF(picture.rect()).center());
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(place, image);
+    } else if (m_drawing.isValid()) {
+        m_drawing.render(&painter, picture.rect());
+    } else {
+        return picture;
+    }
+    // The drawing is used as a mask: what it covers takes the colour.
+    painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter.fillRect(picture.rect(), m_color);
+    return picture;
 }
 
 void SystemSymbol::adoptPointSize()
 {
-    // Whole pixels, or the picture of the painted item would be cut or stretched.
     const double side = std::round(m_pointSize * SquarePerPoint);
     setImplicitSize(side, side);
 }

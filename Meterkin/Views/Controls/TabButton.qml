@@ -9,7 +9,7 @@ T.TabButton {
     required property string symbol
     required property bool selected
 
-    readonly property color shade: button.selected ? Theme.accent : Theme.secondary
+    readonly property color shade: button.selected ? Theme.highlight : Theme.secondary
 
     checked: button.selected
     activeFocusOnTab: button.selected || button.activeFocus
@@ -43,10 +43,10 @@ T.TabButton {
             Accessible.ignored: true
         }
     }
-    background: Rectangle {
+    background: Plate {
         radius: 7
-        color: button.selected ? Theme.faded(Theme.separator, 0.35)
-            : button.hovered ? Theme.faded(Theme.separator, 0.2) : "transparent"
+        color: button.selected ? Theme.fill(false, false)
+            : button.hovered ? Theme.faded(Theme.primary, 0.04) : "transparent"
 
         FocusRing {
             visible: button.visualFocus

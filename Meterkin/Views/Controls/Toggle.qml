@@ -35,21 +35,21 @@ T.Switch {
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
     }
-    indicator: Rectangle {
+    indicator: Plate {
         anchors.right: toggle.right
         anchors.verticalCenter: toggle.verticalCenter
         implicitWidth: 36
         implicitHeight: 20
         radius: 10
-        color: toggle.isOn ? Theme.accent : Theme.controlBorder
+        color: toggle.isOn ? Theme.accent : Theme.emptyTrack
 
-        Rectangle {
+        Plate {
             x: toggle.isOn ? parent.width - width - 2 : 2
             anchors.verticalCenter: parent.verticalCenter
             width: 16
             height: 16
             radius: 8
-            color: toggle.isOn ? Theme.textOnAccent : Theme.controlBackground
+            color: Theme.knob
 
             Behavior on x {
                 enabled: !Appearance.reducesMotion

@@ -2,41 +2,49 @@
 
 #include "Model/MetricTraits.h"
 #include "Model/ThresholdTier.h"
+#include "Views/PixelGrid.h"
 
 #include <QPainter>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
+// Logical pixels.
 constexpr double Gap = 2.0;
 constexpr double CornerRadius = 2.0;
 constexpr double LeastHeight = 2.0;
-constexpr double LeastWidth = 1.0; // unless there are more cores than pixels
+
+int wholePixels(double length)
+{
+    return static_cast<int>(std::lround(length));
+}
 
 } // namespace
 
-QList<QRectF> coreBars(const QList<double> &perCoreUsage, double width, double barHeight)
+QList<QRect> coreBars(const QList<double> &perCoreUsage, QSize chart, double scale)
 {
-    const auto count = static_cast<double>(perCoreUsage.size());
-    const double barWidth =
-        std::max((width - Gap * (count - 1.0)) / count, std::min(LeastWidth, width / count));
-    const double step = count > 1.0 ? (width - barWidth) / (count - 1.0) : 0.0;
-    QList<QRectF> bars;
-    bars.reserve(perCoreUsage.size());
-    for (const double usage : perCoreUsage) {
-        const double height = std::min(std::max(usage / 100.0 * barHeight, LeastHeight), barHeight);
-        bars.emplace_back(step * static_cast<double>(bars.size()), barHeight - height, barWidth,
-                          height);
+    const auto count = static_cast<int>(perCoreUsage.size());
+    const int gap = std::clamp(chart.width() / std::max(count, 1) - 1, 0, wholePixels(Gap * scale));
+    const double step = double(chart.width() + gap) / std::max(count, 1);
+    const int least = wholePixels(LeastHeight * scale);
+    QList<QRect> bars;
+    bars.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        const int left = static_cast<int>(step * i);
+        const int width = std::max(static_cast<int>(step * (i + 1)) - gap - left, 1);
+        const int height = std::clamp(wholePixels(perCoreUsage.at(i) / 100.0 * chart.height()),
+                                      least, chart.height());
+        bars.emplace_back(left, chart.height() - height, width, height);
     }
     return bars;
 }
 
 CoreBarChart::CoreBarChart(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : DrawnItem(parent)
 {
-    setAntialiasing(true);
-    connect(this, &CoreBarChart::changed, this, [this] { update(); });
+    connect(this, &CoreBarChart::changed, this, &QQuickItem::update);
 }
 
 void CoreBarChart::setPerCoreUsage(const QList<double> &usage)
@@ -64,15 +72,23 @@ void CoreBarChart::setBarHeight(double height)
 
 void CoreBarChart::paint(QPainter *painter)
 {
+    const PixelGrid grid(*painter);
+    const QRect chart = grid.pixels(QRectF(0, 0, width(), m_barHeight));
+    const double radius = CornerRadius * grid.scale();
+    painter->translate(chart.topLeft());
     painter->setPen(Qt::NoPen);
-    const QList<QRectF> bars = coreBars(m_perCoreUsage, width(), m_barHeight);
+    const QList<QRect> bars = coreBars(m_perCoreUsage, chart.size(), grid.scale());
     for (qsizetype i = 0; i < bars.size(); ++i) {
+        QRect track = bars.at(i);
+        track.setTop(0);
+        painter->setBrush(m_track);
+        // Qt limits the radius to half the width of a thin bar.
+        painter->drawRoundedRect(track, radius, radius);
         const ThresholdTier tier =
             tierOf(m_perCoreUsage.at(i), {m_greenThreshold, m_yellowThreshold});
         painter->setBrush(tier == ThresholdTier::Green        ? m_green
                               : tier == ThresholdTier::Yellow ? m_yellow
                                                               : m_red);
-        // Qt limits the radius to half the width of a thin bar.
-        painter->drawRoundedRect(bars.at(i), CornerRadius, CornerRadius);
+        painter->drawRoundedRect(bars.at(i), radius, radius);
     }
 }

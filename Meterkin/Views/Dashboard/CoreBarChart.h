@@ -1,16 +1,19 @@
 #pragma once
 
+#include "Views/DrawnItem.h"
+
 #include <QColor>
 #include <QList>
-#include <QQuickPaintedItem>
-#include <QRectF>
+#include <QRect>
 
-/// The bars of the cores in a chart of that width, y downwards: equally wide, 2 apart, at least 2
-/// high. With very many cores the gaps shrink before the bars do.
-QList<QRectF> coreBars(const QList<double> &perCoreUsage, double width, double barHeight);
+/// The bars of the cores in a chart of that many pixels, y downwards, where 1 logical pixel is
+/// `scale` of them: 2 logical pixels apart, at least 2 high, and equally wide, to a pixel. With
+/// very many cores the gaps shrink before the bars do.
+QList<QRect> coreBars(const QList<double> &perCoreUsage, QSize chart, double scale);
 
-/// One bar a core in the colour of its tier. `barHeight` tall, as wide as there is room.
-class CoreBarChart : public QQuickPaintedItem {
+/// One bar a core in the colour of its tier, in a faint track. `barHeight` tall, as wide as there
+/// is room, on whole pixels of the screen.
+class CoreBarChart : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(
@@ -23,6 +26,7 @@ class CoreBarChart : public QQuickPaintedItem {
     Q_PROPERTY(QColor green MEMBER m_green NOTIFY changed FINAL)
     Q_PROPERTY(QColor yellow MEMBER m_yellow NOTIFY changed FINAL)
     Q_PROPERTY(QColor red MEMBER m_red NOTIFY changed FINAL)
+    Q_PROPERTY(QColor track MEMBER m_track NOTIFY changed FINAL)
 
 public:
     explicit CoreBarChart(QQuickItem *parent = nullptr);
@@ -48,4 +52,5 @@ private:
     QColor m_green;
     QColor m_yellow;
     QColor m_red;
+    QColor m_track;
 };

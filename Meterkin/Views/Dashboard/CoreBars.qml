@@ -24,6 +24,7 @@ Column {
         green: Theme.green
         yellow: Theme.yellow
         red: Theme.red
+        track: Theme.card
         Accessible.role: Accessible.Chart
         Accessible.name: "Per-Core"
         Accessible.description: text

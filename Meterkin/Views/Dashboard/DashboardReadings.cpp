@@ -21,6 +21,7 @@ QList<FanRow> rowsOf(const QList<FanReading> &fans)
         FanRow row;
         if (fans.size() >= 2)
             row.label = QStringLiteral("Fan %1").arg(rows.size() + 1);
+        row.speed = valueText(SystemMetric::FanSpeed, fan.rpm);
         if (fan.min && fan.max)
             row.range = QStringLiteral("Range: %1 - %2 RPM")
                             .arg(decimalText(*fan.min, 0), decimalText(*fan.max, 0));

@@ -64,6 +64,7 @@ FocusScope {
                 anchors.verticalCenter: parent.verticalCenter
                 name: "gauge.with.dots.needle.33percent"
                 pointSize: Theme.points(13)
+                isSemibold: true
                 color: Theme.orange
             }
 
@@ -80,13 +81,11 @@ FocusScope {
         }
     }
 
-    Rectangle {
+    Hairline {
         id: upperDivider
 
         anchors.top: header.bottom
         width: parent.width
-        height: 1
-        color: Theme.separator
     }
 
     Flickable {
@@ -132,13 +131,11 @@ FocusScope {
         }
     }
 
-    Rectangle {
+    Hairline {
         id: lowerDivider
 
         anchors.bottom: footer.top
         width: parent.width
-        height: 1
-        color: Theme.separator
     }
 
     Item {
@@ -146,7 +143,7 @@ FocusScope {
 
         anchors.bottom: parent.bottom
         width: parent.width
-        height: settingsButton.implicitHeight + 2 * 8
+        height: settingsButton.implicitHeight - 2 * settingsButton.padding + 2 * 8
 
         SymbolButton {
             id: settingsButton

@@ -1,27 +1,42 @@
 import QtQuick
 import Meterkin.Views
 
-// One fan's label and range, as far as it has them.
-Row {
-    id: row
+// One fan's label and range; its speed where it has no range.
+Item {
+    id: view
 
     required property fanRow modelData
 
     x: 12
-    spacing: 8
-    visible: modelData.label.length > 0 || modelData.range.length > 0
+    implicitWidth: texts.implicitWidth
+    implicitHeight: texts.implicitHeight
 
     Accessible.role: Accessible.StaticText
     Accessible.name: modelData.accessibleText
 
-    CaptionText {
-        text: row.modelData.label
-        color: Theme.primary
-        font.weight: Font.Medium
-        visible: row.modelData.label.length > 0
+    Row {
+        id: texts
+
+        spacing: 8
+
+        CaptionText {
+            text: view.modelData.label
+            color: Theme.primary
+            font.weight: Font.Medium
+            visible: view.modelData.label.length > 0
+        }
+
+        CaptionText {
+            text: view.modelData.text
+        }
     }
 
-    CaptionText {
-        text: row.modelData.range
+    HoverHandler {
+        id: pointer
+    }
+
+    HoverTip {
+        text: view.modelData.speed
+        isWanted: pointer.hovered && view.modelData.hasRange
     }
 }

@@ -19,12 +19,11 @@ Item {
     Accessible.name: card.title + ", " + card.value
     Accessible.description: card.hasExtremes ? card.highText + ", " + card.lowText : ""
 
-    Rectangle {
+    Plate {
         anchors.fill: parent
         radius: view.cornerRadius
-        color: Theme.faded(Theme.controlBackground, 0.5)
-        border.width: 0.5
-        border.color: Theme.faded(Theme.primary, 0.06)
+        color: Theme.card
+        lineColor: Theme.cardLine
     }
 
     Column {

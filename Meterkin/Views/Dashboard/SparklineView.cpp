@@ -38,12 +38,6 @@ QList<QPointF> sparklinePoints(const QList<double> &data, QSizeF size)
     return points;
 }
 
-SparklineView::SparklineView(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
-{
-    setAntialiasing(true);
-}
-
 void SparklineView::setData(const QList<double> &data)
 {
     if (m_data == data)

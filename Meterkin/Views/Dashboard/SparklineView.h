@@ -1,10 +1,11 @@
 #pragma once
 
+#include "Views/DrawnItem.h"
+
 #include <QColor>
 #include <QList>
 #include <QPointF>
 #include <QProperty>
-#include <QQuickPaintedItem>
 #include <QSizeF>
 
 /// The points of a series in a chart of that size, y downwards: the lowest value 2 above the lower
@@ -14,14 +15,14 @@ QList<QPointF> sparklinePoints(const QList<double> &data, QSizeF size);
 
 /// A metric's recent history as a line over a faint area that fills the item. Main thread
 /// only.
-class SparklineView : public QQuickPaintedItem {
+class SparklineView : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QList<double> data READ data WRITE setData NOTIFY dataChanged FINAL)
     Q_PROPERTY(QColor lineColor READ lineColor WRITE setLineColor NOTIFY lineColorChanged FINAL)
 
 public:
-    explicit SparklineView(QQuickItem *parent = nullptr);
+    using DrawnItem::DrawnItem;
 
     QList<double> data() const { return m_data; }
     void setData(const QList<double> &data);

@@ -60,7 +60,7 @@ T.AbstractButton {
             Accessible.ignored: true
         }
     }
-    background: Rectangle {
+    background: Plate {
         radius: height / 2
         color: button.down ? OnboardingColors.accentPressed
             : button.hovered ? OnboardingColors.accentHovered : OnboardingColors.accent
@@ -72,7 +72,7 @@ T.AbstractButton {
         }
         FocusRing {
             innerRadius: button.height / 2
-            border.color: OnboardingColors.focusRing
+            lineColor: OnboardingColors.focusRing
             visible: button.visualFocus
         }
     }

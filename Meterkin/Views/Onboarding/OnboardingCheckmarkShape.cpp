@@ -32,12 +32,6 @@ QPainterPath checkmark(double size, double fraction)
 
 } // namespace
 
-OnboardingCheckmarkShape::OnboardingCheckmarkShape(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
-{
-    setAntialiasing(true);
-}
-
 void OnboardingCheckmarkShape::setTrim(double &trim, double fraction)
 {
     if (trim == fraction)

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "Views/DrawnItem.h"
+
 #include <QColor>
 #include <QProperty>
-#include <QQuickPaintedItem>
 
 /// A circle, clockwise from its top, and a check mark in it, each drawn up to a fraction.
-class OnboardingCheckmarkShape : public QQuickPaintedItem {
+class OnboardingCheckmarkShape : public DrawnItem {
     Q_OBJECT
     QML_ELEMENT
     /// The drawn fractions, 0 to 1.
@@ -15,7 +16,7 @@ class OnboardingCheckmarkShape : public QQuickPaintedItem {
     Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged FINAL)
 
 public:
-    explicit OnboardingCheckmarkShape(QQuickItem *parent = nullptr);
+    using DrawnItem::DrawnItem;
 
     double circleTrim() const { return m_circleTrim; }
     void setCircleTrim(double fraction) { setTrim(m_circleTrim, fraction); }

@@ -22,7 +22,7 @@ T.AbstractButton {
             Accessible.ignored: true
         }
     }
-    background: Rectangle {
+    background: Plate {
         radius: height / 2
         color: button.down ? OnboardingColors.border
             : button.hovered ? OnboardingColors.strip : "transparent"
@@ -30,7 +30,7 @@ T.AbstractButton {
         FocusRing {
             innerRadius: button.height / 2
             distance: -2
-            border.color: OnboardingColors.focusRing
+            lineColor: OnboardingColors.focusRing
             visible: button.visualFocus
         }
     }

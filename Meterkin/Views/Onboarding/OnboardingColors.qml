@@ -16,7 +16,6 @@ QtObject {
     readonly property color accentPressed: "#1453b8"
     readonly property color accentText: "#ffffff"
     readonly property color focusRing: "#79b8ff"
+    readonly property color orange: "#ff9533"
     readonly property color blue: "#58a6ff"
-    readonly property color green: "#3ddc68"
-    readonly property color yellow: "#f5c518"
 }

@@ -23,7 +23,7 @@ Item {
             anchors.centerIn: checkmark
             width: Theme.points(220)
             height: width
-            color: OnboardingColors.green
+            color: TierColors.of(ThresholdTier.Green, true)
             opacity: screen.glowOpacity
         }
         OnboardingCheckmarkShape {
@@ -34,7 +34,7 @@ Item {
             height: width
             circleTrim: screen.circleTrim
             checkmarkTrim: screen.checkmarkTrim
-            color: OnboardingColors.green
+            color: TierColors.of(ThresholdTier.Green, true)
         }
         OnboardingReveal {
             id: headline
@@ -77,12 +77,12 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             shown: screen.previewVisible
 
-            Rectangle {
+            Plate {
                 width: readings.width + 2 * Theme.points(18)
                 height: readings.height + 2 * Theme.points(8)
                 radius: Theme.points(9)
                 color: OnboardingColors.strip
-                border.color: OnboardingColors.border
+                lineColor: OnboardingColors.border
 
                 // In the colours of the default thresholds: 42% is green, the fan is beyond its
                 // first threshold, so both show what the colours mean.
@@ -95,12 +95,12 @@ Item {
                     OnboardingReading {
                         symbol: "memorychip"
                         text: "42%"
-                        color: OnboardingColors.green
+                        color: TierColors.of(ThresholdTier.Green, true)
                     }
                     OnboardingReading {
                         symbol: "fan.fill"
                         text: "3200 RPM"
-                        color: OnboardingColors.yellow
+                        color: TierColors.of(ThresholdTier.Yellow, true)
                     }
                 }
             }

@@ -13,7 +13,7 @@ OnboardingReveal {
     duration: 350
     implicitHeight: Math.max(tile.height, label.height)
 
-    Rectangle {
+    Plate {
         id: tile
 
         anchors.verticalCenter: parent.verticalCenter
@@ -21,7 +21,7 @@ OnboardingReveal {
         height: width
         radius: Theme.points(10)
         color: OnboardingColors.tile
-        border.color: OnboardingColors.border
+        lineColor: OnboardingColors.border
 
         SystemSymbol {
             anchors.centerIn: parent

@@ -1,5 +1,7 @@
 #include "Views/Onboarding/OnboardingShimmer.h"
 
+#include "Views/PixelGrid.h"
+
 #include <QLinearGradient>
 #include <QPainter>
 
@@ -14,12 +16,6 @@ constexpr double HalfWidthPerHeight = 1.1;
 constexpr double SlantPerHeight = 0.35;
 
 } // namespace
-
-OnboardingShimmer::OnboardingShimmer(QQuickItem *parent)
-    : QQuickPaintedItem(parent)
-{
-    setAntialiasing(true);
-}
 
 void OnboardingShimmer::setPhase(double phase)
 {
@@ -42,8 +38,13 @@ void OnboardingShimmer::paint(QPainter *painter)
         const double rise = std::sin(std::numbers::pi * place);
         band.setColorAt(place, QColor(255, 255, 255, qRound(Brightness * rise * rise)));
     }
+    const PixelGrid grid(*painter);
+    const QRectF capsule = grid.pixels(boundingRect());
+    QBrush light(band);
+    light.setTransform(QTransform::fromScale(grid.scale(), grid.scale())
+                       * QTransform::fromTranslate(capsule.x(), capsule.y()));
     painter->setPen(Qt::NoPen);
-    painter->setBrush(band);
+    painter->setBrush(light);
     // The whole capsule, because clipping to round ends is not available; clear beyond the band.
-    painter->drawRoundedRect(QRectF(0, 0, width(), height()), height() / 2, height() / 2);
+    painter->drawRoundedRect(capsule, capsule.height() / 2, capsule.height() / 2);
 }

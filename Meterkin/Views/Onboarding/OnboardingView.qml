@@ -137,11 +137,11 @@ FocusScope {
         onStopped: view.shimmerPhase = 1
     }
 
-    Rectangle {
+    Plate {
         anchors.fill: parent
         radius: view.rounded ? 20 : 0
         color: OnboardingColors.background
-        border.color: OnboardingColors.border
+        lineColor: OnboardingColors.border
     }
     Item {
         anchors.fill: parent

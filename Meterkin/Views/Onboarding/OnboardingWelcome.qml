@@ -58,7 +58,7 @@ Item {
             anchors.centerIn: icon
             width: Theme.points(200)
             height: width
-            color: OnboardingColors.blue
+            color: OnboardingColors.orange
             opacity: screen.glowLevel * Math.min(1, screen.iconProgress)
             visible: screen.iconLanded
         }
@@ -68,13 +68,10 @@ Item {
             anchors.horizontalCenter: parent.horizontalCenter
             name: "gauge.with.dots.needle.33percent"
             pointSize: Theme.points(48)
-            color: OnboardingColors.blue
+            color: OnboardingColors.orange
             opacity: Math.min(1, screen.iconProgress)
             scale: 0.4 + 0.6 * screen.iconProgress
             visible: screen.iconLanded
-            // A painted item is scaled without smoothing, a layer is not.
-            layer.enabled: screen.iconProgress !== 1
-            layer.smooth: true
             Accessible.ignored: true
         }
         OnboardingReveal {
@@ -115,7 +112,7 @@ Item {
             width: parent.width
             shown: screen.bullet2Visible
             symbol: "gauge.with.dots.needle.bottom.50percent"
-            tint: OnboardingColors.green
+            tint: TierColors.of(ThresholdTier.Green, true)
             text: "Color-coded thresholds tell you when your " + screen.computerWord + " is working hard."
         }
         OnboardingFeature {
@@ -127,7 +124,7 @@ Item {
             width: parent.width
             shown: screen.bullet3Visible
             symbol: "bell.fill"
-            tint: OnboardingColors.yellow
+            tint: TierColors.of(ThresholdTier.Yellow, true)
             text: "Get alerts when system metrics cross your configured thresholds."
         }
         OnboardingReveal {

@@ -22,7 +22,7 @@ FormPage {
             anchors.horizontalCenter: parent.horizontalCenter
             name: "gauge.with.dots.needle.33percent"
             pointSize: Theme.points(48)
-            color: Theme.accent
+            color: Theme.orange
             Accessible.ignored: true
         }
         Text {

@@ -4,5 +4,5 @@ import Meterkin.Views
 // A warning about the row above.
 FormNote {
     isApart: false
-    color: Theme.orange
+    color: Theme.warning
 }

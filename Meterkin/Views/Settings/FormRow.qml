@@ -17,13 +17,10 @@ Item {
         ? Math.max(40, Math.max(text.implicitHeight, place.height) + 2 * row.distance)
         : place.height + row.distance
 
-    Rectangle {
+    Hairline {
         x: row.inset
         width: row.width - row.inset
-        height: 1
         visible: row.isApart && row.y > 0
-        color: Theme.separator
-        Accessible.ignored: true
     }
     Text {
         id: text

@@ -25,13 +25,12 @@ Column {
         Accessible.role: Accessible.Heading
         Accessible.name: section.title
     }
-    Rectangle {
+    Plate {
         width: section.width
         height: group.height
         radius: 9
-        color: Theme.controlBackground
-        border.width: 1
-        border.color: Theme.separator
+        color: Theme.card
+        lineColor: Theme.cardLine
 
         Column {
             id: group

@@ -24,7 +24,7 @@ FormRow {
             width: recordButton.x - 8
             text: row.recorder.isRecording ? "Press a key combination..." : row.recorder.displayText
             font.pixelSize: Theme.points(13)
-            color: row.recorder.isRecording ? Theme.orange
+            color: row.recorder.isRecording ? Theme.warning
                 : row.recorder.isSet ? Theme.primary : Theme.secondary
             elide: Text.ElideRight
             Accessible.role: Accessible.StaticText

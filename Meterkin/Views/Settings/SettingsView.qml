@@ -58,14 +58,11 @@ FocusScope {
         selected: view.selectedTab
         onChosen: index => view.selectedTab = index
     }
-    Rectangle {
+    Hairline {
         id: line
         anchors.top: tabs.bottom
         anchors.topMargin: 8
         width: view.width
-        height: 1
-        color: Theme.separator
-        Accessible.ignored: true
     }
     Item {
         id: pages

@@ -10,11 +10,8 @@ Item {
     visible: note.problem !== ""
     implicitHeight: note.problem !== "" ? text.implicitHeight + 20 : 0
 
-    Rectangle {
+    Hairline {
         width: note.width
-        height: 1
-        color: Theme.separator
-        Accessible.ignored: true
     }
     Text {
         id: text
@@ -22,7 +19,7 @@ Item {
         width: note.width - 40
         text: "Changes cannot be stored and last until you quit: " + note.problem
         font.pixelSize: Theme.points(11)
-        color: Theme.orange
+        color: Theme.warning
         horizontalAlignment: Text.AlignHCenter
         wrapMode: Text.WordWrap
         Accessible.role: Accessible.AlertMessage

@@ -17,7 +17,8 @@ public:
     double textScale() const override { return 1.0; }
     bool reducesMotion() const override;
     SystemColors systemColors() const override;
-    QImage symbol(const QString &name, double pointSize, double scale) const override;
+    QImage symbol(const QString &name, double pointSize, bool isSemibold,
+                  double scale) const override;
 
 private:
     struct Objects;

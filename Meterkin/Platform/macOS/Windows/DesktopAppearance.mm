@@ -95,7 +95,8 @@ SystemColors MacDesktopAppearance::systemColors() const
     return colors;
 }
 
-QImage MacDesktopAppearance::symbol(const QString &name, double pointSize, double scale) const
+QImage MacDesktopAppearance::symbol(const QString &name, double pointSize, bool isSemibold,
+                                    double scale) const
 {
-    return systemSymbol(name, pointSize, scale);
+    return systemSymbol(name, pointSize, isSemibold, scale);
 }

@@ -29,21 +29,22 @@ Context contextOver(QImage &image)
     return context;
 }
 
-NSImage *symbolNamed(const QString &name, double pointSize)
+NSImage *symbolNamed(const QString &name, double pointSize, bool isSemibold)
 {
     NSImage *symbol = [NSImage imageWithSystemSymbolName:foundationText(name)
                                 accessibilityDescription:nil];
-    return
-        [symbol imageWithSymbolConfiguration:[NSImageSymbolConfiguration
-                                                 configurationWithPointSize:pointSize
-                                                                     weight:NSFontWeightRegular]];
+    return [symbol imageWithSymbolConfiguration:[NSImageSymbolConfiguration
+                                                    configurationWithPointSize:pointSize
+                                                                        weight:isSemibold
+                                                                            ? NSFontWeightSemibold
+                                                                            : NSFontWeightRegular]];
 }
 
 } // namespace
 
-QImage systemSymbol(const QString &name, double pointSize, double scale)
+QImage systemSymbol(const QString &name, double pointSize, bool isSemibold, double scale)
 {
-    NSImage *symbol = symbolNamed(name, pointSize);
+    NSImage *symbol = symbolNamed(name, pointSize, isSemibold);
     if (symbol == nil)
         return {};
     const NSSize size = symbol.size;

@@ -2,7 +2,7 @@ import QtQuick
 import Meterkin.Views
 
 // A progress bar: it fills, or a piece moves to and fro while the progress is not known.
-Rectangle {
+Plate {
     id: line
 
     required property int percent // -1: not known
@@ -16,11 +16,11 @@ Rectangle {
 
     implicitHeight: 6
     radius: height / 2
-    color: Theme.faded(Theme.separator, 0.8)
+    color: Theme.fill(false, false)
     Accessible.role: Accessible.ProgressBar
     Accessible.name: "Progress"
 
-    Rectangle {
+    Plate {
         id: bar
 
         property real place: 0.5 // of the moving piece, 0 to 1

@@ -2,7 +2,7 @@ import QtQuick
 import Meterkin.Views
 
 // The release notes of an update, plain text from a server, in a box that scrolls.
-Rectangle {
+Plate {
     id: box
 
     required property string notes
@@ -11,9 +11,8 @@ Rectangle {
 
     implicitHeight: Math.min(box.mostHeight, text.implicitHeight + 2)
     radius: 6
-    color: Theme.controlBackground
-    border.width: 1
-    border.color: Theme.separator
+    color: Theme.card
+    lineColor: Theme.cardLine
     activeFocusOnTab: true
     Accessible.role: Accessible.StaticText
     Accessible.focusable: true

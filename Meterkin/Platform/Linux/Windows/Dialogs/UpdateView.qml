@@ -131,7 +131,6 @@ FocusScope {
                 width: parent.width
                 visible: text !== ""
                 text: view.detailOf(view.phase)
-                color: Theme.secondary
                 maximumLineCount: 8
                 elide: Text.ElideRight
             }

@@ -8,6 +8,7 @@ typedef CGFloat NSFontWeight;
 
 extern const NSFontWeight NSFontWeightMedium;
 extern const NSFontWeight NSFontWeightRegular;
+extern const NSFontWeight NSFontWeightSemibold;
 
 @interface NSFont : NSObject
 + (NSFont *)monospacedDigitSystemFontOfSize:(CGFloat)fontSize weight:(NSFontWeight)weight;
