@@ -25,9 +25,24 @@ StatusTitle::StatusTitle(StatusItem &item, const DashboardViewModel &dashboard,
     m_animationTimer.setTimerType(Qt::PreciseTimer);
     m_animationTimer.setInterval(AnimationPeriod);
     connect(&m_animationTimer, &QTimer::timeout, this, &StatusTitle::animationStep);
+    connect(&m_item, &StatusItem::colorsChanged, this, &StatusTitle::recolor);
+    showNoReading();
+}
+
+void StatusTitle::showNoReading()
+{
     if (m_item.hasButton())
         m_item.setTitle({QStringLiteral("-"), tierColor(ThresholdTier::Green),
                          widestText(m_settings.menuBarMetric())});
+}
+
+void StatusTitle::recolor()
+{
+    m_animationTargetColor = tierColor(m_previousTier);
+    if (m_subject)
+        updateStatusItem();
+    else
+        showNoReading();
 }
 
 void StatusTitle::updateStatusItem()

@@ -38,6 +38,8 @@ private:
         bool operator==(const Subject &) const = default;
     };
 
+    void showNoReading();
+    void recolor();
     void makeTexts(const Subject &subject);
     QColor tierColor(ThresholdTier tier) const;
     void startColorAnimation(const QColor &from, const QColor &to);

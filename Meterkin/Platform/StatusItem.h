@@ -51,6 +51,8 @@ public:
     virtual QRect geometry() const = 0;
 
 signals:
+    /// systemColor() has others now, for the item stands on another background.
+    void colorsChanged();
     void clicked();
     void openDashboardRequested();
     void openSettingsRequested();

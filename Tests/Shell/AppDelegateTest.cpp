@@ -37,7 +37,11 @@ private slots:
     {
         launch();
         QCOMPARE(m_platform->item->titles.first(), (AttributedTitle{u"-"_s, Green, u"100%"_s}));
+        moveTo(Qt::cyan);
+        QCOMPARE(title(), u"-"_s);
         tick();
+        QCOMPARE(title(), u"42%"_s);
+        moveTo(Qt::blue);
         QCOMPARE(title(), u"42%"_s);
         QCOMPARE(m_platform->item->accessibilityLabel, u"meterkin: 42%"_s);
         QCOMPARE(m_platform->item->toolTip(), u"Fan Speed: N/A\nMemory: 42%\nCPU Usage: N/A"_s);
@@ -174,6 +178,13 @@ private:
         if (!std::exchange(m_isFirstTick, false))
             m_delegate->collector().start(86400.0);
         QVERIFY(ticks.wait());
+    }
+    /// To a panel where all colours are that one.
+    void moveTo(const QColor &color)
+    {
+        m_platform->item->onlyColor = color;
+        emit m_platform->item->colorsChanged();
+        QCOMPARE(shownColor(), color);
     }
     /// Waits for the animation's next redraw.
     bool nextStep()

@@ -16,7 +16,10 @@
 /// A status item that remembers what it is told.
 struct ScriptedStatusItem : StatusItem {
     bool hasButton() const override { return button; }
-    QColor systemColor(SystemColor color) const override { return colors[static_cast<int>(color)]; }
+    QColor systemColor(SystemColor color) const override
+    {
+        return onlyColor.isValid() ? onlyColor : colors[static_cast<int>(color)];
+    }
     void setTitle(const AttributedTitle &title) override { titles.append(title); }
     void setAccessibilityLabel(const QString &label) override { accessibilityLabel = label; }
     void setToolTipSource(std::function<QString()> source) override { toolTip = std::move(source); }
@@ -29,6 +32,7 @@ struct ScriptedStatusItem : StatusItem {
     QRect geometry() const override { return QRect(700, 0, 60, 24); }
 
     static constexpr QColor colors[] = {QColor(0, 200, 0), QColor(200, 200, 0), QColor(200, 0, 0)};
+    QColor onlyColor; ///< in place of all others
     bool button = true;
     QList<AttributedTitle> titles;
     QString accessibilityLabel;

@@ -1,7 +1,5 @@
 #include "Platform/Linux/Tray/FloatingStrip.h"
 
-#include "Platform/Linux/Tray/PanelWindow.h"
-
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QPainter>

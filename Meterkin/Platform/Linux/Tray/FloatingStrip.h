@@ -2,6 +2,7 @@
 
 #include "Platform/DefaultsStore.h"
 #include "Platform/Linux/Tray/Host.h"
+#include "Platform/Linux/Tray/PanelWindow.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
 
 #include <memory>
@@ -24,6 +25,10 @@ public:
     void detach() override;
     void setContent(const TrayContent &content) override;
     QRect geometry() const override;
+    std::optional<QColor> background(LinuxDesktopAppearance::Scheme) const override
+    {
+        return PanelWindow::background;
+    }
 
 signals:
     /// The pointer has entered the strip or left it.

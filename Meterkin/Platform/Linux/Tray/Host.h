@@ -1,11 +1,14 @@
 #pragma once
 
+#include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/Tray/MenuEntries.h"
 #include "Platform/StatusItem.h"
 
 #include <QObject>
 #include <QPoint>
 #include <QRect>
+
+#include <optional>
 
 /// What every host shows.
 struct TrayContent {
@@ -33,9 +36,12 @@ public:
     virtual void setContent(const TrayContent &content) = 0;
     /// Where the item is on the screens, in logical coordinates; empty when that is unknown.
     virtual QRect geometry() const = 0;
+    /// What the item stands on; absent where that is not known.
+    virtual std::optional<QColor> background(LinuxDesktopAppearance::Scheme desktop) const = 0;
 
 signals:
     void availabilityChanged();
+    void backgroundChanged();
     void clicked();
     /// The user wants the menu, in a panel that does not show it by itself.
     void menuRequested(QPoint globalPosition);

@@ -10,7 +10,6 @@ namespace {
 
 constexpr int Distance = 16; // logical pixels from the anchor: about half a panel
 constexpr int FontSize = 13; // logical pixels
-const QColor background(0x26, 0x26, 0x2a);
 
 } // namespace
 

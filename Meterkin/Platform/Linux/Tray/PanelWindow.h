@@ -11,6 +11,7 @@ class QPainter;
 /// Dark on every desktop, as most panels are; texts keep a contrast of at least 4.5:1.
 namespace PanelWindow {
 
+inline const QColor background(0x26, 0x26, 0x2a);
 inline const QColor border(0x4a, 0x4a, 0x50);
 inline const QColor text(0xf0, 0xf0, 0xf2);
 inline const QColor selection(0x3d, 0x5a, 0x80);

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Tray/StatusItem.h"
 
 #include "Platform/Linux/Tray/ItemMenu.h"
+#include "Platform/Linux/Tray/TitleColor.h"
 #include "Platform/Log.h"
 
 #include <utility>
@@ -13,9 +14,10 @@ constexpr std::chrono::milliseconds StripDelay{1500};
 } // namespace
 
 LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, DefaultsStore &store,
-                                 QObject *parent)
+                                 const LinuxDesktopAppearance &appearance, QObject *parent)
     : StatusItem(parent)
     , m_x11(x11)
+    , m_appearance(appearance)
     , m_xembed(x11, m_painter)
     , m_notifier(bus, m_painter)
     , m_strip(m_painter, store)
@@ -23,6 +25,10 @@ LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, Default
     follow(m_xembed);
     follow(m_notifier);
     follow(m_strip);
+    connect(&m_appearance, &DesktopAppearance::changed, this, [this] {
+        m_xembed.lookAgain(); // its panel may be drawn anew
+        updateBackground();
+    });
     connect(&m_xembed, &XembedIcon::squeezedChanged, this, &LinuxStatusItem::choose);
     connect(&m_xembed, &XembedIcon::hoverChanged, this, &LinuxStatusItem::showToolTip);
     connect(&m_strip, &FloatingStrip::hoverChanged, this, &LinuxStatusItem::showToolTip);
@@ -42,15 +48,7 @@ LinuxStatusItem::~LinuxStatusItem()
 
 QColor LinuxStatusItem::systemColor(SystemColor color) const
 {
-    switch (color) {
-    case SystemColor::Green:
-        return QColor(0x1f, 0x99, 0x3d);
-    case SystemColor::Yellow:
-        return QColor(0xb0, 0x80, 0x00);
-    case SystemColor::Red:
-        return QColor(0xe5, 0x48, 0x4d);
-    }
-    Q_UNREACHABLE();
+    return titleColor(color, m_background);
 }
 
 void LinuxStatusItem::setTitle(const AttributedTitle &title)
@@ -91,6 +89,7 @@ QRect LinuxStatusItem::geometry() const
 void LinuxStatusItem::follow(TrayHost &host)
 {
     connect(&host, &TrayHost::availabilityChanged, this, &LinuxStatusItem::choose);
+    connect(&host, &TrayHost::backgroundChanged, this, &LinuxStatusItem::updateBackground);
     connect(&host, &TrayHost::clicked, this, [this] {
         showToolTip(false); // it would cover what the click opens
         emit clicked();
@@ -140,8 +139,20 @@ void LinuxStatusItem::moveTo(const Choice &choice)
             m_current->setContent(m_content);
     }
     // Also in the same host: its panel may have been replaced.
+    updateBackground();
     if (m_current != nullptr)
         m_current->attach();
+}
+
+void LinuxStatusItem::updateBackground()
+{
+    const std::optional<QColor> background =
+        m_current != nullptr ? m_current->background(m_appearance.scheme()) : std::nullopt;
+    if (std::exchange(m_background, background) == background)
+        return;
+    qCDebug(logTray, "The item stands on %s",
+            background ? qUtf8Printable(background->name()) : "an unknown background");
+    emit colorsChanged();
 }
 
 void LinuxStatusItem::showMenu(QPoint anchor)

@@ -17,14 +17,12 @@ class LinuxStatusItem : public StatusItem {
     Q_OBJECT
 
 public:
-    /// All three outlive the item.
+    /// All of them outlive the item.
     LinuxStatusItem(X11Connection &x11, BusConnection &bus, DefaultsStore &store,
-                    QObject *parent = nullptr);
+                    const LinuxDesktopAppearance &appearance, QObject *parent = nullptr);
     ~LinuxStatusItem() override;
 
     bool hasButton() const override { return true; }
-    /// The same on every panel, since a panel does not tell its background. Each keeps a contrast
-    /// of 3:1 on the light and on the dark panels of the common desktops.
     QColor systemColor(SystemColor color) const override;
     void setTitle(const AttributedTitle &title) override;
     void setAccessibilityLabel(const QString &label) override;
@@ -44,16 +42,19 @@ private:
     Choice best();
     void choose();
     void moveTo(const Choice &choice);
+    void updateBackground();
     void showMenu(QPoint anchor);
     void perform(MenuAction action);
     void showToolTip(bool isInside);
 
     X11Connection &m_x11;
+    const LinuxDesktopAppearance &m_appearance;
     TitlePainter m_painter;
     XembedIcon m_xembed;
     NotifierItem m_notifier;
     FloatingStrip m_strip;
     TrayHost *m_current = nullptr;
+    std::optional<QColor> m_background; ///< what the item stands on, where that is known
     TrayContent m_content;
     std::function<QString()> m_toolTipSource;
     QTimer m_stripDelay;

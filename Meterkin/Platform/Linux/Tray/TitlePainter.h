@@ -17,7 +17,8 @@ public:
     /// The width that wide() gives its image.
     int wideWidth(const AttributedTitle &title, int height, double scale);
     /// The text in a square, as large as it fits: one line, or two where it has a unit ("1850
-    /// RPM").
+    /// RPM"). Thousands are "12.5k" from 10,000 on. Where letters would be lower than six pixels,
+    /// the unit goes first, then digits do ("1.9k").
     QImage square(const AttributedTitle &title, int side);
     /// The program's symbol in the title's colour, for hosts that show the text by themselves.
     QImage symbol(const QColor &color, int side) const;
@@ -27,7 +28,7 @@ private:
 
     GlyphSet &glyphs(Face face, int pixelSize);
     GlyphSet &lineGlyphs(int height, double scale);
-    int squareSize(const QList<QStringView> &lines, int side);
+    int squareSize(const QStringList &lines, int side);
 
     std::optional<TitleTypefaces> m_typefaces; ///< once a letter was wanted
     std::map<std::pair<Face, int>, GlyphSet> m_glyphs;

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/XembedIcon.h"
 
-#include "Platform/Linux/Tray/ProcessName.h"
+#include "Platform/Linux/Tray/TitleColor.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 
@@ -20,25 +20,10 @@ constexpr auto DockTimeout = 3s; // a panel that is just starting may be slow to
 constexpr auto RefusalRetry = 30s; // after a panel did not take the item
 constexpr auto LossRetry = 1s; // after a panel dropped the item
 constexpr double LeastGrant = 0.85; // of the wanted width: the padding can be spared, digits cannot
+constexpr int LeastHeight = 12; // logical pixels that a line of text needs
 constexpr int LeastSide = 8; // some panels dock an item in a gap of five pixels, and widen that
 constexpr quint8 LeftButton = 1;
 constexpr quint8 RightButton = 3;
-
-void logManager(X11Connection &connection, const XembedManager &manager)
-{
-    if (!logTray().isDebugEnabled())
-        return;
-    if (manager.window() == XCB_WINDOW_NONE) {
-        qCDebug(logTray, "There is no X11 tray: no panel offers one");
-        return;
-    }
-    const QList<quint32> process =
-        connection.words(manager.window(), connection.atom("_NET_WM_PID"), XCB_ATOM_CARDINAL);
-    const QString name = process.isEmpty() ? QString() : processName(process.first());
-    qCDebug(logTray, "The X11 tray is window 0x%x of %s, %d bits deep", manager.window(),
-            name.isEmpty() ? "a panel that does not tell its name" : qUtf8Printable(name),
-            manager.depth());
-}
 
 } // namespace
 
@@ -53,13 +38,11 @@ XembedIcon::XembedIcon(X11Connection &connection, TitlePainter &painter, QObject
     connect(&m_settleTimer, &QTimer::timeout, this, &XembedIcon::settle);
     m_retryTimer.setSingleShot(true);
     connect(&m_retryTimer, &QTimer::timeout, this, [this] { setRefused(false); });
-    if (!m_connection.isOpen()) {
-        qCDebug(logTray, "There is no X11 tray: there is no X server");
+    if (!m_connection.isOpen())
         return;
-    }
     connect(&m_connection, &X11Connection::eventReceived, this, &XembedIcon::handleEvent);
     connect(&m_manager, &XembedManager::windowChanged, this, &XembedIcon::handleManager);
-    logManager(m_connection, m_manager);
+    connect(&m_manager, &XembedManager::colorsChanged, this, &XembedIcon::lookAgain);
 }
 
 XembedIcon::~XembedIcon()
@@ -76,7 +59,8 @@ void XembedIcon::attach()
 {
     if (!isAvailable() || m_window.isOpen())
         return;
-    m_size = QSize(wantedWidth(), static_cast<int>(std::lround(DefaultHeight * scale())));
+    m_size = {};
+    m_size = wantedSize();
     m_window.open(m_manager, m_size);
     m_window.setName(m_content.accessibilityLabel);
     requestSize();
@@ -90,6 +74,7 @@ void XembedIcon::detach()
     m_window.close();
     m_isEmbedded = false;
     m_isPressed = false;
+    m_background.reset();
 }
 
 void XembedIcon::setContent(const TrayContent &content)
@@ -200,7 +185,6 @@ void XembedIcon::handleLoss()
 
 void XembedIcon::handleManager()
 {
-    logManager(m_connection, m_manager);
     m_isRefused = false;
     m_refusals = 0;
     m_retryTimer.stop();
@@ -211,8 +195,7 @@ void XembedIcon::handleManager()
 
 void XembedIcon::requestSize()
 {
-    if (!m_isSqueezed && m_window.requestSize(QSize(wantedWidth(), m_size.height()))
-        && m_isEmbedded)
+    if (!m_isSqueezed && m_window.requestSize(wantedSize()) && m_isEmbedded)
         m_settleTimer.start(SettleTime);
 }
 
@@ -239,21 +222,50 @@ void XembedIcon::settle()
         return;
     }
     m_refusals = 0;
-    const int wanted = wantedWidth();
-    const bool isSqueezed = m_size.width() < wanted * LeastGrant;
-    qCDebug(logTray, "The X11 tray has docked the item: %d x %d pixels of %d wanted, %s",
-            m_size.width(), m_size.height(), wanted, isSqueezed ? "a square" : "wide");
+    const QSize wanted = wantedSize();
+    const bool isSqueezed =
+        m_size.width() < wanted.width() * LeastGrant || m_size.height() < LeastHeight * scale();
+    qCDebug(logTray, "The X11 tray has docked the item: %d x %d pixels of %d x %d wanted, %s",
+            m_size.width(), m_size.height(), wanted.width(), wanted.height(),
+            isSqueezed                   ? "squeezed"
+                : m_manager.isVertical() ? "upright"
+                                         : "wide");
     if (std::exchange(m_isSqueezed, isSqueezed) != isSqueezed)
         emit squeezedChanged();
     paint();
+    readBackground();
     xcb_flush(m_connection.xcb());
 }
 
-int XembedIcon::wantedWidth() const
+void XembedIcon::lookAgain()
 {
-    const int height =
-        m_size.isEmpty() ? static_cast<int>(std::lround(DefaultHeight * scale())) : m_size.height();
-    return m_painter.wideWidth(m_content.title, height, scale());
+    if (!m_isEmbedded)
+        return;
+    requestSize();
+    m_settleTimer.start(SettleTime);
+}
+
+void XembedIcon::readBackground()
+{
+    if (!m_isEmbedded) // it has just moved elsewhere
+        return;
+    std::optional<QColor> background = m_window.background(m_size);
+    if (!background && m_manager.textColor())
+        background = typicalBackground(!isDarkBackground(*m_manager.textColor()));
+    if (std::exchange(m_background, background) != background)
+        emit backgroundChanged();
+}
+
+QSize XembedIcon::wantedSize() const
+{
+    const int defaultHeight = static_cast<int>(std::lround(DefaultHeight * scale()));
+    // An upright panel has its width to give, and some keep an item's proportions.
+    if (m_manager.isVertical()) {
+        const int side = m_size.isEmpty() ? defaultHeight : m_size.width();
+        return QSize(side, side);
+    }
+    const int height = m_size.isEmpty() ? defaultHeight : m_size.height();
+    return QSize(m_painter.wideWidth(m_content.title, height, scale()), height);
 }
 
 double XembedIcon::scale() const
@@ -266,7 +278,8 @@ void XembedIcon::paint()
     if (!m_window.isOpen() || !m_isEmbedded
         || std::min(m_size.width(), m_size.height()) < LeastSide)
         return;
-    const bool isWide = !m_isSqueezed && m_size.width() > m_size.height();
+    const bool isWide =
+        !m_isSqueezed && !m_manager.isVertical() && m_size.width() > m_size.height();
     const QImage image = isWide
         ? m_painter.wide(m_content.title, m_size.height(), scale())
         : m_painter.square(m_content.title, std::min(m_size.width(), m_size.height()));

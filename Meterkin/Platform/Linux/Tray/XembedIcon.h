@@ -21,7 +21,13 @@ public:
     void detach() override;
     void setContent(const TrayContent &content) override;
     QRect geometry() const override;
+    std::optional<QColor> background(LinuxDesktopAppearance::Scheme) const override
+    {
+        return m_background;
+    }
 
+    /// Looks a little later how the panel looks now.
+    void lookAgain();
     /// Whether this panel has turned out to squeeze every item into a square.
     bool isSqueezed() const { return m_isSqueezed; }
 
@@ -40,7 +46,8 @@ private:
     void requestSize();
     void settle();
     void setRefused(bool isRefused);
-    int wantedWidth() const;
+    QSize wantedSize() const;
+    void readBackground();
     double scale() const;
     void paint();
 
@@ -55,6 +62,7 @@ private:
 
     XembedWindow m_window;
     QSize m_size; ///< device pixels, as granted
+    std::optional<QColor> m_background; ///< of the panel, once it was looked at
     bool m_isEmbedded = false;
     bool m_isPressed = false;
     QTimer m_settleTimer;

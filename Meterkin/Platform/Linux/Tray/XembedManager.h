@@ -2,6 +2,10 @@
 
 #include "Platform/Linux/X11/Selection.h"
 
+#include <QColor>
+
+#include <optional>
+
 /// The panel window that takes tray items on this X11 screen, as panels come and go: the manager of
 /// the System Tray Protocol Specification of freedesktop.org.
 class XembedManager : public QObject {
@@ -16,15 +20,30 @@ public:
     /// The visual that the panel wants its items to have, and its depth in bits.
     xcb_visualid_t visual() const { return m_visual; }
     quint8 depth() const { return m_depth; }
+    /// Whether the panel is upright, so that its items stand one above the other.
+    bool isVertical() const { return m_isVertical; }
+    /// What the panel draws texts in; absent when it does not tell.
+    const std::optional<QColor> &textColor() const { return m_textColor; }
 
 signals:
+    /// Another panel is there, or none, or the panel has turned.
     void windowChanged();
+    void colorsChanged();
 
 private:
+    void handleEvent(const xcb_generic_event_t *event);
+    void readAll();
+    /// The panel's property.
+    QList<quint32> words(const char *property, xcb_atom_t type);
     void readVisual();
+    /// Whether it is another one than before.
+    bool readOrientation();
+    void readColors();
 
     X11Connection &m_connection;
     X11Selection m_selection;
     xcb_visualid_t m_visual = 0;
     quint8 m_depth = 0;
+    bool m_isVertical = false;
+    std::optional<QColor> m_textColor;
 };

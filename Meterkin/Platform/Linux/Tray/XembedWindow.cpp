@@ -1,6 +1,7 @@
 #include "Platform/Linux/Tray/XembedWindow.h"
 
 #include <array>
+#include <span>
 #include <utility>
 
 // The messages and properties are those of the XEmbed Protocol Specification and of the System Tray
@@ -16,6 +17,22 @@ constexpr quint8 AlphaDepth = 32;
 /// The fields of WM_SIZE_HINTS up to the base size; all else is zero.
 using SizeHints = std::array<quint32, 18>;
 constexpr quint32 SizeHintMinimum = 1U << 4;
+
+/// The median of each part. A title covers less than half of its item, which leaves the panel.
+QColor middleColor(std::span<const QRgb> pixels)
+{
+    const auto middle = [&](int shift) {
+        std::array<std::size_t, 256> counts{};
+        for (const QRgb pixel : pixels)
+            ++counts[pixel >> shift & 0xff];
+        std::size_t passed = 0;
+        int value = 0;
+        while ((passed += counts[value]) * 2 < pixels.size())
+            ++value;
+        return value;
+    };
+    return QColor(middle(16), middle(8), middle(0), middle(24));
+}
 
 } // namespace
 
@@ -122,6 +139,39 @@ void XembedWindow::draw(const QImage &image, QPoint position)
 {
     takeParentBackground();
     m_picture.draw(image, position);
+}
+
+std::optional<QColor> XembedWindow::background(QSize size) const
+{
+    xcb_connection_t *xcb = m_connection.xcb();
+    // Not from the screen: a compositor may draw that by itself.
+    xcb_window_t panel = m_window;
+    while (const auto reply =
+               m_connection.awaitReply(xcb_query_tree_reply, xcb_query_tree(xcb, panel))) {
+        if (reply->parent == reply->root || reply->parent == XCB_WINDOW_NONE)
+            break;
+        panel = reply->parent;
+    }
+    const auto place = m_connection.awaitReply(
+        xcb_translate_coordinates_reply, xcb_translate_coordinates(xcb, m_window, panel, 0, 0));
+    if (!place)
+        return std::nullopt;
+    const auto width = static_cast<quint16>(size.width());
+    const auto height = static_cast<quint16>(size.height());
+    const auto image =
+        m_connection.awaitReply(xcb_get_image_reply,
+                                xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, panel, place->dst_x,
+                                              place->dst_y, width, height, ~0U));
+    if (!image)
+        return std::nullopt;
+    const auto *begin = reinterpret_cast<const QRgb *>(xcb_get_image_data(image.get()));
+    const std::span pixels(begin, xcb_get_image_data_length(image.get()) / sizeof(QRgb));
+    // Other servers than those of 32 bits for a pixel are history.
+    if (pixels.size() != static_cast<std::size_t>(width) * height)
+        return std::nullopt;
+    const QColor middle = middleColor(pixels);
+    const bool isOpaque = image->depth != AlphaDepth || middle.alpha() == 255;
+    return isOpaque ? std::optional(QColor::fromRgb(middle.rgb())) : std::nullopt;
 }
 
 void XembedWindow::takeParentBackground()

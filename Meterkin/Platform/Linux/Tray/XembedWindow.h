@@ -3,8 +3,11 @@
 #include "Platform/Linux/Tray/XembedManager.h"
 #include "Platform/Linux/X11/Picture.h"
 
+#include <QColor>
 #include <QRect>
 #include <QString>
+
+#include <optional>
 
 /// The item's own window, which an X11 panel takes into its own. Sizes are device pixels. Main
 /// thread only.
@@ -30,6 +33,9 @@ public:
     void setName(const QString &name);
     /// Clears it and draws over the panel's background.
     void draw(const QImage &image, QPoint position);
+    /// The panel's colour around what was drawn: one round trip for each window that it is in.
+    /// Absent while it is not in sight, and where the desktop shows through.
+    std::optional<QColor> background(QSize size) const;
     /// Lets the panel's own background show through where the window has no alpha channel.
     void takeParentBackground();
 

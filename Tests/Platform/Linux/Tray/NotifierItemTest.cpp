@@ -69,7 +69,7 @@ class NotifierItemTest : public QObject {
 private slots:
     void looksRight()
     {
-        for (const char *host : {".waybar-wrapped", "gnome-shell", "kded5"}) {
+        for (const char *host : {".waybar-wrapped", "gnome-shell", "swaybar"}) {
             Session s(host);
             QCOMPARE(s.panel.property(u"IconAccessibleDesc"_s), u"meterkin: 42%"_s);
             QCOMPARE(qdbus_cast<NotifierToolTip>(s.panel.property(u"ToolTip"_s)).text,

@@ -1,5 +1,8 @@
+#include "Model/TierColors.h"
 #include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemMenu.h"
+#include "Platform/Linux/Tray/TitleColor.h"
+#include "Support/Contrast.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"
 
@@ -34,17 +37,45 @@ class PanelWindowsTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void titleFillsASquare()
+    void titleIsLegibleInASquare()
     {
         QVERIFY(!m_painter.square({}, 0).isNull());
-        for (const QString &text : {u"7%"_s, u"12345 RPM"_s}) {
-            for (const int side : {16, 64}) {
+        for (const QString &text : {u"7%"_s, u"100%"_s, u"N/A"_s, u"1850 RPM"_s, u"12345 RPM"_s}) {
+            for (const int side : {17, 19, 22, 26, 64}) {
                 const QImage image = m_painter.square({text, Qt::red, text}, side);
-                const QRect ink =
-                    QRegion(QBitmap::fromImage(image.createAlphaMask())).boundingRect();
-                QVERIFY(ink.width() >= side * 6 / 10 && ink.height() >= side * 2 / 10);
+                const QRegion ink(QBitmap::fromImage(image.createAlphaMask()));
+                QVERIFY(ink.boundingRect().width() >= side * 6 / 10);
+                // In two lines the letters end where there is a gap between them.
+                int lines = 1;
+                for (int y = ink.boundingRect().top(); y < ink.boundingRect().bottom(); ++y)
+                    lines += ink.intersects(QRect(0, y, side, 1))
+                        && !ink.intersects(QRect(0, y + 1, side, 1));
+                QVERIFY2(ink.boundingRect().height() >= 7 * lines - 1, qPrintable(text));
             }
         }
+    }
+
+    void titleIsLegibleOnItsPanel()
+    {
+        for (const auto &[panel, isAsInTheDashboard] : {std::pair("#000000", true),
+                                                        {"#1c1c1f", true},
+                                                        {"#353535", false},
+                                                        {"#757575", false},
+                                                        {"#808080", false},
+                                                        {"#dcdcdc", false},
+                                                        {"#ffffff", false}}) {
+            for (const SystemColor color :
+                 {SystemColor::Green, SystemColor::Yellow, SystemColor::Red}) {
+                const QColor bright =
+                    QColor::fromRgb(tierColor(static_cast<ThresholdTier>(color), true));
+                const QColor shown = titleColor(color, QColor(panel));
+                QVERIFY2(contrast(shown, QColor(panel)) >= 4.5, panel);
+                QVERIFY(shown == bright || !isAsInTheDashboard);
+                QVERIFY(std::abs(shown.hslHue() - bright.hslHue()) < 20 || shown.hslHue() > 340);
+            }
+        }
+        for (const char *panel : {"#f6f5f4", "#eff0f1", "#1c1c1f", "#202428"})
+            QVERIFY(contrast(titleColor(SystemColor::Yellow, {}), QColor(panel)) >= 3.0);
     }
 
     void titleIsBlankWithoutAFont()

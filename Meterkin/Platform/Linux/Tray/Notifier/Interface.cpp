@@ -88,10 +88,11 @@ QList<NotifierPixmap> NotifierInterface::paint() const
     }
     QList<NotifierPixmap> pixmaps;
     for (const int side : squareSides) {
-        pixmaps.append(NotifierPixmap::fromImage(m_kind == NotifierHostKind::Label
-                                                     ? m_painter.symbol(title.color, side)
-                                                     : m_painter.square(title, side),
-                                                 title.color));
+        const QImage image = m_kind == NotifierHostKind::Label ? m_painter.symbol(title.color, side)
+                                                               : m_painter.square(title, side);
+        pixmaps.append(m_kind == NotifierHostKind::Premultiplied
+                           ? NotifierPixmap::fromImage(image)
+                           : NotifierPixmap::fromImage(image, title.color));
     }
     return pixmaps;
 }

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Tray/Notifier/Item.h"
 
+#include "Platform/Linux/Tray/TitleColor.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 
@@ -115,6 +116,22 @@ QRect NotifierItem::geometry() const
                  QSize(ClickedSize, ClickedSize));
 }
 
+std::optional<QColor> NotifierItem::background(LinuxDesktopAppearance::Scheme desktop) const
+{
+    using Scheme = LinuxDesktopAppearance::Scheme;
+    switch (m_watcher.host().background) {
+    case NotifierBackground::Black:
+        return Qt::black;
+    case NotifierBackground::AsDesktop:
+        if (desktop == Scheme::Dark || desktop == Scheme::Light)
+            return typicalBackground(desktop == Scheme::Dark);
+        break;
+    case NotifierBackground::Unknown:
+        break;
+    }
+    return std::nullopt;
+}
+
 void NotifierItem::handleWatcher()
 {
     if (!m_watcher.hasHost())
@@ -138,7 +155,7 @@ void NotifierItem::present()
     QDBusConnection connection = *m_bus.connection();
     m_name = newItemName();
     m_presentedTo = m_watcher.owner();
-    m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.hostKind(), m_content,
+    m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.host().kind, m_content,
                                                       [this] { return m_toolTipSource(); });
     m_menu = std::make_unique<NotifierMenu>();
     // Queued: the panel gets its reply before a window is built, and the objects may be deleted.

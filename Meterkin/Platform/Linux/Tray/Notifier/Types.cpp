@@ -23,6 +23,15 @@ NotifierPixmap NotifierPixmap::fromImage(const QImage &image, const QColor &colo
     return pixmap;
 }
 
+NotifierPixmap NotifierPixmap::fromImage(const QImage &image)
+{
+    NotifierPixmap pixmap{image.width(), image.height(),
+                          QByteArray(image.sizeInBytes(), Qt::Uninitialized)};
+    qToBigEndian<quint32>(image.constBits(), image.sizeInBytes() / qsizetype(sizeof(QRgb)),
+                          pixmap.data.data());
+    return pixmap;
+}
+
 QDBusArgument &operator<<(QDBusArgument &argument, const NotifierPixmap &pixmap)
 {
     argument.beginStructure();

@@ -21,6 +21,8 @@ struct NotifierPixmap {
     /// Of premultiplied ARGB in one colour, as TitlePainter draws it: only the alpha is read, which
     /// is much less work than to divide the colour by it.
     static NotifierPixmap fromImage(const QImage &image, const QColor &color);
+    /// Premultiplied as it is, for panels that do not multiply.
+    static NotifierPixmap fromImage(const QImage &image);
 };
 
 /// A tool tip on the bus, `(sa(iiay)ss)`.

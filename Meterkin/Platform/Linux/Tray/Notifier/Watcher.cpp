@@ -3,39 +3,12 @@
 #include "Platform/Linux/Tray/ProcessName.h"
 #include "Platform/Log.h"
 
-#include <array>
 #include <utility>
 
 namespace {
 
 const QString service = QStringLiteral("org.kde.StatusNotifierWatcher");
 const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
-
-struct KnownHost {
-    QLatin1StringView processNamePart;
-    NotifierHostKind kind;
-};
-
-// Parts of names: some systems wrap programs (".waybar-wrapped"), and the kernel keeps 15
-// characters.
-constexpr std::array knownHosts{
-    KnownHost{QLatin1StringView("waybar"), NotifierHostKind::Wide},
-    KnownHost{QLatin1StringView("gnome-shell"), NotifierHostKind::Label},
-    KnownHost{QLatin1StringView("ayatana-indicat"), NotifierHostKind::Label},
-    KnownHost{QLatin1StringView("indicator-appli"), NotifierHostKind::Label},
-    KnownHost{QLatin1StringView("unity-panel"), NotifierHostKind::Label},
-    KnownHost{QLatin1StringView("lxqt-panel"), NotifierHostKind::Titled},
-};
-
-/// By the name of the panel's process.
-NotifierHostKind kindOf(const QString &process)
-{
-    for (const KnownHost &host : knownHosts) {
-        if (process.contains(host.processNamePart))
-            return host.kind;
-    }
-    return NotifierHostKind::Square;
-}
 
 const char *description(NotifierHostKind kind)
 {
@@ -46,6 +19,7 @@ const char *description(NotifierHostKind kind)
         return "a panel known to show a label beside the picture";
     case NotifierHostKind::Square:
     case NotifierHostKind::Titled:
+    case NotifierHostKind::Premultiplied:
         break;
     }
     return "taken for a panel that squeezes pictures into squares";
@@ -87,7 +61,7 @@ void NotifierWatcher::setOwner(const QString &owner)
         return;
     m_owner = owner;
     m_query.cancel();
-    m_hostKind.reset();
+    m_host.reset();
     m_hostRegistered = false;
     update();
     query();
@@ -97,17 +71,18 @@ void NotifierWatcher::query()
 {
     if (m_owner.isEmpty())
         return;
-    if (!m_hostKind) {
-        m_query.send<uint>(
-            BusConnection::busCall(QStringLiteral("GetConnectionUnixProcessID")) << m_owner,
-            [this](const BusReply<uint> &reply) {
-                // After an error this is process 0, which has no name.
-                const QString process = processName(reply.value());
-                m_hostKind = kindOf(process);
-                qCDebug(logTray, "The StatusNotifierWatcher %s is \"%s\", %s",
-                        qUtf8Printable(m_owner), qUtf8Printable(process), description(*m_hostKind));
-                query();
-            });
+    if (!m_host) {
+        m_query.send<uint>(BusConnection::busCall(QStringLiteral("GetConnectionUnixProcessID"))
+                               << m_owner,
+                           [this](const BusReply<uint> &reply) {
+                               // After an error this is process 0, which has no name.
+                               const QString process = processName(reply.value());
+                               m_host = notifierHost(process);
+                               qCDebug(logTray, "The StatusNotifierWatcher %s is \"%s\", %s",
+                                       qUtf8Printable(m_owner), qUtf8Printable(process),
+                                       description(m_host->kind));
+                               query();
+                           });
         return;
     }
     // Repeated after any error: nothing else says when a watcher that starts, or hangs, is ready.
