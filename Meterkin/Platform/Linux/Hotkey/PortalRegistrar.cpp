@@ -63,6 +63,19 @@ const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcut &s
     return argument;
 }
 
+using PortalShortcuts = QList<PortalShortcut>;
+
+/// The shortcuts that a response lists, `a(sa{sv})` beside other results; none in any other form.
+PortalShortcuts listedShortcuts(const QDBusMessage &response)
+{
+    if (response.signature() != u"ua{sv}")
+        return {};
+    const auto results = qdbus_cast<QVariantMap>(response.arguments().at(1));
+    const auto list = results.value(QStringLiteral("shortcuts")).value<QDBusArgument>();
+    return list.currentSignature() == u"a(sa{sv})" ? qdbus_cast<PortalShortcuts>(list)
+                                                   : PortalShortcuts();
+}
+
 QDBusMessage portalCall(const QString &interface, const QString &method)
 {
     return QDBusMessage::createMethodCall(DesktopPortal::service, DesktopPortal::path, interface,
@@ -194,27 +207,34 @@ void PortalRegistrar::createSession()
     setObstacle(HotkeyObstacle::None); // until it answers
     m_step = Step::CreatingSession;
     QDBusMessage message = portalCall(shortcutsInterface, QStringLiteral("CreateSession"));
+    // With the shortcut: Plasma 5 takes it only here.
     message << QVariantMap{{QStringLiteral("handle_token"), createToken},
-                           {QStringLiteral("session_handle_token"), sessionToken}};
+                           {QStringLiteral("session_handle_token"), sessionToken},
+                           {QStringLiteral("shortcuts"), shortcuts()}};
     call(message, HotkeyObstacle::NoService);
 }
 
 void PortalRegistrar::bindShortcut()
 {
     m_step = Step::Binding;
+    QDBusMessage message = portalCall(shortcutsInterface, QStringLiteral("BindShortcuts"));
+    message << QDBusObjectPath(handle(sessionToken)) << shortcuts() << QString()
+            << QVariantMap{{QStringLiteral("handle_token"), bindToken}};
+    call(message, HotkeyObstacle::Refused);
+}
+
+/// The one that is wanted, as a value for the bus.
+QVariant PortalRegistrar::shortcuts() const
+{
     qDBusRegisterMetaType<PortalShortcut>();
-    qDBusRegisterMetaType<QList<PortalShortcut>>();
+    qDBusRegisterMetaType<PortalShortcuts>();
     PortalShortcut shortcut{
         shortcutName(m_combination),
         {{QStringLiteral("description"), QStringLiteral("Open the meterkin dashboard")}}};
     // Without a trigger the user can still choose one.
     if (const QString keys = trigger(); !keys.isEmpty())
         shortcut.properties.insert(QStringLiteral("preferred_trigger"), keys);
-    QDBusMessage message = portalCall(shortcutsInterface, QStringLiteral("BindShortcuts"));
-    message << QDBusObjectPath(handle(sessionToken))
-            << QVariant::fromValue(QList<PortalShortcut>{shortcut}) << QString()
-            << QVariantMap{{QStringLiteral("handle_token"), bindToken}};
-    call(message, HotkeyObstacle::Refused);
+    return QVariant::fromValue(PortalShortcuts{shortcut});
 }
 
 /// Triggers name symbols. Desktops expect the American ones where the layout has another script.
@@ -255,10 +275,26 @@ void PortalRegistrar::takeSessionResponse(const QDBusMessage &response)
 {
     if (!isFromPortal(response, Step::CreatingSession))
         return;
-    if (response.arguments().value(0) == QVariant(0U))
-        bindShortcut();
-    else
-        giveUp(HotkeyObstacle::Refused, "the desktop refuses a session for shortcuts");
+    if (response.arguments().value(0) != QVariant(0U))
+        return giveUp(HotkeyObstacle::Refused, "the desktop refuses a session for shortcuts");
+    for (const PortalShortcut &shortcut : listedShortcuts(response)) {
+        if (shortcut.id == shortcutName(m_combination))
+            return takeBound(shortcut.properties.value(QStringLiteral("trigger_description")));
+    }
+    bindShortcut();
+}
+
+/// The desktop has taken the shortcut with the session. To bind it as well would open the desktop's
+/// settings, even where the user has left it without keys there; keys can be given at any time.
+void PortalRegistrar::takeBound(const QVariant &keys)
+{
+    m_step = Step::Bound;
+    if (!keys.toString().isEmpty())
+        return;
+    qCWarning(logHotkey,
+              "The hot key does not work: the desktop has no keys for it; choose them in the "
+              "desktop's settings for shortcuts");
+    setObstacle(HotkeyObstacle::Refused);
 }
 
 void PortalRegistrar::takeBindResponse(const QDBusMessage &response)
@@ -280,6 +316,7 @@ void PortalRegistrar::handleActivation(const QDBusMessage &activation)
     if (!isFromPortal(activation, Step::Bound) || !m_pressed || session != handle(sessionToken)
         || arguments.value(1).toString() != shortcutName(m_combination))
         return;
+    setObstacle(HotkeyObstacle::None); // the user may have chosen keys since
     const auto pressed = m_pressed; // a copy, since it may bind another one
     pressed();
 }

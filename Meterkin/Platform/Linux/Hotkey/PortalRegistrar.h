@@ -43,6 +43,8 @@ private:
     void introduce();
     void createSession();
     void bindShortcut();
+    void takeBound(const QVariant &keys);
+    QVariant shortcuts() const;
     void giveUp(HotkeyObstacle obstacle, const char *reason);
     QString trigger() const;
     void call(const QDBusMessage &call, HotkeyObstacle onError);

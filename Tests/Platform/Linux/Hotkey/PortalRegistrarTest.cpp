@@ -4,6 +4,7 @@
 #include "Support/TestMain.h"
 
 #include <QDBusArgument>
+#include <QDBusMetaType>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -14,18 +15,46 @@ const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 constexpr HotkeyCombination ControlOptionM{46, CarbonModifier::control | CarbonModifier::option};
 constexpr HotkeyCombination CommandF5{96, CarbonModifier::command};
 
+struct Shortcut {
+    QString id;
+    QVariantMap properties;
+};
+
+QDBusArgument &operator<<(QDBusArgument &argument, const Shortcut &shortcut)
+{
+    argument.beginStructure();
+    argument << shortcut.id << shortcut.properties;
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, Shortcut &shortcut)
+{
+    argument.beginStructure();
+    argument >> shortcut.id >> shortcut.properties;
+    argument.endStructure();
+    return argument;
+}
+
 /// A portal with one shortcut at a time, whose answers the test holds back or spoils.
 struct ScriptedPortal : ScriptedService {
     QString failing; ///< the methods that are answered with an error
     QString holding; ///< the method whose response is not sent
     QString denying; ///< the method that the user says no to
+    std::optional<QString> listedKeys; ///< takes the shortcut with the session, with these keys
+    QString listedId; ///< of another shortcut, which is listed in its place
     QString client; ///< the last caller
     QString session = u"/none"_s;
     QString id; ///< of the shortcut
     QVariant trigger; ///< as it was last bound
     QString calls; ///< their methods
 
-    using ScriptedService::ScriptedService;
+    ScriptedPortal(const QDBusConnection &bus, const QString &name, const QString &path)
+        : ScriptedService(bus, name, path)
+    {
+        qDBusRegisterMetaType<Shortcut>();
+        qDBusRegisterMetaType<QList<Shortcut>>();
+    }
 
     bool isBound() const
     {
@@ -57,24 +86,37 @@ struct ScriptedPortal : ScriptedService {
             return connection.send(message.createErrorReply(QDBusError::UnknownMethod, u"no"_s));
         const QString folder = client.mid(1).replace(u'.', u'_') + u'/';
         const auto options = qdbus_cast<QVariantMap>(arguments.last());
+        QVariantMap results;
         if (method == u"BindShortcuts") {
             session = arguments.first().value<QDBusObjectPath>().path();
-            QVariantMap shortcut;
-            const auto list = arguments[1].value<QDBusArgument>();
-            list.beginArray();
-            list.beginStructure();
-            list >> id >> shortcut;
-            list.endStructure();
-            list.endArray();
-            trigger = shortcut[u"preferred_trigger"_s];
+            takeShortcut(arguments[1]);
+        } else if (method == u"CreateSession" && listedKeys) {
+            session = portalPath + u"/session/"_s + folder
+                + options[u"session_handle_token"_s].toString();
+            takeShortcut(options[u"shortcuts"_s]);
+            results[u"shortcuts"_s] = listed();
         }
         connection.send(message.createReply(QVariant::fromValue(QDBusObjectPath(u"/unused"_s))));
         if (options.contains(u"handle_token"_s) && method != holding)
             emitSignal(connection,
                        portalPath + u"/request/"_s + folder + options[u"handle_token"_s].toString(),
                        u"org.freedesktop.portal.Request"_s, u"Response"_s,
-                       {method == denying ? 1U : 0U, QVariantMap()});
+                       {method == denying ? 1U : 0U, results});
         return true;
+    }
+
+private:
+    void takeShortcut(const QVariant &list)
+    {
+        const Shortcut taken = qdbus_cast<QList<Shortcut>>(list).value(0);
+        id = taken.id;
+        trigger = taken.properties[u"preferred_trigger"_s];
+    }
+    QVariant listed() const
+    {
+        const QVariantMap properties{{u"trigger_description"_s, *listedKeys}};
+        return QVariant::fromValue(
+            QList<Shortcut>{{listedId.isEmpty() ? id : listedId, properties}});
     }
 };
 
@@ -133,6 +175,28 @@ private slots:
         s.portal->press();
         QTRY_COMPARE(s.portal->id, firstId);
         QVERIFY(s.pressWorks());
+    }
+
+    void takesWhatTheSessionBrought()
+    {
+        Session s;
+        s.openPortal();
+        for (const auto &[keys, id, calls, obstacle] :
+             {std::tuple(u"Ctrl+Alt+M"_s, QString(), u"Register CreateSession "_s,
+                         HotkeyObstacle::None),
+              {QString(), QString(), u"Register CreateSession "_s, HotkeyObstacle::Refused},
+              {u"Ctrl+Alt+M"_s, u"another"_s, u"Register CreateSession BindShortcuts "_s,
+               HotkeyObstacle::None}}) {
+            s.portal->calls.clear();
+            s.portal->listedKeys = keys;
+            s.portal->listedId = id;
+            s.bind(ControlOptionM);
+            QTRY_COMPARE(s.portal->calls, calls);
+            QTRY_COMPARE(s.hotkey.obstacle(), obstacle);
+            QVERIFY(s.pressWorks()); // with keys that the user has chosen later, too
+            QCOMPARE(s.hotkey.obstacle(), HotkeyObstacle::None);
+            QCOMPARE(s.portal->trigger, u"CTRL+ALT+m"_s);
+        }
     }
 
     void cancelsWhatIsUnderWay()
