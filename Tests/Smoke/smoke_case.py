@@ -11,16 +11,13 @@ from typing import NamedTuple, Optional
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 from made_up_hardware import Hardware  # noqa: E402, F401  (the cases take it from here)
 from panels import NOTIFIER, PANELS  # noqa: E402
-from private_desktop import Desktop, PATIENCE, WATCHER  # noqa: E402
+from private_desktop import Desktop, WATCHER  # noqa: E402
+from private_home import PATIENCE  # noqa: E402
 from x_display import Window  # noqa: E402
 
 FULL = os.environ.get("METERKIN_SMOKE") == "full"
 LABEL = "meterkin: "
 BACK_WITHIN = 2.0       # seconds until the item stands in a tray that is there
-# starts nothing, whatever is installed, and lets everybody do everything
-BUS = """<busconfig><type>session</type><listen>unix:dir={}</listen><auth>EXTERNAL</auth>
-<policy context="default"><allow user="*"/><allow own="*"/><allow eavesdrop="true"/>
-<allow send_destination="*" eavesdrop="true"/></policy></busconfig>"""
 HUES = {"green": (85, 165), "yellow": (30, 70), "red": (-25, 20)}     # degrees
 
 
@@ -126,11 +123,7 @@ class SmokeCase(unittest.TestCase):
     def start_bare_bus(self, kind, *service):
         """A "session" or "system" bus, and what a file beside this one, with its arguments, is on
         it."""
-        settings = self.desktop.folder / f"{kind}-bus.conf"
-        settings.write_text(BUS.format(self.desktop.folder))
-        _, self.desktop.environment[f"DBUS_{kind.upper()}_BUS_ADDRESS"] = self.desktop.answer(
-            ["dbus-daemon", f"--config-file={settings}", "--nofork", "--nopidfile",
-             "--print-address={fd}"], f"{kind}-bus")
+        self.desktop.start_bus(kind)
         if service:
             file = Path(__file__).with_name(service[0])
             self.desktop.spawn(["/usr/bin/python3", "-B", str(file), *service[1:]], file.stem)
