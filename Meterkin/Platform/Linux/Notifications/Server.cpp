@@ -1,5 +1,6 @@
 #include "Platform/Linux/Notifications/Server.h"
 
+#include "Platform/Linux/ActivationToken.h"
 #include "Platform/Linux/Notifications/Image.h"
 #include "Platform/Log.h"
 
@@ -37,6 +38,8 @@ NotificationServer::NotificationServer(BusConnection &bus, const QString &owner,
     // From any sender: to name it here would mean to wait for the bus.
     connection.connect(QString(), path, Service, QStringLiteral("ActionInvoked"), this,
                        SLOT(handleAction(QDBusMessage)));
+    connection.connect(QString(), path, Service, QStringLiteral("ActivationToken"), this,
+                       SLOT(takeActivationToken(QDBusMessage)));
     connection.connect(QString(), path, Service, QStringLiteral("NotificationClosed"), this,
                        SLOT(handleClosed(QDBusMessage)));
 }
@@ -97,15 +100,27 @@ void NotificationServer::handleAction(const QDBusMessage &message)
 {
     if (message.service() != m_owner || message.signature() != u"us")
         return;
-    const uint number = message.arguments()[0].toUInt();
-    if (number == 0 || message.arguments()[1] != defaultAction)
-        return;
+    const std::optional<QString> identifier = listed(message.arguments()[0].toUInt());
+    if (identifier && message.arguments()[1] == defaultAction)
+        emit clicked(*identifier);
+}
+
+/// Comes before the action.
+void NotificationServer::takeActivationToken(const QDBusMessage &message)
+{
+    if (message.service() == m_owner && message.signature() == u"us"
+        && listed(message.arguments()[0].toUInt()))
+        acceptActivationToken(message.arguments()[1].toString());
+}
+
+/// The identifier of our notification with that number.
+std::optional<QString> NotificationServer::listed(uint number) const
+{
     for (const auto &[identifier, listing] : m_listings) {
-        if (listing.number == number) {
-            emit clicked(QString(identifier)); // what it opens may change the map
-            return;
-        }
+        if (number != 0 && listing.number == number)
+            return identifier;
     }
+    return std::nullopt;
 }
 
 void NotificationServer::handleClosed(const QDBusMessage &message)

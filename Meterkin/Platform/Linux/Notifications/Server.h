@@ -29,6 +29,7 @@ signals:
 
 private slots:
     void handleAction(const QDBusMessage &message);
+    void takeActivationToken(const QDBusMessage &message);
     void handleClosed(const QDBusMessage &message);
 
 private:
@@ -44,6 +45,7 @@ private:
 
     void askForCapabilities();
     void postNext(const QString &identifier, const Capabilities &capabilities);
+    std::optional<QString> listed(uint number) const;
     QDBusMessage methodCall(const QString &method) const;
 
     BusConnection &m_bus;

@@ -1,5 +1,7 @@
 #include "Platform/Linux/Tray/Notifier/Interface.h"
 
+#include "Platform/Linux/ActivationToken.h"
+
 #include <array>
 #include <utility>
 
@@ -121,4 +123,7 @@ void NotifierInterface::ContextMenu(int x, int y)
 
 void NotifierInterface::Scroll(int, const QString &) { }
 
-void NotifierInterface::ProvideXdgActivationToken(const QString &) { }
+void NotifierInterface::ProvideXdgActivationToken(const QString &token)
+{
+    acceptActivationToken(token);
+}
