@@ -15,3 +15,15 @@ bool isComposited(X11Connection &connection)
     return QGuiApplication::platformName() == u"wayland"
         || (connection.isOpen() && x11SelectionOwner(connection, "_NET_WM_CM") != XCB_WINDOW_NONE);
 }
+
+bool mayBypassWindowManager(X11Connection &connection)
+{
+    if (!isOnX11(connection))
+        return false;
+    if (!connection.isXwayland())
+        return true;
+    // "_NET_SUPPORTING_WM_CHECK" in the Extended Window Manager Hints
+    const QList<quint32> manager = connection.words(
+        connection.screen().root, connection.atom("_NET_SUPPORTING_WM_CHECK"), XCB_ATOM_WINDOW);
+    return !manager.isEmpty() && connection.text(manager.first(), "_NET_WM_NAME") == "wlroots wm";
+}

@@ -1,25 +1,20 @@
 #include "Platform/Linux/Windows/PopoverContainer.h"
 
+#include "Platform/Linux/ActivationToken.h"
 #include "Platform/Linux/Windows/DisplayServer.h"
 #include "Platform/Linux/Windows/Panels.h"
+#include "Platform/Linux/Windows/X11Properties.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 
 #include <QCursor>
 #include <QGuiApplication>
 
-#include <xcb/shape.h>
-
 #include <utility>
 
 namespace {
 
 constexpr int ForgetMilliseconds = 20000;
-
-QRect scaled(const QRect &logical, qreal factor)
-{
-    return QRectF(QPointF(logical.topLeft()) * factor, QSizeF(logical.size()) * factor).toRect();
-}
 
 } // namespace
 
@@ -98,12 +93,13 @@ void LinuxPopoverContainer::show(const QRect &item)
 void LinuxPopoverContainer::showWindow()
 {
     const bool isOnScreen = m_window->isExposed(); // its animation out has not ended
+    if (!m_bypassesWindowManager && !isOnScreen && isOnX11(m_connection))
+        skipX11TaskBar(m_connection, *m_window);
     m_window->show();
     m_window->raise();
     m_window->animateIn();
-    if (bypassesWindowManager())
-        m_presses.start(QRect());
-    else
+    watchPresses();
+    if (!m_bypassesWindowManager)
         m_window->requestActivate();
     if (isOnScreen)
         handleExposure();
@@ -115,29 +111,24 @@ void LinuxPopoverContainer::close()
     if (!m_isShown)
         return;
     m_focus.giveBack();
+    spendActivationToken(*m_window);
     startClosing();
-}
-
-bool LinuxPopoverContainer::bypassesWindowManager() const
-{
-    // Not under Xwayland: it reports no presses on Wayland surfaces, and the compositor moves the
-    // keyboard focus only to and from windows that it manages.
-    return isOnX11(m_connection) && !m_connection.isXwayland();
 }
 
 void LinuxPopoverContainer::makeWindow(FrameStyle style)
 {
     m_focus.giveBack();
     forgetWindow();
+    m_bypassesWindowManager = mayBypassWindowManager(m_connection);
     LayerShell *shell = layerShell();
     const bool hasLayers = shell != nullptr && shell->isAvailable().value_or(false);
     qCDebug(logWindows, "popover: %s, %s",
-            bypassesWindowManager() ? "on X11, past the window manager"
+            m_bypassesWindowManager ? "on X11, past the window manager"
                 : hasLayers         ? "in the compositor's layer shell"
                                     : "placed and focused by the compositor",
             style == FrameStyle::Rounded ? "transparent" : "opaque, since nothing composites");
     // On X11 no tool or menu: some compositors refuse the keyboard to these.
-    const Qt::WindowFlags flags = bypassesWindowManager() || hasLayers
+    const Qt::WindowFlags flags = m_bypassesWindowManager || hasLayers
         ? Qt::Window | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint
         : Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint;
     std::unique_ptr<QQuickItem> content = m_make();
@@ -158,7 +149,10 @@ void LinuxPopoverContainer::makeWindow(FrameStyle style)
         connect(m_layer.get(), &PopoverLayer::dismissed, this,
                 &LinuxPopoverContainer::startClosing);
     }
-    if (!bypassesWindowManager()) {
+    // The window manager may have moved it.
+    connect(m_window.get(), &QWindow::xChanged, this, &LinuxPopoverContainer::watchPresses);
+    connect(m_window.get(), &QWindow::yChanged, this, &LinuxPopoverContainer::watchPresses);
+    if (!m_bypassesWindowManager) {
         connect(m_window.get(), &QWindow::activeChanged, this, [this] {
             if (!m_window->isActive())
                 closeByPress(std::nullopt);
@@ -197,57 +191,59 @@ void LinuxPopoverContainer::place()
     if (!m_window || !m_screen)
         return;
     m_window->place(placePopover(m_surroundings, m_window->contentSize()), *m_screen);
-    if (!bypassesWindowManager()) {
+    if (!m_bypassesWindowManager) {
         // Tiling compositors let windows of a fixed size float.
         m_window->setMinimumSize(m_window->size());
         m_window->setMaximumSize(m_window->size());
+        if (isOnX11(m_connection))
+            setX11FrameExtents(m_connection, *m_window, QMargins() + m_window->margin());
     }
     limitInputToFrame();
 }
 
 void LinuxPopoverContainer::handleExposure()
 {
-    if (bypassesWindowManager() && m_isShown && std::exchange(m_isFocusDue, false))
+    if (!m_bypassesWindowManager || !m_isShown || !std::exchange(m_isFocusDue, false))
+        return;
+    if (m_connection.isXwayland())
+        m_window->setKeyboardGrabEnabled(true); // the focus is the compositor's
+    else
         m_focus.take(static_cast<xcb_window_t>(m_window->winId()));
 }
 
 void LinuxPopoverContainer::limitInputToFrame()
 {
     const QRect frame = m_window->frameRect();
-    if (!isOnX11(m_connection)) {
-        // On Wayland a mask limits only the input.
-        if (QGuiApplication::platformName() == u"wayland")
-            m_window->setMask(frame);
-        return;
-    }
-    const QRect native = scaled(frame, m_window->devicePixelRatio());
-    const xcb_rectangle_t rectangle{
-        static_cast<qint16>(native.x()), static_cast<qint16>(native.y()),
-        static_cast<quint16>(native.width()), static_cast<quint16>(native.height())};
-    // On Qt's connection, in the order of its own requests: before the window is mapped.
-    auto *qtConnection =
-        qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    if (const auto *shape = xcb_get_extension_data(qtConnection, &xcb_shape_id);
-        shape == nullptr || !shape->present) {
-        qCDebug(logWindows,
-                "The X server lacks the SHAPE extension: clicks on the popover's shadow "
-                "do not reach the windows below");
-        return;
-    }
-    xcb_shape_rectangles(qtConnection, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
-                         XCB_CLIP_ORDERING_UNSORTED, static_cast<xcb_window_t>(m_window->winId()),
-                         0, 0, 1, &rectangle);
+    if (isOnX11(m_connection))
+        setX11InputRegion(*m_window, frame);
+    else if (QGuiApplication::platformName() == u"wayland")
+        m_window->setMask(frame); // there a mask limits only the input
+}
+
+/// Device pixels.
+QRect LinuxPopoverContainer::frameOnRoot() const
+{
+    const QRect frame = m_window->frameRect();
+    const qreal scale = m_window->devicePixelRatio();
+    return QRect(nativePosition(m_window->position() + frame.topLeft(), *m_screen),
+                 (QSizeF(frame.size()) * scale).toSize());
+}
+
+void LinuxPopoverContainer::watchPresses()
+{
+    if (m_isShown && m_screen && isOnX11(m_connection))
+        m_presses.start(frameOnRoot());
 }
 
 void LinuxPopoverContainer::handlePress()
 {
-    if (!m_isShown || !bypassesWindowManager())
+    if (!m_isShown)
         return;
-    const X11Presses::Pointer pointer =
-        m_presses.pointer(static_cast<xcb_window_t>(m_window->winId()));
-    if (scaled(m_window->frameRect(), m_window->devicePixelRatio()).contains(pointer.inWindow))
-        return;
-    closeByPress(logicalPosition(pointer.onRoot));
+    if (m_connection.isXwayland()) // no click on the item follows
+        return startClosing();
+    const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
+    if (!frameOnRoot().contains(pointer.onRoot))
+        closeByPress(logicalPosition(pointer.onRoot));
 }
 
 void LinuxPopoverContainer::handleFocusLoss()
@@ -275,6 +271,7 @@ void LinuxPopoverContainer::startClosing()
     if (!std::exchange(m_isShown, false))
         return;
     m_isFocusDue = false;
+    m_window->setKeyboardGrabEnabled(false);
     m_presses.stop();
     m_window->animateOut();
 }

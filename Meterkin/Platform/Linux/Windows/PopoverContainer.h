@@ -12,8 +12,8 @@
 #include <QTimer>
 
 /// The popover of a Linux desktop. On X11 it bypasses the window manager: it places itself and
-/// takes the keyboard focus. Under Xwayland it requests both. On Wayland it does so where the
-/// compositor has a layer shell; else the compositor places it.
+/// takes the keyboard focus. Under Xwayland it requests both from most compositors. On Wayland it
+/// does so where the compositor has a layer shell; else the compositor places it.
 /// Window and content exist from the first show until some time after the last.
 class LinuxPopoverContainer : public QObject, public PopoverContainer {
     Q_OBJECT
@@ -30,14 +30,14 @@ public:
     void close() override;
 
 private:
-    /// Which makes it exact and quick on X11.
-    bool bypassesWindowManager() const;
     void makeWindow(FrameStyle style);
     void showWindow();
     void findSurroundings(const QRect &item);
     void place();
     /// Presses on the shadow go to the windows below.
     void limitInputToFrame();
+    QRect frameOnRoot() const;
+    void watchPresses();
     void handleExposure();
     void handlePress();
     void handleFocusLoss();
@@ -60,6 +60,7 @@ private:
     QElapsedTimer m_clock;
     QTimer m_placeSoon;
     QTimer m_forgetLater;
+    bool m_bypassesWindowManager = false; ///< which makes it exact and quick
     bool m_isShown = false;
     bool m_isFocusDue = false; ///< to be taken as soon as the window is on the screen
 };

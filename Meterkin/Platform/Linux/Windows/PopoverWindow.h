@@ -21,6 +21,8 @@ public:
     QSize contentSize() const;
     /// Fits frame and content into a place on that screen.
     void place(const PopoverPlace &place, QScreen &screen);
+    /// Between the visible frame and the window's edges, logical pixels.
+    int margin() const { return m_frame->margin(); }
     /// The visible frame within the window, logical pixels.
     QRect frameRect() const;
 

@@ -61,6 +61,18 @@ QList<quint32> X11Connection::words(xcb_window_t window, xcb_atom_t property, xc
     return QList<quint32>(begin, begin + xcb_get_property_value_length(reply.get()) / 4);
 }
 
+QByteArray X11Connection::text(xcb_window_t window, const QByteArray &property)
+{
+    constexpr quint32 MostWords = 64;
+    const auto reply = awaitReply(xcb_get_property_reply,
+                                  xcb_get_property(m_connection, 0, window, atom(property),
+                                                   atom("UTF8_STRING"), 0, MostWords));
+    if (!reply || reply->format != 8)
+        return {};
+    return QByteArray(static_cast<const char *>(xcb_get_property_value(reply.get())),
+                      xcb_get_property_value_length(reply.get()));
+}
+
 bool X11Connection::isAccepted(xcb_void_cookie_t request)
 {
     const XcbReply<xcb_generic_error_t> error(xcb_request_check(m_connection, request));

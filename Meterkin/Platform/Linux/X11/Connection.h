@@ -58,6 +58,8 @@ public:
     xcb_atom_t atom(const QByteArray &name);
     /// The first 64 words of a property; empty when it is missing or not of 32-bit words.
     QList<quint32> words(xcb_window_t window, xcb_atom_t property, xcb_atom_t type);
+    /// The first bytes of a property in UTF-8; empty when it is missing or of another type.
+    QByteArray text(xcb_window_t window, const QByteArray &property);
 
 signals:
     void eventReceived(const xcb_generic_event_t *event);

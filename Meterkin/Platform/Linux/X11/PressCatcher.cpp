@@ -9,6 +9,10 @@ namespace {
 
 constexpr quint8 TransparentDepth = 32;
 
+// Compositors take a window of exactly the screen's size for a program in full screen: GNOME hides
+// its panel.
+constexpr int Excess = 1; // pixels beyond each edge
+
 /// A visual with an alpha channel; 0 when the server has none.
 xcb_visualid_t alphaVisual(const xcb_screen_t &screen)
 {
@@ -46,14 +50,23 @@ void X11PressCatcher::open(const QRect &hole)
         create();
     if (m_window == XCB_WINDOW_NONE)
         return;
+    // The screen's size may have changed since the connection was made.
+    const auto root = m_connection.awaitReply(
+        xcb_get_geometry_reply, xcb_get_geometry(m_connection.xcb(), m_connection.screen().root));
+    if (!root)
+        return;
+    const std::array<quint32, 2> size{root->width + 2U * Excess, root->height + 2U * Excess};
+    xcb_configure_window(m_connection.xcb(), m_window,
+                         XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT, size.data());
     // Above, beside and below the hole.
-    const xcb_screen_t &screen = m_connection.screen();
-    const int right = hole.left() + hole.width();
-    const int bottom = hole.top() + hole.height();
-    const std::array around{rectangle(0, 0, screen.width_in_pixels, hole.top()),
-                            rectangle(0, hole.top(), hole.left(), bottom),
-                            rectangle(right, hole.top(), screen.width_in_pixels, bottom),
-                            rectangle(0, bottom, screen.width_in_pixels, screen.height_in_pixels)};
+    const QRect inside = hole.translated(Excess, Excess);
+    const auto width = static_cast<int>(size[0]);
+    const auto height = static_cast<int>(size[1]);
+    const int right = inside.left() + inside.width();
+    const int bottom = inside.top() + inside.height();
+    const std::array around{
+        rectangle(0, 0, width, inside.top()), rectangle(0, inside.top(), inside.left(), bottom),
+        rectangle(right, inside.top(), width, bottom), rectangle(0, bottom, width, height)};
     xcb_shape_rectangles(m_connection.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT,
                          XCB_CLIP_ORDERING_UNSORTED, m_window, 0, 0, around.size(), around.data());
     if (isNew)
@@ -86,9 +99,13 @@ void X11PressCatcher::create()
     const std::array<quint32, 5> values{transparent, transparent, bypassesWindowManager,
                                         XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE,
                                         m_colormap};
-    xcb_create_window(xcb, TransparentDepth, m_window, screen.root, 0, 0, screen.width_in_pixels,
-                      screen.height_in_pixels, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
+    xcb_create_window(xcb, TransparentDepth, m_window, screen.root, -Excess, -Excess, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, visual,
                       XCB_CW_BACK_PIXEL | XCB_CW_BORDER_PIXEL | XCB_CW_OVERRIDE_REDIRECT
                           | XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
                       values.data());
+    // A kind of window to which no compositor gives the keyboard.
+    const xcb_atom_t kind = m_connection.atom("_NET_WM_WINDOW_TYPE_NOTIFICATION");
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window,
+                        m_connection.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM, 32, 1, &kind);
 }
