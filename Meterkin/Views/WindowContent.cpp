@@ -95,6 +95,28 @@ private:
     QMetaObject::Connection m_screenChange;
 };
 
+/// Keeps a window in the colour of its content. Belongs to the content.
+class WindowColor : public QObject {
+    Q_OBJECT
+
+public:
+    WindowColor(QQuickWindow &window, QQuickItem &content)
+        : QObject(&content)
+        , m_window(window)
+        , m_content(content)
+    {
+        connect(&content, SIGNAL(colorChanged()), this, SLOT(apply()));
+        apply();
+    }
+
+private slots:
+    void apply() { m_window.setColor(m_content.property("color").value<QColor>()); }
+
+private:
+    QQuickWindow &m_window;
+    QQuickItem &m_content;
+};
+
 void layOut(QQuickItem &item)
 {
     // Rows and columns need the sizes of their children first.
@@ -114,8 +136,15 @@ void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize
     new WindowFit(window, *item, least); // belongs to the window
 }
 
+void followColor(QQuickWindow &window, QQuickItem &content)
+{
+    new WindowColor(window, content); // belongs to the content
+}
+
 QSize wantedSize(QQuickItem &item)
 {
     layOut(item);
     return QSize(qCeil(item.implicitWidth()), qCeil(item.implicitHeight())).expandedTo(QSize(1, 1));
 }
+
+#include "WindowContent.moc"

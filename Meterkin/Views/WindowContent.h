@@ -11,6 +11,10 @@
 /// frame leave of the screen, whose changes are followed, too. The window owns the content.
 void fillWindow(QQuickWindow &window, std::unique_ptr<QQuickItem> content, QSize least);
 
+/// Gives the window its content's property `color`, now and whenever that changes. The content has
+/// a signal for it and belongs to the window.
+void followColor(QQuickWindow &window, QQuickItem &content);
+
 /// The size that the item asks for, in whole logical pixels, at least 1 by 1. Laid out at once
 /// rather than before the next frame.
 QSize wantedSize(QQuickItem &item);

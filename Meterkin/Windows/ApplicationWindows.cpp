@@ -114,7 +114,7 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow()
     auto window = std::make_unique<QQuickWindow>();
     window->setTitle(QStringLiteral("meterkin Settings"));
     window->setIcon(applicationIcon());
-    window->setColor(view->property("color").value<QColor>());
+    followColor(*window, *view);
     m_system->windowStyle().makeTitled(*window);
     connect(window.get(), &QQuickWindow::visibleChanged, this, [this, made = window.get()] {
         if (made->isVisible() || made != m_settingsWindow.get())

@@ -1,13 +1,21 @@
 #include "Platform/Linux/Windows/WindowStyle.h"
 
 #include "Platform/Linux/Windows/DisplayServer.h"
+#include "Platform/Linux/Windows/X11Properties.h"
 
 #include <QEvent>
+#include <QGuiApplication>
+#include <QPalette>
 #include <QQuickWindow>
 
 namespace {
 
 constexpr quint32 EveryDesktop = 0xffffffff;
+
+constexpr int MiddleLightness = 128;
+constexpr QColor LightTitle(0xf2, 0xf2, 0xf4);
+constexpr QColor DarkTitle(0x1d, 0x1d, 0x1f);
+constexpr QColor DimmedTitle(0x8a, 0x8a, 0x8e); // of a window that is not active
 
 } // namespace
 
@@ -22,6 +30,8 @@ void LinuxWindowStyle::makeTitled(QQuickWindow &window)
     // Window managers neither tile nor minimise a dialog.
     window.setFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint
                     | Qt::WindowCloseButtonHint);
+    disconnect(&window, &QQuickWindow::colorChanged, this, nullptr); // where it is made again
+    connect(&window, &QQuickWindow::colorChanged, this, [this, &window] { colorTitleBar(window); });
 }
 
 WindowStyle::TitleBar LinuxWindowStyle::makeOnboarding(QQuickWindow &window)
@@ -32,6 +42,28 @@ WindowStyle::TitleBar LinuxWindowStyle::makeOnboarding(QQuickWindow &window)
     return TitleBar::None;
 }
 
+/// Light or dark, as the window is.
+void LinuxWindowStyle::colorTitleBar(QQuickWindow &window)
+{
+    const bool isDark = window.color().lightness() < MiddleLightness;
+    if (isOnX11(m_connection)) {
+        if (window.handle() != nullptr)
+            setX11DarkTitleBar(m_connection, window, isDark);
+        return;
+    }
+    // Where the compositor draws none, Qt does, in the colours that the palette has by then.
+    QPalette palette = QGuiApplication::palette();
+    palette.setColor(QPalette::Window, window.color());
+    palette.setColor(QPalette::WindowText, isDark ? LightTitle : DarkTitle);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, DimmedTitle);
+    QGuiApplication::setPalette(palette);
+    if (window.frameMargins().isNull())
+        return;
+    const Qt::WindowFlags flags = window.flags();
+    window.setFlags(flags | Qt::FramelessWindowHint);
+    window.setFlags(flags);
+}
+
 void LinuxWindowStyle::present(QQuickWindow &window)
 {
     const bool isInSight = window.isVisible() && isOnPresentWorkspace(window);
@@ -39,6 +71,8 @@ void LinuxWindowStyle::present(QQuickWindow &window)
         // Shown again, it is a new window to the desktop, which puts those on the present
         // workspace.
         window.hide();
+        window.create();
+        colorTitleBar(window);
         window.setPosition(window.position()); // else the window manager chooses another place
         window.showNormal();
     }

@@ -21,6 +21,7 @@ protected:
 
 private:
     bool isOnPresentWorkspace(const QQuickWindow &window) const;
+    void colorTitleBar(QQuickWindow &window);
     void demandFocus(const QQuickWindow &window);
 
     X11Connection &m_connection;

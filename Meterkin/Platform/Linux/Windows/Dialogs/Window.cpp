@@ -29,7 +29,7 @@ DialogWindow::DialogWindow(const QString &view, const QVariantMap &properties, c
     m_window->setTitle(title);
     m_window->setIcon(applicationIcon());
     m_style.makeTitled(*m_window);
-    m_window->setColor(content->property("color").value<QColor>());
+    followColor(*m_window, *content);
     connect(content.get(), SIGNAL(closeRequested()), m_window.get(), SLOT(close()));
     connect(m_window.get(), SIGNAL(closing(QQuickCloseEvent *)), this, SIGNAL(closed()));
     fillWindow(*m_window, std::move(content), QSize());
