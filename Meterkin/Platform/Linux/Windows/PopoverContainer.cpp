@@ -86,7 +86,7 @@ void LinuxPopoverContainer::show(const QRect &item)
     } else if (m_layer->isOpen()) { // its animation out has not ended
         m_window->animateIn();
     } else {
-        m_layer->open(item);
+        m_layer->open(m_seenItem.isEmpty() ? item : m_seenItem);
     }
 }
 
@@ -279,10 +279,13 @@ void LinuxPopoverContainer::startClosing()
 void LinuxPopoverContainer::handleHidden()
 {
     m_focus.giveBack();
-    if (m_layer)
+    if (m_layer) {
+        if (!m_layer->seenItem().isEmpty())
+            m_seenItem = m_layer->seenItem();
         m_layer->close();
-    else
+    } else {
         m_window->hide();
+    }
     m_forgetLater.start();
 }
 

@@ -52,6 +52,7 @@ private:
     MakeContent m_make;
     std::unique_ptr<PopoverWindow> m_window;
     std::unique_ptr<PopoverLayer> m_layer; ///< of the window, where there is a layer shell
+    QRect m_seenItem; ///< by the layer: some panels tell nonsense; empty until it was
     PopoverSurroundings m_surroundings;
     QPointer<QScreen> m_screen; ///< with the item
     QMetaObject::Connection m_screenChange;

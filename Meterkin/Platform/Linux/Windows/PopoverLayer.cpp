@@ -3,37 +3,11 @@
 #include <QGuiApplication>
 #include <QRasterWindow>
 
-#include <algorithm>
-#include <limits>
-
 namespace {
 
-/// Null where several screens may be meant: some panels count from their own screen's corner.
-QScreen *screenOf(const QRect &item)
-{
-    const QList<QScreen *> screens = QGuiApplication::screens();
-    if (screens.size() == 1)
-        return screens.first();
-    QScreen *screen = item.isEmpty() ? nullptr : QGuiApplication::screenAt(item.center());
-    const auto canBeOn = [&item](const QScreen *one) {
-        return QRect(QPoint(), one->size()).contains(item.center());
-    };
-    return std::none_of(screens.begin(), screens.end(), canBeOn) ? screen : nullptr;
-}
-
-/// Of a screen that has that much room beside its panels, the one with the least beside that.
-QScreen *likelyScreen(QSize free)
-{
-    const auto rest = [free](const QScreen *screen) {
-        const QSize taken = screen->size() - free;
-        return taken.width() < 0 || taken.height() < 0 ? std::numeric_limits<int>::max()
-                                                       : taken.width() + taken.height();
-    };
-    const QList<QScreen *> screens = QGuiApplication::screens();
-    return *std::min_element(
-        screens.begin(), screens.end(),
-        [rest](const QScreen *one, const QScreen *other) { return rest(one) < rest(other); });
-}
+// From the first backdrop on the screen: it is told at once where there is a pointer.
+constexpr std::chrono::milliseconds PointerPatience{300};
+constexpr QSize PointerSize(1, 1);
 
 /// The part without panels, when only its size is known: they are where the item is. Without one
 /// they are at the top and the left.
@@ -52,36 +26,51 @@ QRect freePart(const QRect &screen, QSize free, const QRect &item)
 /// Takes the presses on a screen.
 class PopoverLayer::Backdrop : public QRasterWindow {
 public:
-    Backdrop(PopoverLayer &layer, QScreen *screen)
+    Backdrop(PopoverLayer &layer, QScreen &screen)
         : m_layer(layer)
+        , m_surface(layer.m_shell.makeSurface(*this, LayerShell::Kind::Backdrop))
     {
         QSurfaceFormat format;
         format.setAlphaBufferSize(8);
         setFormat(format);
         setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
         resize(1, 1);
-        m_surface = layer.m_shell.makeSurface(*this, LayerShell::Kind::Backdrop);
         connect(m_surface.get(), &LayerSurface::measured, this, [this](QSize size) {
             m_surface->place(
                 {Qt::TopEdge | Qt::LeftEdge | Qt::BottomEdge | Qt::RightEdge, {}, size});
         });
-        connect(m_surface.get(), &LayerSurface::ready, this, &QWindow::show);
-        m_surface->open(screen);
+        connect(m_surface.get(), &LayerSurface::ready, this, [this] {
+            show();
+            if (m_layer.m_screen == nullptr)
+                m_layer.m_pointerPatience.start();
+        });
+        m_surface->open(&screen);
     }
 
 protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() == QEvent::Enter)
+            m_layer.findPointer(*screen(), static_cast<QEnterEvent *>(event)->position().toPoint());
+        return QRasterWindow::event(event);
+    }
+
     void mousePressEvent(QMouseEvent * /*event*/) override { emit m_layer.dismissed(); }
 
 private:
     PopoverLayer &m_layer;
-    std::unique_ptr<LayerSurface> m_surface;
+    const std::unique_ptr<LayerSurface> m_surface;
 };
 
 PopoverLayer::PopoverLayer(LayerShell &shell, PopoverWindow &window)
-    : m_window(window)
+    : m_shell(shell)
+    , m_window(window)
     , m_surface(shell.makeSurface(window, LayerShell::Kind::Transient))
-    , m_shell(shell)
 {
+    m_pointerPatience.setSingleShot(true);
+    m_pointerPatience.setInterval(PointerPatience);
+    connect(&m_pointerPatience, &QTimer::timeout, this,
+            [this] { openOn(QGuiApplication::screenAt(m_item.center())); });
     connect(m_surface.get(), &LayerSurface::measured, this, &PopoverLayer::measure);
     connect(m_surface.get(), &LayerSurface::ready, this, &PopoverLayer::ready);
     connect(m_surface.get(), &LayerSurface::closed, this, &PopoverLayer::dismissed);
@@ -92,25 +81,39 @@ PopoverLayer::~PopoverLayer() = default;
 void PopoverLayer::open(const QRect &item)
 {
     m_item = item;
-    m_screen = screenOf(item);
+    m_pointer = QRect();
+    m_screen = nullptr;
     m_isOpen = true;
-    // First, since a compositor stacks surfaces in the order of their making.
     for (QScreen *screen : QGuiApplication::screens())
-        m_backdrops.push_back(std::make_unique<Backdrop>(*this, screen));
+        m_backdrops.push_back(std::make_unique<Backdrop>(*this, *screen));
+}
+
+void PopoverLayer::findPointer(QScreen &screen, QPoint position)
+{
+    if (m_screen != nullptr)
+        return;
+    m_pointer = QRect(screen.geometry().topLeft() + position, PointerSize);
+    openOn(&screen);
+}
+
+void PopoverLayer::openOn(QScreen *screen)
+{
+    m_pointerPatience.stop();
+    m_screen = screen != nullptr ? screen : QGuiApplication::primaryScreen();
+    // After the backdrops, since a compositor stacks surfaces in the order of their making.
     m_surface->open(m_screen);
 }
 
 void PopoverLayer::measure(QSize free)
 {
     if (m_screen == nullptr)
-        m_screen = likelyScreen(free);
+        return;
     const QRect screen = m_screen->geometry();
-    QRect item = m_item;
-    if (!item.isEmpty() && !screen.contains(item.center()))
-        item.translate(screen.topLeft()); // it counts from the screen's corner
-    const QRect available = freePart(screen, free, item);
-    if (item.isEmpty())
-        item = likelyItem(screen, available, available.center(), QRect());
+    if (!m_pointer.isEmpty() && !freePart(screen, free, m_pointer).contains(m_pointer))
+        m_item = m_seenItem = m_pointer;
+    const bool isHere = screen.contains(m_item);
+    const QRect available = freePart(screen, free, isHere ? m_item : QRect());
+    const QRect item = isHere ? m_item : likelyItem(screen, available, available.center(), QRect());
     m_surroundings = {item, QRect(), screen, available};
     place();
 }
@@ -134,6 +137,7 @@ void PopoverLayer::place()
 void PopoverLayer::close()
 {
     m_isOpen = false;
+    m_pointerPatience.stop();
     m_surroundings = {};
     m_surface->close();
     m_backdrops.clear();

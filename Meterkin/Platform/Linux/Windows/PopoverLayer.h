@@ -6,13 +6,14 @@
 
 #include <QPointer>
 #include <QScreen>
+#include <QTimer>
 
 #include <memory>
 #include <vector>
 
 /// A popover's place on a Wayland desktop that has a layer shell: at the panel, above all else,
-/// with the keyboard. A press elsewhere goes to windows behind it that nobody sees. Main thread
-/// only.
+/// with the keyboard. Behind it unseen windows cover the screens: they take a press elsewhere, and
+/// tell where the pointer is, which is the only sure sign of where the item is. Main thread only.
 class PopoverLayer : public QObject {
     Q_OBJECT
 
@@ -21,12 +22,16 @@ public:
     PopoverLayer(LayerShell &shell, PopoverWindow &window);
     ~PopoverLayer() override;
 
-    /// ready() follows: the window may be shown then. `item` may be empty.
+    /// ready() follows: the window may be shown then. `item` may be empty. The pointer counts more,
+    /// if it is in a panel.
     void open(const QRect &item);
     bool isOpen() const { return m_isOpen; }
     /// Fits a window that is open to its content.
     void place();
     void close();
+
+    /// Where the pointer was on the item; empty when it never was.
+    const QRect &seenItem() const { return m_seenItem; }
 
 signals:
     void ready();
@@ -36,14 +41,19 @@ signals:
 private:
     class Backdrop;
 
+    void findPointer(QScreen &screen, QPoint position);
+    void openOn(QScreen *screen);
     void measure(QSize free);
 
-    PopoverWindow &m_window;
-    std::unique_ptr<LayerSurface> m_surface;
     LayerShell &m_shell;
+    PopoverWindow &m_window;
+    const std::unique_ptr<LayerSurface> m_surface;
     std::vector<std::unique_ptr<Backdrop>> m_backdrops; ///< one a screen
+    QTimer m_pointerPatience;
     QRect m_item;
-    QPointer<QScreen> m_screen; ///< absent while the compositor has not chosen it
-    PopoverSurroundings m_surroundings;
+    QRect m_seenItem;
+    QRect m_pointer; ///< as an item; empty when it was not found
+    QPointer<QScreen> m_screen; ///< once it is chosen
+    PopoverSurroundings m_surroundings; ///< empty until the free part is known
     bool m_isOpen = false;
 };
