@@ -78,7 +78,14 @@ LinuxDesktopAppearance::LinuxDesktopAppearance(BusConnection &bus, TextScale sou
 
 bool LinuxDesktopAppearance::isDark() const
 {
-    return m_scheme == Scheme::Dark || (m_scheme != Scheme::Light && m_isThemeDark);
+    return prefersDark().value_or(m_isThemeDark);
+}
+
+std::optional<bool> LinuxDesktopAppearance::prefersDark() const
+{
+    if (m_scheme != Scheme::Dark && m_scheme != Scheme::Light)
+        return std::nullopt;
+    return m_scheme == Scheme::Dark;
 }
 
 bool LinuxDesktopAppearance::reducesMotion() const

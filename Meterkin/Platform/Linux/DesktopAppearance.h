@@ -7,6 +7,7 @@
 #include <QStringView>
 
 #include <map>
+#include <optional>
 #include <tuple>
 #include <utility>
 
@@ -23,8 +24,6 @@ class LinuxDesktopAppearance : public DesktopAppearance {
 public:
     /// Where the size of texts comes from: the window system's scale, as on X11, or the portal.
     enum class TextScale { FromWindowSystem, FromPortal };
-    /// The portal's numbers; all others mean no preference, too.
-    enum class Scheme : uint { NoPreference = 0, Dark = 1, Light = 2 };
 
     /// The bus outlives it.
     LinuxDesktopAppearance(BusConnection &bus, TextScale source, QObject *parent = nullptr);
@@ -32,8 +31,8 @@ public:
     bool isDark() const override;
     double textScale() const override { return m_textScale; }
     bool reducesMotion() const override;
-    /// What the desktop says itself; a theme's name does not count.
-    Scheme scheme() const { return m_scheme; }
+    /// What the desktop says itself, if anything: a theme's name does not count.
+    std::optional<bool> prefersDark() const;
 
     /// The theme that the desktop names elsewhere than in the portal; light when empty.
     void setThemeName(QStringView name);
@@ -44,6 +43,9 @@ private slots:
     void apply(const QString &group, const QString &key, const QDBusVariant &value);
 
 private:
+    /// The portal's numbers; all others mean no preference, too.
+    enum class Scheme : uint { NoPreference = 0, Dark = 1, Light = 2 };
+
     auto look() const { return std::tuple(isDark(), m_scheme, m_textScale, reducesMotion()); }
     /// Emits changed() when `change` changes the look.
     template <typename Change> void modify(Change change);

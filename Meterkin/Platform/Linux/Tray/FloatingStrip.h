@@ -25,7 +25,7 @@ public:
     void detach() override;
     void setContent(const TrayContent &content) override;
     QRect geometry() const override;
-    std::optional<QColor> background(LinuxDesktopAppearance::Scheme) const override
+    std::optional<QColor> background(std::optional<bool>) const override
     {
         return PanelWindow::background;
     }

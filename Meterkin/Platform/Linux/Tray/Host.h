@@ -1,6 +1,5 @@
 #pragma once
 
-#include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/Tray/MenuEntries.h"
 #include "Platform/StatusItem.h"
 
@@ -36,8 +35,9 @@ public:
     virtual void setContent(const TrayContent &content) = 0;
     /// Where the item is on the screens, in logical coordinates; empty when that is unknown.
     virtual QRect geometry() const = 0;
-    /// What the item stands on; absent where that is not known.
-    virtual std::optional<QColor> background(LinuxDesktopAppearance::Scheme desktop) const = 0;
+    /// What the item stands on; absent where that is not known. For panels that look as the desktop
+    /// it is told what that prefers, if anything.
+    virtual std::optional<QColor> background(std::optional<bool> isDesktopDark) const = 0;
 
 signals:
     void availabilityChanged();

@@ -147,7 +147,7 @@ void LinuxStatusItem::moveTo(const Choice &choice)
 void LinuxStatusItem::updateBackground()
 {
     const std::optional<QColor> background =
-        m_current != nullptr ? m_current->background(m_appearance.scheme()) : std::nullopt;
+        m_current != nullptr ? m_current->background(m_appearance.prefersDark()) : std::nullopt;
     if (std::exchange(m_background, background) == background)
         return;
     qCDebug(logTray, "The item stands on %s",

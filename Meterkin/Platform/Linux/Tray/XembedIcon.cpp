@@ -17,6 +17,7 @@ using namespace std::chrono_literals;
 constexpr int DefaultHeight = 24; // logical pixels, until the panel says otherwise
 constexpr auto SettleTime = 250ms; // panels resize an item in two or three steps
 constexpr auto DockTimeout = 3s; // a panel that is just starting may be slow to answer
+constexpr auto LookPeriod = 30s; // for the panel's colour, at changes of the title
 constexpr auto RefusalRetry = 30s; // after a panel did not take the item
 constexpr auto LossRetry = 1s; // after a panel dropped the item
 constexpr double LeastGrant = 0.85; // of the wanted width: the padding can be spared, digits cannot
@@ -87,6 +88,9 @@ void XembedIcon::setContent(const TrayContent &content)
     if (previous.title != content.title) {
         requestSize();
         paint();
+        // Some panels change their colours without a word.
+        if (m_nextLook.hasExpired())
+            readBackground();
     }
     xcb_flush(m_connection.xcb());
 }
@@ -249,6 +253,7 @@ void XembedIcon::readBackground()
 {
     if (!m_isEmbedded) // it has just moved elsewhere
         return;
+    m_nextLook.setRemainingTime(LookPeriod);
     std::optional<QColor> background = m_window.background(m_size);
     if (!background && m_manager.textColor())
         background = typicalBackground(!isDarkBackground(*m_manager.textColor()));

@@ -4,6 +4,7 @@
 #include "Platform/Linux/Tray/TitlePainter.h"
 #include "Platform/Linux/Tray/XembedWindow.h"
 
+#include <QDeadlineTimer>
 #include <QTimer>
 
 /// The tray of X11 panels: wide coloured text where the panel grants the width, a stacked square
@@ -21,10 +22,7 @@ public:
     void detach() override;
     void setContent(const TrayContent &content) override;
     QRect geometry() const override;
-    std::optional<QColor> background(LinuxDesktopAppearance::Scheme) const override
-    {
-        return m_background;
-    }
+    std::optional<QColor> background(std::optional<bool>) const override { return m_background; }
 
     /// Looks a little later how the panel looks now.
     void lookAgain();
@@ -63,6 +61,7 @@ private:
     XembedWindow m_window;
     QSize m_size; ///< device pixels, as granted
     std::optional<QColor> m_background; ///< of the panel, once it was looked at
+    QDeadlineTimer m_nextLook;
     bool m_isEmbedded = false;
     bool m_isPressed = false;
     QTimer m_settleTimer;

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Tray/Notifier/Item.h"
 
+#include "Platform/Linux/Tray/Notifier/PlasmaPanel.h"
 #include "Platform/Linux/Tray/TitleColor.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
@@ -116,20 +117,22 @@ QRect NotifierItem::geometry() const
                  QSize(ClickedSize, ClickedSize));
 }
 
-std::optional<QColor> NotifierItem::background(LinuxDesktopAppearance::Scheme desktop) const
+std::optional<QColor> NotifierItem::background(std::optional<bool> isDesktopDark) const
 {
-    using Scheme = LinuxDesktopAppearance::Scheme;
+    std::optional<bool> isDark;
     switch (m_watcher.host().background) {
     case NotifierBackground::Black:
         return Qt::black;
     case NotifierBackground::AsDesktop:
-        if (desktop == Scheme::Dark || desktop == Scheme::Light)
-            return typicalBackground(desktop == Scheme::Dark);
+        isDark = isDesktopDark;
+        break;
+    case NotifierBackground::AsPlasmaTheme:
+        isDark = isPlasmaPanelDark(isDesktopDark);
         break;
     case NotifierBackground::Unknown:
         break;
     }
-    return std::nullopt;
+    return isDark ? std::optional(typicalBackground(*isDark)) : std::nullopt;
 }
 
 void NotifierItem::handleWatcher()

@@ -27,7 +27,7 @@ public:
     void setContent(const TrayContent &content) override;
     /// A small rectangle around the last click, if the panel gave a place on a screen.
     QRect geometry() const override;
-    std::optional<QColor> background(LinuxDesktopAppearance::Scheme desktop) const override;
+    std::optional<QColor> background(std::optional<bool> isDesktopDark) const override;
 
     /// Asked for when a panel reads the tool tip.
     void setToolTipSource(std::function<QString()> source) { m_toolTipSource = std::move(source); }

@@ -16,6 +16,7 @@ enum class NotifierBackground {
     Unknown,
     Black,
     AsDesktop, ///< dark or light as the desktop's colour scheme
+    AsPlasmaTheme,
 };
 
 /// What is known of a panel.
