@@ -22,7 +22,7 @@ STEPPERS = (("Fan Speed, Green below:", "Increase", "do", "fanSpeedGreen=2100"),
             ("Memory Usage, Green below:", "55", "set", "memoryGreen=55"),
             ("Memory Usage, Yellow below:", "400", "set", "memoryYellow=100"))
 CARDS = ("label: Memory Usage, 6.7 / 16.0 GB (42%)", "label: CPU Usage, 37.5%", "chart: Per-Core",
-         "label: Fan Speed, 1850 RPM", "label: Range: 600 - 6000 RPM")
+         "label: Fan Speed, 1850 RPM", "label: 1850 RPM, Range: 600 - 6000 RPM")
 SCREENS = (("label: Welcome to meterkin", "push button: Get Started"),
            ("label: You're all set.", "label: 3200 RPM", "push button: Start Using meterkin"))
 

@@ -4,6 +4,26 @@
 
 #include <QPainter>
 
+void drawPlate(QPainter &painter, const PixelGrid &grid, const QRectF &rect,
+               const PlateStyle &style)
+{
+    const QRectF shape = grid.pixels(rect);
+    const double radius = style.radius * grid.scale();
+    if (style.color.alpha() > 0) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(style.color);
+        painter.drawRoundedRect(shape, radius, radius);
+    }
+    if (style.lineColor.alpha() > 0) {
+        const int line = grid.pixels(style.lineWidth);
+        const double half = line / 2.0;
+        painter.setPen(QPen(style.lineColor, line));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRoundedRect(shape.adjusted(half, half, -half, -half), radius - half,
+                                radius - half);
+    }
+}
+
 Plate::Plate(QQuickItem *parent)
     : DrawnItem(parent)
 {
@@ -12,18 +32,7 @@ Plate::Plate(QQuickItem *parent)
 
 void Plate::paint(QPainter *painter)
 {
-    const PixelGrid grid(*painter);
-    const QRectF shape = grid.pixels(boundingRect());
-    const double radius = m_radius * grid.scale();
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(m_color);
-    painter->drawRoundedRect(shape, radius, radius);
-    if (m_lineColor.alpha() == 0)
-        return;
-    const int line = grid.pixels(m_lineWidth);
-    const double half = line / 2.0;
-    painter->setPen(QPen(m_lineColor, line));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRoundedRect(shape.adjusted(half, half, -half, -half), radius - half,
-                             radius - half);
+    drawPlate(
+        *painter, PixelGrid(*painter), boundingRect(),
+        {.color = m_color, .radius = m_radius, .lineColor = m_lineColor, .lineWidth = m_lineWidth});
 }

@@ -14,9 +14,23 @@ namespace {
 // A line of text is about 1.2 times as high as its font size.
 constexpr double SquarePerPoint = 1.25;
 
-// Of all lines in the drawings.
-const QByteArray regularLine = QByteArrayLiteral("stroke-width=\"1.9\"");
-const QByteArray semiboldLine = QByteArrayLiteral("stroke-width=\"2.5\"");
+// The side of a drawing, and the width of its lines.
+constexpr double DrawingSide = 24.0;
+constexpr double RegularLine = 1.9;
+constexpr double SemiboldLine = 2.5;
+
+QByteArray attribute(double line)
+{
+    return "stroke-width=\"" + QByteArray::number(line) + '"';
+}
+
+/// The side of the largest square in which a line through the middle of a drawing lies on whole
+/// pixels.
+int sharpSide(int side, double line)
+{
+    const int width = std::max(1, static_cast<int>(std::lround(line * side / DrawingSide)));
+    return side - std::abs(side - width) % 2;
+}
 
 } // namespace
 
@@ -80,7 +94,8 @@ void SystemSymbol::load()
     QByteArray drawing;
     if (file.open(QIODevice::ReadOnly))
         drawing = file.readAll();
-    m_drawing.load(m_isSemibold ? drawing.replace(regularLine, semiboldLine) : drawing);
+    m_drawing.load(m_isSemibold ? drawing.replace(attribute(RegularLine), attribute(SemiboldLine))
+                                : drawing);
     redraw();
 }
 
@@ -109,7 +124,8 @@ QImage SystemSymbol::picture(int side, double scale)
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(place, image);
     } else if (m_drawing.isValid()) {
-        m_drawing.render(&painter, picture.rect());
+        const int sharp = sharpSide(side, m_isSemibold ? SemiboldLine : RegularLine);
+        m_drawing.render(&painter, QRect(0, 0, sharp, sharp));
     } else {
         return picture;
     }

@@ -47,7 +47,7 @@ FocusScope {
         sequence: "Ctrl+Shift+Tab"
         onActivated: tabs.choose(-1)
     }
-    Rectangle {
+    Plate {
         anchors.fill: view
         color: view.color
     }

@@ -1,9 +1,10 @@
 #include "Platform/Linux/Windows/PopoverFrame.h"
 
+#include "Views/Controls/Plate.h"
+#include "Views/PixelGrid.h"
+
 #include <QMetaProperty>
 #include <QPainter>
-#include <QPainterPath>
-#include <QQuickWindow>
 
 #include <algorithm>
 #include <array>
@@ -90,10 +91,9 @@ QColor colorOf(const QQuickItem &content, const char *name, const QColor &otherw
 } // namespace
 
 PopoverFrame::PopoverFrame(FrameStyle style, QQuickItem *parent)
-    : QQuickPaintedItem(parent)
+    : DrawnItem(parent)
     , m_style(style)
 {
-    setOpaquePainting(style == FrameStyle::Square);
 }
 
 void PopoverFrame::follow(QQuickItem &content)
@@ -124,56 +124,41 @@ void PopoverFrame::readColors()
 
 void PopoverFrame::paint(QPainter *painter)
 {
-    const QRectF all(0, 0, width(), height());
-    if (m_style == FrameStyle::Square) {
-        painter->fillRect(all, m_background);
-        painter->setPen(m_border);
-        painter->drawRect(all.adjusted(0, 0, -1, -1));
-        return;
-    }
-    paintShadow(*painter);
-    const QRectF frame = all.adjusted(ShadowMargin, ShadowMargin, -ShadowMargin, -ShadowMargin);
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(m_background);
-    painter->drawRoundedRect(frame, CornerRadius, CornerRadius);
-    const qreal hairline = 1.0 / std::max(1.0, std::floor(window()->effectiveDevicePixelRatio()));
-    const qreal half = hairline / 2;
-    painter->setPen(QPen(m_border, hairline));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRoundedRect(frame.adjusted(half, half, -half, -half), CornerRadius - half,
-                             CornerRadius - half);
+    const PixelGrid grid(*painter);
+    const int side = margin();
+    if (side > 0)
+        paintShadow(*painter, grid);
+    drawPlate(*painter, grid, boundingRect().adjusted(side, side, -side, -side),
+              {.color = m_background,
+               .radius = side > 0 ? CornerRadius : 0.0,
+               .lineColor = m_border,
+               .lineWidth = 1.0});
 }
 
-void PopoverFrame::paintShadow(QPainter &painter)
+void PopoverFrame::paintShadow(QPainter &painter, const PixelGrid &grid)
 {
-    const qreal scale = window()->effectiveDevicePixelRatio();
-    const auto pixels = [scale](double logical) {
-        return static_cast<int>(std::lround(logical * scale));
-    };
-    if (m_shadow.isNull() || !qFuzzyCompare(m_shadow.devicePixelRatio(), scale)) {
-        m_shadow = shadowTile(pixels(ShadowMargin), CornerRadius * scale, pixels(ShadowBlur));
-        m_shadow.setDevicePixelRatio(scale);
+    const double scale = grid.scale();
+    if (m_shadow.isNull() || m_shadowScale != scale) {
+        m_shadow =
+            shadowTile(grid.pixels(ShadowMargin), CornerRadius * scale, grid.pixels(ShadowBlur));
+        m_shadowScale = scale;
     }
-    const int from = m_shadow.width() / 2;
-    const qreal corner = from / scale;
     // The lowest lines fall out of the item, where the shadow has faded out.
-    const std::array<qreal, 3> source{0, static_cast<qreal>(from), static_cast<qreal>(from + 1)};
-    const std::array<qreal, 3> sourceSize{static_cast<qreal>(from), 1, static_cast<qreal>(from)};
-    const std::array<qreal, 3> x{0, corner, width() - corner};
-    const std::array<qreal, 3> y{0, corner, height() - corner};
-    const std::array<qreal, 3> w{corner, width() - 2 * corner, corner};
-    const std::array<qreal, 3> h{corner, height() - 2 * corner, corner};
-    painter.save();
-    painter.translate(0, ShadowDrop);
+    const QRect all = grid.pixels(boundingRect()).translated(0, grid.pixels(ShadowDrop));
+    const int corner = m_shadow.width() / 2;
+    const std::array<int, 3> from{0, corner, corner + 1};
+    const std::array<int, 3> fromSize{corner, 1, corner};
+    const std::array<int, 3> x{0, corner, all.width() - corner};
+    const std::array<int, 3> y{0, corner, all.height() - corner};
+    const std::array<int, 3> w{corner, all.width() - 2 * corner, corner};
+    const std::array<int, 3> h{corner, all.height() - 2 * corner, corner};
     for (std::size_t row = 0; row < 3; ++row) {
         for (std::size_t column = 0; column < 3; ++column) {
             if (row == 1 && column == 1)
                 continue; // behind the frame
-            painter.drawImage(
-                QRectF(x[column], y[row], w[column], h[row]), m_shadow,
-                QRectF(source[column], source[row], sourceSize[column], sourceSize[row]));
+            painter.drawImage(QRect(all.x() + x[column], all.y() + y[row], w[column], h[row]),
+                              m_shadow,
+                              QRect(from[column], from[row], fromSize[column], fromSize[row]));
         }
     }
-    painter.restore();
 }

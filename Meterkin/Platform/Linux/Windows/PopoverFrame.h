@@ -1,8 +1,11 @@
 #pragma once
 
+#include "Views/DrawnItem.h"
+
 #include <QColor>
 #include <QImage>
-#include <QQuickPaintedItem>
+
+class PixelGrid;
 
 /// How a popover's edge looks.
 enum class FrameStyle {
@@ -12,7 +15,7 @@ enum class FrameStyle {
 
 /// Background, border and shadow behind a popover's content, in the colours of the content's
 /// properties `background` and `border`.
-class PopoverFrame : public QQuickPaintedItem {
+class PopoverFrame : public DrawnItem {
     Q_OBJECT
 
 public:
@@ -35,11 +38,12 @@ private slots:
     void readColors();
 
 private:
-    void paintShadow(QPainter &painter);
+    void paintShadow(QPainter &painter, const PixelGrid &grid);
 
     const FrameStyle m_style;
     const QQuickItem *m_content = nullptr;
     QColor m_background{0xf6, 0xf6, 0xf7};
     QColor m_border{0x00, 0x00, 0x00, 0x30};
     QImage m_shadow; ///< as small as its corners allow; its middle lines are stretched
+    double m_shadowScale = 0.0; ///< that it was drawn at
 };

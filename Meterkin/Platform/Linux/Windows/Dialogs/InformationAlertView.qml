@@ -20,7 +20,7 @@ FocusScope {
     Keys.onEscapePressed: view.closeRequested()
     Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
 
-    Rectangle {
+    Plate {
         anchors.fill: parent
         color: view.color
     }

@@ -85,7 +85,7 @@ FocusScope {
     Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
     onFocusTargetChanged: view.focusTarget.forceActiveFocus(Qt.OtherFocusReason)
 
-    Rectangle {
+    Plate {
         anchors.fill: parent
         color: view.color
     }
