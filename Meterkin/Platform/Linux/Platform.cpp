@@ -60,7 +60,8 @@ MetricSources LinuxPlatform::makeMetricSources()
 
 std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()
 {
-    return std::make_unique<LinuxStatusItem>(m_x11, m_bus, m_defaults, m_appearance);
+    return std::make_unique<LinuxStatusItem>(m_x11, m_bus, m_defaults, m_appearance,
+                                             m_notifications);
 }
 
 std::shared_ptr<DiskImages> LinuxPlatform::diskImages()

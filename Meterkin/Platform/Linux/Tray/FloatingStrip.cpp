@@ -6,6 +6,7 @@
 #include <QRasterWindow>
 #include <QScreen>
 #include <QStyleHints>
+#include <QTimer>
 
 #include <algorithm>
 #include <utility>
@@ -14,6 +15,7 @@ namespace {
 
 constexpr int Height = 24; // logical pixels, as a slim panel
 constexpr int EdgeMargin = 6; // logical pixels to the screen's edge
+constexpr std::chrono::seconds ReopenDelay{2}; // after the compositor has taken it away
 constexpr QRect believable(-100'000, -100'000, 200'000, 200'000); // sums do not overflow
 
 const QString positionKey = QStringLiteral("stripPosition");
@@ -30,10 +32,22 @@ std::optional<QPoint> parsePosition(const std::optional<QString> &text)
     return isXGood && isYGood && believable.contains(point) ? std::optional(point) : std::nullopt;
 }
 
-const QScreen &screenNear(QPoint point)
+QScreen &screenNear(QPoint point)
 {
-    const QScreen *screen = QGuiApplication::screenAt(point);
+    QScreen *screen = QGuiApplication::screenAt(point);
     return screen != nullptr ? *screen : *QGuiApplication::primaryScreen();
+}
+
+/// The same place for a layer surface: by the corner that it is nearest to.
+LayerPlace layerPlace(const QRect &area, const QRect &strip)
+{
+    const QPoint centre = area.center();
+    const bool isRight = strip.center().x() > centre.x();
+    const bool isBottom = strip.center().y() > centre.y();
+    return {(isRight ? Qt::RightEdge : Qt::LeftEdge) | (isBottom ? Qt::BottomEdge : Qt::TopEdge),
+            QMargins(strip.left() - area.left(), strip.top() - area.top(),
+                     area.right() - strip.right(), area.bottom() - strip.bottom()),
+            strip.size()};
 }
 
 QPoint keptInside(const QRect &area, QPoint position, QSize size)
@@ -48,11 +62,12 @@ QPoint keptInside(const QRect &area, QPoint position, QSize size)
 
 class FloatingStrip::Window : public QRasterWindow {
 public:
-    explicit Window(FloatingStrip &strip)
+    Window(FloatingStrip &strip, bool isInLayer)
         : m_strip(strip)
     {
         setFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
                  | Qt::WindowDoesNotAcceptFocus);
+        setFlag(Qt::BypassWindowManagerHint, isInLayer);
     }
 
 protected:
@@ -73,7 +88,7 @@ protected:
             m_grip = event->position().toPoint();
             m_isDragged = false;
         } else if (event->button() == Qt::RightButton) {
-            emit m_strip.menuRequested(geometry().center());
+            emit m_strip.menuRequested(m_strip.geometry().center());
         }
     }
 
@@ -85,8 +100,9 @@ protected:
         if (!m_isDragged
             && distance.manhattanLength() < QGuiApplication::styleHints()->startDragDistance())
             return;
-        if (!std::exchange(m_isDragged, true) && QGuiApplication::platformName() == u"wayland")
-            startSystemMove(); // Wayland does not tell windows where they are
+        m_isDragged = true;
+        if (m_strip.m_layer) // it follows at the end, since the pointer's place counts from it
+            setCursor(Qt::ClosedHandCursor);
         else
             setPosition(event->globalPosition().toPoint() - m_grip);
     }
@@ -95,6 +111,10 @@ protected:
     {
         if (event->button() != Qt::LeftButton)
             return;
+        if (m_isDragged && m_strip.m_layer) {
+            unsetCursor();
+            m_strip.m_placedAt += event->position().toPoint() - m_grip;
+        }
         if (m_isDragged)
             m_strip.remember();
         else
@@ -125,10 +145,43 @@ FloatingStrip::~FloatingStrip() = default;
 
 void FloatingStrip::attach()
 {
+    m_isAttached = true;
     if (m_window || QGuiApplication::primaryScreen() == nullptr)
         return;
-    m_window = std::make_unique<Window>(*this);
+    if (QGuiApplication::platformName() != u"wayland") {
+        makeWindow(nullptr);
+        return;
+    }
+    LayerShell *shell = layerShell();
+    if (shell != nullptr && !shell->isAvailable())
+        connect(shell, &LayerShell::known, this, [this] {
+            if (m_isAttached)
+                attach();
+        });
+    else if (shell != nullptr && *shell->isAvailable())
+        makeWindow(shell);
+    else
+        emit refused();
+}
+
+void FloatingStrip::makeWindow(LayerShell *shell)
+{
+    m_window = std::make_unique<Window>(*this, shell != nullptr);
     m_window->setTitle(m_content.accessibilityLabel);
+    if (shell != nullptr) {
+        m_layer = shell->makeSurface(*m_window, LayerShell::Kind::Resident);
+        connect(m_layer.get(), &LayerSurface::measured, this, [this](QSize free) {
+            m_free = free;
+            place();
+        });
+        connect(m_layer.get(), &LayerSurface::ready, m_window.get(), &QWindow::show);
+        connect(m_layer.get(), &LayerSurface::closed, this, [this] {
+            m_layer->close();
+            QTimer::singleShot(ReopenDelay, m_window.get(), [this] { openLayer(); });
+        });
+        openLayer();
+        return;
+    }
     place();
     m_window->show();
     // The strip stays in sight when screens are added, removed or changed.
@@ -141,8 +194,18 @@ void FloatingStrip::attach()
     connect(qGuiApp, &QGuiApplication::screenRemoved, m_window.get(), [this] { place(); });
 }
 
+void FloatingStrip::openLayer()
+{
+    readAnchor();
+    m_screen = m_anchor ? &screenNear(m_anchor->corner) : QGuiApplication::primaryScreen();
+    m_free = QSize();
+    m_layer->open(m_screen);
+}
+
 void FloatingStrip::detach()
 {
+    m_isAttached = false;
+    m_layer.reset();
     m_window.reset();
 }
 
@@ -156,7 +219,8 @@ void FloatingStrip::setContent(const TrayContent &content)
     if (previous.title == content.title)
         return;
     if (m_window->size() != wantedSize()) {
-        if (m_window->position() != m_placedAt) // moved by the user through the window manager
+        if (!m_layer
+            && m_window->position() != m_placedAt) // moved by the user through the window manager
             m_anchor = anchorOf(m_window->geometry());
         place();
     }
@@ -165,7 +229,9 @@ void FloatingStrip::setContent(const TrayContent &content)
 
 QRect FloatingStrip::geometry() const
 {
-    return m_window ? m_window->geometry() : QRect();
+    if (!m_window)
+        return QRect();
+    return m_layer ? QRect(m_placedAt, m_window->size()) : m_window->geometry();
 }
 
 FloatingStrip::Anchor FloatingStrip::anchorOf(const QRect &strip)
@@ -180,29 +246,40 @@ QSize FloatingStrip::wantedSize() const
     return QSize(m_painter.wideWidth(m_content.title, Height, 1.0), Height);
 }
 
+void FloatingStrip::readAnchor()
+{
+    if (m_anchor)
+        return;
+    if (const std::optional<QPoint> stored = parsePosition(m_store.text(positionKey)))
+        m_anchor = anchorOf(QRect(*stored, wantedSize()));
+}
+
 void FloatingStrip::place()
 {
+    if (m_layer && (m_screen == nullptr || m_free.isEmpty()))
+        return;
+    readAnchor();
     const QSize size = wantedSize();
-    if (!m_anchor) {
-        if (const std::optional<QPoint> stored = parsePosition(m_store.text(positionKey)))
-            m_anchor = anchorOf(QRect(*stored, size));
-    }
     // The lower right corner: the upper ones hold the buttons of maximised windows.
-    const QRect primary = QGuiApplication::primaryScreen()->availableGeometry();
+    const QScreen *screen = m_layer ? m_screen.data() : QGuiApplication::primaryScreen();
+    QRect area =
+        m_layer ? QRect(screen->geometry().topLeft(), m_free) : screen->availableGeometry();
     const Anchor anchor = m_anchor.value_or(
-        Anchor{primary.bottomRight() - QPoint(EdgeMargin, EdgeMargin + Height), true});
+        Anchor{area.bottomRight() - QPoint(EdgeMargin, EdgeMargin + Height), true});
     const QPoint position = anchor.corner - QPoint(anchor.isRight ? size.width() : 0, 0);
-    const QRect area =
-        m_anchor ? screenNear(QRect(position, size).center()).availableGeometry() : primary;
+    if (m_anchor && !m_layer)
+        area = screenNear(QRect(position, size).center()).availableGeometry();
     m_window->setMinimumSize(size);
     m_window->setMaximumSize(size);
     m_placedAt = keptInside(area, position, size);
     m_window->setGeometry(QRect(m_placedAt, size));
+    if (m_layer)
+        m_layer->place(layerPlace(area, QRect(m_placedAt, size)));
 }
 
 void FloatingStrip::remember()
 {
-    m_anchor = anchorOf(m_window->geometry());
+    m_anchor = anchorOf(geometry());
     place();
     m_store.setText(positionKey, QStringLiteral("%1,%2").arg(m_placedAt.x()).arg(m_placedAt.y()));
 }

@@ -1,18 +1,21 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
+#include "Platform/Linux/LayerShell.h"
 #include "Platform/Linux/Tray/Host.h"
 #include "Platform/Linux/Tray/PanelWindow.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
 
+#include <QPointer>
+#include <QScreen>
+
 #include <memory>
 #include <optional>
 
-class QWindow;
-
 /// The host of last resort, in a session without any tray: a small strip at the screen's edge. It
 /// never takes the keyboard focus, stays below full-screen windows, and can be dragged out of the
-/// way; its position is remembered. Main thread only.
+/// way; its position is remembered. On Wayland it needs a layer shell: any other window would take
+/// the focus, and appear anywhere. Main thread only.
 class FloatingStrip : public TrayHost {
     Q_OBJECT
 
@@ -33,6 +36,8 @@ public:
 signals:
     /// The pointer has entered the strip or left it.
     void hoverChanged(bool isInside);
+    /// Attached, but the compositor has no place for it.
+    void refused();
 
 private:
     class Window;
@@ -45,6 +50,9 @@ private:
 
     static Anchor anchorOf(const QRect &strip);
     QSize wantedSize() const;
+    void makeWindow(LayerShell *shell);
+    void openLayer();
+    void readAnchor();
     void place();
     void remember();
 
@@ -52,6 +60,10 @@ private:
     DefaultsStore &m_store;
     TrayContent m_content;
     std::unique_ptr<Window> m_window; ///< only while attached: it costs memory
+    std::unique_ptr<LayerSurface> m_layer; ///< of the window, on Wayland
+    QPointer<QScreen> m_screen; ///< with the layer
+    QSize m_free; ///< the part of that screen without panels, once it is known
+    bool m_isAttached = false;
     std::optional<Anchor> m_anchor; ///< absent while the strip is in its default corner
     QPoint m_placedAt; ///< where place() put it; anywhere else the window manager has moved it
 };

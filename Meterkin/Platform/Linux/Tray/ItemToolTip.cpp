@@ -3,7 +3,9 @@
 #include "Platform/Linux/Tray/PanelWindow.h"
 
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QPainter>
+#include <QScreen>
 
 #include <utility>
 
@@ -21,10 +23,18 @@ ItemToolTip::ItemToolTip(std::function<QString()> source)
              | Qt::WindowTransparentForInput);
     m_delay.setSingleShot(true);
     m_delay.setInterval(Delay);
-    connect(&m_delay, &QTimer::timeout, this, [this] {
-        readText();
-        show();
+    connect(&m_delay, &QTimer::timeout, this, &ItemToolTip::appear);
+    LayerShell *shell = layerShell();
+    if (shell == nullptr || !shell->isAvailable().value_or(false))
+        return;
+    setFlag(Qt::BypassWindowManagerHint);
+    m_layer = shell->makeSurface(*this, LayerShell::Kind::Resident);
+    connect(m_layer.get(), &LayerSurface::measured, this, [this] {
+        const QPoint place = m_place.topLeft() - screen()->geometry().topLeft();
+        m_layer->place({Qt::TopEdge | Qt::LeftEdge, QMargins(place.x(), place.y(), 0, 0), size()});
     });
+    connect(m_layer.get(), &LayerSurface::ready, this, &QWindow::show);
+    connect(m_layer.get(), &LayerSurface::closed, this, &ItemToolTip::dismiss);
 }
 
 void ItemToolTip::refresh()
@@ -44,7 +54,19 @@ void ItemToolTip::schedule(QPoint anchor)
 void ItemToolTip::dismiss()
 {
     m_delay.stop();
-    hide();
+    if (m_layer)
+        m_layer->close();
+    else
+        hide();
+}
+
+void ItemToolTip::appear()
+{
+    readText();
+    if (m_layer)
+        m_layer->open(QGuiApplication::screenAt(m_anchor));
+    else
+        show();
 }
 
 void ItemToolTip::paintEvent(QPaintEvent *)
@@ -62,5 +84,6 @@ void ItemToolTip::readText()
     m_text = m_source();
     const QFontMetrics metrics(PanelWindow::font());
     const QSize size = metrics.size(0, m_text) + QSize(2 * Padding, 2 * Padding);
-    setGeometry(PanelWindow::beside(m_anchor, size));
+    m_place = PanelWindow::beside(m_anchor, size);
+    setGeometry(m_place);
 }

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "Platform/Linux/LayerShell.h"
+
 #include <QRasterWindow>
 #include <QTimer>
 
 #include <functional>
+#include <memory>
 
 /// The item's tool tip where the panel shows none. Main thread only.
 class ItemToolTip : public QRasterWindow {
@@ -24,9 +27,12 @@ protected:
 
 private:
     void readText();
+    void appear();
 
     std::function<QString()> m_source;
     QString m_text;
     QPoint m_anchor;
+    QRect m_place;
     QTimer m_delay;
+    std::unique_ptr<LayerSurface> m_layer; ///< on Wayland, where it would take the focus without
 };

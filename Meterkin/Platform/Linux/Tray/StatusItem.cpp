@@ -14,13 +14,15 @@ constexpr std::chrono::milliseconds StripDelay{1500};
 } // namespace
 
 LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, DefaultsStore &store,
-                                 const LinuxDesktopAppearance &appearance, QObject *parent)
+                                 const LinuxDesktopAppearance &appearance,
+                                 NotificationCentre &notifications, QObject *parent)
     : StatusItem(parent)
     , m_x11(x11)
     , m_appearance(appearance)
     , m_xembed(x11, m_painter)
     , m_notifier(bus, m_painter)
     , m_strip(m_painter, store)
+    , m_notice(notifications)
 {
     follow(m_xembed);
     follow(m_notifier);
@@ -32,6 +34,7 @@ LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, Default
     connect(&m_xembed, &XembedIcon::squeezedChanged, this, &LinuxStatusItem::choose);
     connect(&m_xembed, &XembedIcon::hoverChanged, this, &LinuxStatusItem::showToolTip);
     connect(&m_strip, &FloatingStrip::hoverChanged, this, &LinuxStatusItem::showToolTip);
+    connect(&m_strip, &FloatingStrip::refused, this, [this] { m_notice.start(); });
     m_stripDelay.setSingleShot(true);
     m_stripDelay.setInterval(StripDelay);
     connect(&m_stripDelay, &QTimer::timeout, this, [this] {
@@ -135,6 +138,7 @@ void LinuxStatusItem::moveTo(const Choice &choice)
         if (m_current != nullptr)
             m_current->detach();
         m_current = choice.host;
+        m_notice.stop();
         if (m_current != nullptr)
             m_current->setContent(m_content);
     }

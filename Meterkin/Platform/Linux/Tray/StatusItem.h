@@ -3,6 +3,7 @@
 #include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemToolTip.h"
+#include "Platform/Linux/Tray/MissingPanelNotice.h"
 #include "Platform/Linux/Tray/Notifier/Item.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
 #include "Platform/Linux/Tray/XembedIcon.h"
@@ -20,7 +21,8 @@ class LinuxStatusItem : public StatusItem {
 public:
     /// All of them outlive the item.
     LinuxStatusItem(X11Connection &x11, BusConnection &bus, DefaultsStore &store,
-                    const LinuxDesktopAppearance &appearance, QObject *parent = nullptr);
+                    const LinuxDesktopAppearance &appearance, NotificationCentre &notifications,
+                    QObject *parent = nullptr);
     ~LinuxStatusItem() override;
 
     bool hasButton() const override { return true; }
@@ -59,5 +61,6 @@ private:
     TrayContent m_content;
     std::function<QString()> m_toolTipSource;
     QTimer m_stripDelay;
+    MissingPanelNotice m_notice;
     std::unique_ptr<ItemToolTip> m_toolTip; ///< from the first time that the pointer rests on it
 };

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Wayland/QtHandles.h"
 
 #include <QGuiApplication>
+#include <QScreen>
 
 #include <qpa/qplatformnativeinterface.h>
 
@@ -12,6 +13,8 @@ wl_display *waylandDisplay()
 
 wl_output *waylandOutput(QScreen &screen)
 {
+    if (screen.name().isEmpty())
+        return nullptr;
     return static_cast<wl_output *>(
         QGuiApplication::platformNativeInterface()->nativeResourceForScreen("output", &screen));
 }
