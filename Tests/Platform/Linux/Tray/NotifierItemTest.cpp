@@ -32,8 +32,10 @@ struct Program {
     NotifierItem item{bus, painter};
     QString toolTip = u"CPU <9%"_s;
 
-    Program()
+    explicit Program(const QByteArray &process = "xfce4-panel")
     {
+        // Makes the panel, which is this process, look like another program.
+        prctl(PR_SET_NAME, process.constData(), 0, 0, 0);
         item.setContent(content(u"42%"_s));
         item.setToolTipSource([this] { return toolTip; });
         QObject::connect(&item, &TrayHost::availabilityChanged, &item, [this] {
@@ -50,9 +52,8 @@ struct Session : Program {
     ScriptedWatcher panel{daemon.connectClient()};
 
     explicit Session(const QByteArray &process = "lxqt-panel")
+        : Program(process)
     {
-        // Makes the panel, which is this process, look like another program.
-        prctl(PR_SET_NAME, process.constData(), 0, 0, 0);
         QTRY_COMPARE(panel.items().size(), 1);
     }
     QList<NotifierPixmap> pixmaps()
@@ -136,6 +137,32 @@ private slots:
             program.daemon.start();
             ScriptedWatcher next(program.daemon.connectClient());
             QTRY_COMPARE(next.items().size(), 1);
+        }
+    }
+
+    void isPresentedAgain()
+    {
+        struct Case {
+            const char *host;
+            bool listsItems;
+            int losses;
+            int registrations;
+            bool isKept;
+        };
+        for (const Case &c : {Case{"gnome-shell", true, 1, 2, true},
+                              {"mate-panel", true, 1, 2, true},
+                              {"mate-panel", true, INT_MAX, 3, false},
+                              {"mate-panel", false, 0, 3, true}}) {
+            Session s(c.host);
+            s.panel.registrations = 0;
+            s.panel.listsItems = c.listsItems;
+            s.panel.losses = c.losses;
+            s.panel.setHost(false);
+            QTRY_VERIFY(!s.item.isAvailable());
+            s.panel.setHost(true);
+            QTRY_COMPARE_WITH_TIMEOUT(s.panel.registrations, c.registrations, 10'000);
+            QTRY_COMPARE(s.item.isAvailable(), c.isKept);
+            QTRY_COMPARE(!s.panel.items().isEmpty(), c.isKept);
         }
     }
 

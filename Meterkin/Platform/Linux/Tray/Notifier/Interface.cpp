@@ -68,6 +68,12 @@ void NotifierInterface::refreshToolTip()
     emit NewToolTip();
 }
 
+void NotifierInterface::hide()
+{
+    m_status = QStringLiteral("Passive");
+    emit NewStatus(m_status);
+}
+
 std::optional<std::chrono::seconds> NotifierInterface::toolTipPeriod() const
 {
     const bool isShown = m_kind != NotifierHostKind::Label && m_kind != NotifierHostKind::Titled;

@@ -20,7 +20,7 @@ class NotifierInterface : public QObject {
     Q_PROPERTY(QString Category READ category CONSTANT)
     Q_PROPERTY(QString Id READ id CONSTANT)
     Q_PROPERTY(QString Title READ title CONSTANT)
-    Q_PROPERTY(QString Status READ status CONSTANT)
+    Q_PROPERTY(QString Status READ status NOTIFY NewStatus)
     Q_PROPERTY(int WindowId READ windowId CONSTANT)
     Q_PROPERTY(bool ItemIsMenu READ itemIsMenu CONSTANT)
     Q_PROPERTY(QDBusObjectPath Menu READ menu CONSTANT)
@@ -49,13 +49,15 @@ public:
     void setContent(const TrayContent &content);
     /// Tells the panel that the tool tip may be another one, if it has not been told just now.
     void refreshToolTip();
+    /// Tells the panel to show it no longer, and for good.
+    void hide();
     /// The shortest time from telling it to the next. Absent where the panel shows no tool tips.
     std::optional<std::chrono::seconds> toolTipPeriod() const;
 
     QString category() const { return QStringLiteral("Hardware"); }
     QString id() const { return QStringLiteral("meterkin"); }
     QString title() const { return QStringLiteral("meterkin"); }
-    QString status() const { return QStringLiteral("Active"); }
+    QString status() const { return m_status; }
     int windowId() const { return 0; }
     bool itemIsMenu() const { return false; }
     QDBusObjectPath menu() const { return QDBusObjectPath(MenuPath); }
@@ -77,6 +79,7 @@ public slots:
     void ProvideXdgActivationToken(const QString &token);
 
 signals:
+    Q_SCRIPTABLE void NewStatus(const QString &status);
     Q_SCRIPTABLE void NewIcon();
     Q_SCRIPTABLE void NewToolTip();
     Q_SCRIPTABLE void XAyatanaNewLabel(const QString &label, const QString &guide);
@@ -91,6 +94,7 @@ private:
 
     TitlePainter &m_painter;
     const NotifierHostKind m_kind;
+    QString m_status = QStringLiteral("Active");
     TrayContent m_content;
     QList<NotifierPixmap> m_pixmaps; ///< empty until a panel reads them
     std::function<QString()> m_toolTipSource;

@@ -5,7 +5,6 @@
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 
-#include <QCoreApplication>
 #include <QCursor>
 
 #include <utility>
@@ -21,20 +20,12 @@ constexpr auto FailureRetry = 1s;
 constexpr auto FirstRefusalRetry = 10s;
 constexpr auto LongestRefusalRetry = 10min;
 constexpr auto RegistrationTimeout = 3s;
+constexpr auto PresenceDelay = 1s; // from the registration to the look at the panel's list
+constexpr auto StableAge = 10s; // of a presentation that makes up for failures before it
 constexpr int ClickedSize = 2; // logical pixels around the click
 
 constexpr uint DoNotQueue = 4; // flag of RequestName
 constexpr uint PrimaryOwner = 1; // reply of RequestName
-
-const QString itemPath = QStringLiteral("/StatusNotifierItem");
-
-QString newItemName()
-{
-    static int count = 0;
-    return QStringLiteral("org.kde.StatusNotifierItem-%1-%2")
-        .arg(QCoreApplication::applicationPid())
-        .arg(++count);
-}
 
 } // namespace
 
@@ -46,6 +37,12 @@ NotifierItem::NotifierItem(BusConnection &bus, TitlePainter &painter, QObject *p
     , m_refusalRetry(FirstRefusalRetry, LongestRefusalRetry)
 {
     connect(&m_watcher, &NotifierWatcher::hostChanged, this, &NotifierItem::handleWatcher);
+    connect(&m_watcher, &NotifierWatcher::itemsRead, this, &NotifierItem::checkPresence);
+    connect(&m_watcher, &NotifierWatcher::itemRemoved, this,
+            [this](const QString &item) { m_wasListed = m_wasListed || isIn({item}); });
+    m_presenceCheck.setSingleShot(true);
+    m_presenceCheck.setInterval(PresenceDelay);
+    connect(&m_presenceCheck, &QTimer::timeout, &m_watcher, &NotifierWatcher::readItems);
     connect(&bus, &BusConnection::disconnected, this, [this] {
         withdraw();
         m_refusedBy.clear(); // a new bus may give the same name to somebody else
@@ -77,6 +74,7 @@ void NotifierItem::attach()
     m_attached = true;
     if (m_presentedTo != m_watcher.owner()) {
         m_failures = 0;
+        m_wasListed = false;
         present();
     }
 }
@@ -156,8 +154,9 @@ void NotifierItem::present()
     if (!m_watcher.hasHost())
         return;
     QDBusConnection connection = *m_bus.connection();
-    m_name = newItemName();
+    m_address.emplace(m_watcher.host().kind);
     m_presentedTo = m_watcher.owner();
+    m_age.start();
     m_interface = std::make_unique<NotifierInterface>(m_painter, m_watcher.host().kind, m_content,
                                                       [this] { return m_toolTipSource(); });
     m_menu = std::make_unique<NotifierMenu>();
@@ -176,15 +175,19 @@ void NotifierItem::present()
         },
         Qt::QueuedConnection);
     connect(m_menu.get(), &NotifierMenu::chosen, this, &TrayHost::menuChosen, Qt::QueuedConnection);
-    connection.registerObject(itemPath, m_interface.get(),
+    connection.registerObject(m_address->objectPath(), m_interface.get(),
                               QDBusConnection::ExportAllProperties | QDBusConnection::ExportAllSlots
                                   | QDBusConnection::ExportScriptableSignals);
     connection.registerObject(NotifierInterface::MenuPath, m_menu.get(),
                               QDBusConnection::ExportAllProperties
                                   | QDBusConnection::ExportAllSlots);
 
+    if (m_address->isPath()) {
+        registerWithPanel();
+        return;
+    }
     QDBusMessage request = BusConnection::busCall(QStringLiteral("RequestName"));
-    request << m_name << DoNotQueue;
+    request << m_address->text() << DoNotQueue;
     m_bus.call<uint>(request, m_interface.get(), [this](const BusReply<uint> &reply) {
         if (reply.value() == PrimaryOwner)
             registerWithPanel();
@@ -198,7 +201,7 @@ void NotifierItem::registerWithPanel()
     QDBusMessage call = QDBusMessage::createMethodCall(
         m_presentedTo, NotifierWatcher::Path, NotifierWatcher::Interface,
         QStringLiteral("RegisterStatusNotifierItem"));
-    call << m_name;
+    call << m_address->text();
     m_bus.call<void>(
         call, m_interface.get(),
         [this](const BusReply<void> &reply) {
@@ -208,15 +211,42 @@ void NotifierItem::registerWithPanel()
             }
             qCDebug(logTray, "The StatusNotifierWatcher %s has registered the item",
                     qUtf8Printable(m_presentedTo));
-            m_failures = 0;
-            m_refusalRetry.reset();
+            m_isRegistered = true;
+            m_presenceCheck.start();
         },
         RegistrationTimeout);
+}
+
+void NotifierItem::checkPresence(const QStringList &items)
+{
+    if (!m_isRegistered)
+        return;
+    if (isIn(items)) {
+        m_wasListed = true;
+    } else if (m_wasListed || m_failures + 1 < MaximumFailures) {
+        qCDebug(logTray, "The StatusNotifierWatcher %s has lost the item",
+                qUtf8Printable(m_presentedTo));
+        handleFailure(QStringLiteral("it is missing in its list"));
+    } else {
+        // It has taken the item each time, so it rather does not list what it shows.
+        qCDebug(logTray, "The list of the StatusNotifierWatcher %s is not relied on",
+                qUtf8Printable(m_presentedTo));
+    }
+}
+
+/// Whether a watcher's list has the present item.
+bool NotifierItem::isIn(const QStringList &items) const
+{
+    return m_address && m_address->isIn(items, m_bus.connection()->baseService());
 }
 
 void NotifierItem::handleFailure(const QString &reason)
 {
     const QString panel = m_presentedTo;
+    if (m_age.hasExpired(std::chrono::milliseconds(StableAge).count())) {
+        m_failures = 0;
+        m_refusalRetry.reset();
+    }
     withdraw();
     if (++m_failures < MaximumFailures) {
         m_retry.start();
@@ -235,11 +265,17 @@ void NotifierItem::handleFailure(const QString &reason)
 void NotifierItem::withdraw()
 {
     m_retry.stop();
-    if (m_name.isEmpty())
+    m_presenceCheck.stop();
+    if (!m_address)
         return;
-    if (m_bus.connection())
-        m_bus.call(BusConnection::busCall(QStringLiteral("ReleaseName")) << m_name);
-    m_name.clear();
+    if (m_bus.connection()) {
+        if (m_address->isPath())
+            m_interface->hide(); // there is no name to release, at which panels would drop it
+        else
+            m_bus.call(BusConnection::busCall(QStringLiteral("ReleaseName")) << m_address->text());
+    }
+    m_address.reset();
+    m_isRegistered = false;
     m_presentedTo.clear();
     m_interface.reset();
     m_menu.reset();

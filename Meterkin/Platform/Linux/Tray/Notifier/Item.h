@@ -1,10 +1,13 @@
 #pragma once
 
 #include "Platform/Linux/Tray/Host.h"
+#include "Platform/Linux/Tray/Notifier/Address.h"
 #include "Platform/Linux/Tray/Notifier/Interface.h"
 #include "Platform/Linux/Tray/Notifier/Menu.h"
 #include "Platform/Linux/Tray/Notifier/Watcher.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
+
+#include <QElapsedTimer>
 
 #include <chrono>
 #include <functional>
@@ -40,6 +43,8 @@ private:
     void updateAvailability();
     void present();
     void registerWithPanel();
+    void checkPresence(const QStringList &items);
+    bool isIn(const QStringList &items) const;
     void handleFailure(const QString &reason);
     void withdraw();
 
@@ -51,14 +56,18 @@ private:
     bool m_attached = false;
     bool m_wasAvailable = false; ///< when availabilityChanged() was last emitted
 
-    // One presentation to one panel: a bus name with two objects.
-    QString m_name; ///< empty while there is none
+    // One presentation to one panel: two objects, and a bus name where panels find them by that.
+    std::optional<NotifierAddress> m_address; ///< absent while there is none
+    bool m_isRegistered = false;
+    QElapsedTimer m_age;
     std::unique_ptr<NotifierInterface> m_interface;
     std::unique_ptr<NotifierMenu> m_menu;
     QString m_presentedTo; ///< the panel's unique bus name
     QString m_refusedBy; ///< the unique bus name of a panel that does not take the item, for now
     QString m_warnedAbout; ///< the one that the last warning is about
-    int m_failures = 0;
+    bool m_wasListed = false; ///< by that panel, so that its list can be relied on
+    int m_failures = 0; ///< in a row
+    QTimer m_presenceCheck;
     QTimer m_retry;
     RetryTimer m_refusalRetry; ///< for a panel that never took the item
     std::optional<QPoint> m_clickedAt; ///< as the panel gave it

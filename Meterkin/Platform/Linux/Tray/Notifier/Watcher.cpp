@@ -35,12 +35,19 @@ NotifierWatcher::NotifierWatcher(BusConnection &bus, QObject *parent)
     , m_bus(bus)
     , m_name(bus, service)
     , m_query(bus)
+    , m_itemsQuery(bus)
 {
     connect(&m_name, &BusName::changed, this,
             [this] { setOwner(m_name.owner().value_or(QString())); });
     connect(&bus, &BusConnection::connected, this, &NotifierWatcher::followSignals);
     if (bus.connection())
         followSignals();
+}
+
+QDBusMessage NotifierWatcher::propertyCall(const QString &name) const
+{
+    return QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface, QStringLiteral("Get"))
+        << Interface << name;
 }
 
 void NotifierWatcher::followSignals()
@@ -53,6 +60,8 @@ void NotifierWatcher::followSignals()
         connection.connect(QString(), Path, Interface, signal, this, SLOT(query()));
     connection.connect(QString(), Path, propertiesInterface, QStringLiteral("PropertiesChanged"),
                        this, SLOT(query()));
+    connection.connect(QString(), Path, Interface, QStringLiteral("StatusNotifierItemUnregistered"),
+                       this, SLOT(handleRemoval(QString)));
 }
 
 void NotifierWatcher::setOwner(const QString &owner)
@@ -61,6 +70,7 @@ void NotifierWatcher::setOwner(const QString &owner)
         return;
     m_owner = owner;
     m_query.cancel();
+    m_itemsQuery.cancel();
     m_host.reset();
     m_hostRegistered = false;
     update();
@@ -87,13 +97,30 @@ void NotifierWatcher::query()
     }
     // Repeated after any error: nothing else says when a watcher that starts, or hangs, is ready.
     m_query.send<QVariant>(
-        QDBusMessage::createMethodCall(m_owner, Path, propertiesInterface, QStringLiteral("Get"))
-            << Interface << QStringLiteral("IsStatusNotifierHostRegistered"),
+        propertyCall(QStringLiteral("IsStatusNotifierHostRegistered")),
         [this](const BusReply<QVariant> &reply) {
             m_hostRegistered = reply.value().toBool();
             update();
         },
         RepeatedCall::RepeatAfter::AnyError);
+}
+
+void NotifierWatcher::readItems()
+{
+    if (m_owner.isEmpty())
+        return;
+    m_itemsQuery.send<QVariant>(propertyCall(QStringLiteral("RegisteredStatusNotifierItems")),
+                                [this](const BusReply<QVariant> &reply) {
+                                    if (reply.value().metaType()
+                                        == QMetaType::fromType<QStringList>())
+                                        emit itemsRead(reply.value().toStringList());
+                                });
+}
+
+void NotifierWatcher::handleRemoval(const QString &item)
+{
+    emit itemRemoved(item);
+    readItems();
 }
 
 void NotifierWatcher::update()

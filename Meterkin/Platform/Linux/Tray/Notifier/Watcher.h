@@ -24,14 +24,24 @@ public:
     /// The unique bus name behind the watcher; empty when there is none.
     const QString &owner() const { return m_owner; }
 
+public slots:
+    /// itemsRead() follows, unless the watcher does not tell.
+    void readItems();
+
 signals:
     /// hasHost() has changed. Between two owners there is always no host.
     void hostChanged();
+    /// The items that the watcher has, by names of its own making.
+    void itemsRead(const QStringList &items);
+    /// One has gone; itemsRead() follows.
+    void itemRemoved(const QString &item);
 
 private slots:
     void query();
+    void handleRemoval(const QString &item);
 
 private:
+    QDBusMessage propertyCall(const QString &name) const;
     void followSignals();
     void setOwner(const QString &owner);
     void update();
@@ -39,6 +49,7 @@ private:
     BusConnection &m_bus;
     BusName m_name;
     RepeatedCall m_query; ///< for the kind, and then for the host
+    RepeatedCall m_itemsQuery;
     QString m_owner;
     std::optional<NotifierHost> m_host;
     bool m_hostRegistered = false;
