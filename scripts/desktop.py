@@ -6,7 +6,7 @@ import subprocess
 import sys
 import time
 
-from panels import PANELS
+from panels import PANELS, is_on_wayland
 from private_desktop import Desktop
 
 SETTLE_SECONDS = 2.5
@@ -87,7 +87,7 @@ def main():
     for number in ENDING:
         signal.signal(number, interrupt)
     try:
-        with Desktop(wayland=wanted.panel == "waybar") as desktop:
+        with Desktop(wayland=is_on_wayland(wanted.panel)) as desktop:
             return run_on(desktop, wanted)
     except Interrupted as interruption:
         return 128 + interruption.args[0]

@@ -13,7 +13,7 @@ from typing import NamedTuple, Optional
 from made_up_hardware import Hardware
 from measuring import (AccessCounter, is_over, memory_of, processor_time_of, release_build,
                        start_program, switches_of, threads_of, title_window)
-from panels import PANELS, XEMBED
+from panels import PANELS, XEMBED, is_on_wayland
 from peers import start_peers
 from private_desktop import Desktop
 from x_display import Rect
@@ -57,7 +57,7 @@ ROWS = {
 
 
 def open_desktop(stack, panel):
-    desktop = stack.enter_context(Desktop(wayland=panel == "waybar"))
+    desktop = stack.enter_context(Desktop(wayland=is_on_wayland(panel)))
     # As on every real one; the program keeps looking for a system bus that is missing.
     desktop.environment["DBUS_SYSTEM_BUS_ADDRESS"] = \
         desktop.environment["DBUS_SESSION_BUS_ADDRESS"]

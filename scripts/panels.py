@@ -23,7 +23,7 @@ def write(path, text):
     return str(path)
 
 
-def xfce4(environment, folder):
+def xfce4(environment, folder, mode=0):
     write(f"{environment['XDG_CONFIG_HOME']}/xfce4/xfconf/xfce-perchannel-xml/xfce4-panel.xml", f"""
         <?xml version="1.0" encoding="UTF-8"?>
         <channel name="xfce4-panel" version="1.0">
@@ -33,6 +33,7 @@ def xfce4(environment, folder):
             <property name="panel-1" type="empty">
               <property name="position" type="string" value="p=6;x=0;y=0"/>
               <property name="position-locked" type="bool" value="true"/>
+              <property name="mode" type="uint" value="{mode}"/>
               <property name="length" type="uint" value="100"/>
               <property name="size" type="uint" value="{HEIGHT}"/>
               <property name="plugin-ids" type="array">
@@ -59,7 +60,11 @@ def xfce4(environment, folder):
     return ["xfce4-panel", "--disable-wm-check"]
 
 
-def mate(environment, folder):
+def xfce4_left(environment, folder):
+    return xfce4(environment, folder, mode=1)
+
+
+def mate(environment, folder, side="top"):
     def applet(name, kind, position):
         return f"""
         [org/mate/panel/objects/{name}]
@@ -75,7 +80,7 @@ def mate(environment, folder):
         object-id-list=['clock', 'tray']
 
         [org/mate/panel/toplevels/top]
-        orientation='top'
+        orientation='{side}'
         expand=true
         size={HEIGHT}
         screen=0
@@ -85,6 +90,10 @@ def mate(environment, folder):
     database.parent.mkdir(parents=True, exist_ok=True)
     subprocess.run(["dconf", "compile", database, f"{folder}/dconf"], check=True, env=environment)
     return ["mate-panel"]
+
+
+def mate_left(environment, folder):
+    return mate(environment, folder, "left")
 
 
 def lxqt(environment, folder):
@@ -191,12 +200,23 @@ def waybar(environment, folder):
     return ["waybar", "-c", settings, "-s", style]
 
 
+def swaybar(environment, folder):
+    return ["swaybar", "-b", "tray", "-s", environment["SWAYSOCK"]]
+
+
 PANELS = {
     "xfce4": Panel(xfce4, XEMBED),
+    "xfce4-left": Panel(xfce4_left, XEMBED),
     "mate": Panel(mate, XEMBED),
+    "mate-left": Panel(mate_left, XEMBED),
     "lxqt": Panel(lxqt, NOTIFIER),
     "tint2": Panel(tint2, XEMBED),
     "i3bar": Panel(i3bar, XEMBED, "i3"),
     "polybar": Panel(polybar, XEMBED),
     "waybar": Panel(waybar, NOTIFIER, "sway"),
+    "swaybar": Panel(swaybar, NOTIFIER, "sway"),
 }
+
+
+def is_on_wayland(panel):
+    return panel in PANELS and PANELS[panel].session == "sway"

@@ -54,6 +54,8 @@ class Desktop(PrivateHome):
         opened = "xhost +local: > /dev/null &&" if xwayland else ""
         settings.write_text(f"output * resolution {WIDTH}x{HEIGHT}\n"
                             f"xwayland {'enable' if xwayland else 'disable'}\n"
+                            # of its bar, which the desktop starts when it is the panel
+                            "bar tray {\nworkspace_buttons no\nswaybar_command true\n}\n"
                             f"exec {opened} echo $DISPLAY $SWAYSOCK > {told}.new && "
                             f"mv {told}.new {told}\n")
         other_user = {}

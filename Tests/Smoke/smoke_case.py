@@ -10,7 +10,7 @@ from typing import NamedTuple, Optional
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
 from made_up_hardware import Hardware  # noqa: E402, F401  (the cases take it from here)
-from panels import NOTIFIER, PANELS  # noqa: E402
+from panels import NOTIFIER, PANELS, is_on_wayland  # noqa: E402
 from private_desktop import Desktop, WATCHER  # noqa: E402
 from private_home import PATIENCE  # noqa: E402
 from x_display import Window  # noqa: E402
@@ -76,7 +76,7 @@ class SmokeCase(unittest.TestCase):
         """A fresh desktop, with the panel's tray there already."""
         if self.desktop:
             self.desktop.close()
-        self.desktop = Desktop(wayland or panel == "waybar", xwayland)
+        self.desktop = Desktop(wayland or is_on_wayland(panel), xwayland)
         self.addCleanup(self.desktop.close)
         self.write_settings()
         self.start_panel(panel)

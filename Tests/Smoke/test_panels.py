@@ -1,12 +1,13 @@
 """The item in each kind of panel, whether the panel or the program comes first, or comes again."""
 import unittest
 
-from smoke_case import FULL, PATIENCE, SmokeCase, hue_name, title_color
+from smoke_case import FULL, PATIENCE, SmokeCase, hue_name, is_on_wayland, title_color
 from x_display import Rect
 
 WIDE, SQUARE, NOTIFIER, STRIP = "wide text", "square", "notifier", "strip"
 HOSTS = {"xfce4": WIDE, "lxqt": NOTIFIER, "tint2": SQUARE,
-         "mate": WIDE, "i3bar": SQUARE, "polybar": SQUARE, "waybar": NOTIFIER, "none": STRIP}
+         "mate": WIDE, "i3bar": SQUARE, "polybar": SQUARE, "waybar": NOTIFIER, "none": STRIP,
+         "xfce4-left": SQUARE, "mate-left": SQUARE, "swaybar": NOTIFIER}
 SHORT_LIST = ("xfce4", "lxqt", "tint2", "none")
 
 
@@ -25,7 +26,7 @@ class TestPanels(SmokeCase):
             if host == "none":
                 continue
             with self.subTest(host):
-                self.open_desktop(wayland=host == "waybar")
+                self.open_desktop(wayland=is_on_wayland(host))
                 self.start()
                 if not self.desktop.wayland:
                     self.wait_for_item_in("none")
