@@ -105,6 +105,17 @@ class RealSession(PrivateHome):
     def picture(self, rect=None):
         return self.screen.image(rect)
 
+    def own_picture(self, title):
+        """What a window on the session's X display has drawn, whatever the screen shows of it."""
+        if "DISPLAY" not in self.environment:
+            return None
+        display = XDisplay(self.environment["DISPLAY"])
+        try:
+            window = next((w for w in display.windows() if w.name == title and w.viewable), None)
+            return window and display.image(window=window.id)
+        finally:
+            display.close()
+
     def tool(self, *words):
         """The pointer and the keyboard, by xdotool's words."""
         self.run("env", f"DISPLAY={self.outer}", "xdotool", *map(str, words))

@@ -228,15 +228,16 @@ class XDisplay:
             todo += [(kid, window) for kid in self.children(window)]
         return found
 
-    def image(self, rect=None):
-        """The screen, or a part of it, as it is seen."""
+    def image(self, rect=None, window=None):
+        """The screen as it is seen, or a window of a composited one; or a part of it."""
+        drawable = window or self.root
         attributes = XWindowAttributes()
-        self.library.XGetWindowAttributes(self.display, self.root, attributes)
+        self.library.XGetWindowAttributes(self.display, drawable, attributes)
         screen = Rect(0, 0, attributes.width, attributes.height)
         rect = rect or screen
         if rect.width <= 0 or rect.height <= 0 or not screen.contains(rect):
             raise ValueError(f"not on the screen: {rect}")
-        image = self.library.XGetImage(self.display, self.root, *rect, ALL_PLANES, Z_PIXMAP)
+        image = self.library.XGetImage(self.display, drawable, *rect, ALL_PLANES, Z_PIXMAP)
         if not image:
             raise OSError("the X server gives no image")
         try:
