@@ -72,9 +72,15 @@ void acceptActivationToken(const QString &token)
         qputenv(tokenVariable, bytes);
 }
 
+void activateWindow(QWindow &window)
+{
+    window.requestActivate();
+    qunsetenv(tokenVariable);
+}
+
 void spendActivationToken(QWindow &window)
 {
     if (qEnvironmentVariableIsSet(tokenVariable)
         && qGuiApp->nativeInterface<QNativeInterface::QX11Application>() == nullptr)
-        window.requestActivate();
+        activateWindow(window);
 }

@@ -8,6 +8,10 @@ class QWindow;
 /// get the focus without it, it only ends the busy pointer. Main thread only.
 void acceptActivationToken(const QString &token);
 
-/// For a click that opens no window: shows the token, if there is one, by a window that is still
-/// there. Else the pointer would stay busy for a while.
+/// Asks for the focus with the token, if there is one. A window that cannot show it drops it, so
+/// that no later one shows an old token.
+void activateWindow(QWindow &window);
+
+/// The same for a click that opens no window, by one that is still there, and only if there is a
+/// token: else the pointer would stay busy for a while.
 void spendActivationToken(QWindow &window);

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Windows/Panels.h"
 
 #include "Platform/Linux/Windows/PopoverPlacement.h"
+#include "Platform/Linux/Windows/Sway.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 
 #include <QGuiApplication>
@@ -42,6 +43,10 @@ QRect x11PanelAt(X11Connection &connection, QPoint place)
 
 QRect x11FreeGeometry(X11Connection &connection, const QScreen &screen)
 {
+    if (connection.isXwayland()) {
+        if (const QRect free = swayFreeGeometry(screen); !free.isEmpty())
+            return free;
+    }
     const QRect all = screen.geometry();
     QRect free = screen.availableGeometry();
     if (free != all || QGuiApplication::screens().size() == 1)

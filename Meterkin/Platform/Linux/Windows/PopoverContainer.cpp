@@ -100,7 +100,7 @@ void LinuxPopoverContainer::showWindow()
     m_window->animateIn();
     watchPresses();
     if (!m_bypassesWindowManager)
-        m_window->requestActivate();
+        activateWindow(*m_window);
     if (isOnScreen)
         handleExposure();
 }
@@ -205,10 +205,16 @@ void LinuxPopoverContainer::handleExposure()
 {
     if (!m_bypassesWindowManager || !m_isShown || !std::exchange(m_isFocusDue, false))
         return;
-    if (m_connection.isXwayland())
-        m_window->setKeyboardGrabEnabled(true); // the focus is the compositor's
+    if (isKeyboardGrabbed())
+        m_window->setKeyboardGrabEnabled(true);
     else
         m_focus.take(static_cast<xcb_window_t>(m_window->winId()));
+}
+
+/// In place of the focus, which under Xwayland is the compositor's.
+bool LinuxPopoverContainer::isKeyboardGrabbed() const
+{
+    return m_bypassesWindowManager && m_connection.isXwayland();
 }
 
 void LinuxPopoverContainer::limitInputToFrame()
@@ -237,7 +243,7 @@ void LinuxPopoverContainer::watchPresses()
 
 void LinuxPopoverContainer::handlePress()
 {
-    if (!m_isShown)
+    if (!m_isShown || !m_screen)
         return;
     if (m_connection.isXwayland()) // no click on the item follows
         return startClosing();
@@ -271,7 +277,8 @@ void LinuxPopoverContainer::startClosing()
     if (!std::exchange(m_isShown, false))
         return;
     m_isFocusDue = false;
-    m_window->setKeyboardGrabEnabled(false);
+    if (isKeyboardGrabbed())
+        m_window->setKeyboardGrabEnabled(false);
     m_presses.stop();
     m_window->animateOut();
 }

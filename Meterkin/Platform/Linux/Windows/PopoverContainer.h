@@ -36,6 +36,7 @@ private:
     void place();
     /// Presses on the shadow go to the windows below.
     void limitInputToFrame();
+    bool isKeyboardGrabbed() const;
     QRect frameOnRoot() const;
     void watchPresses();
     void handleExposure();

@@ -106,9 +106,10 @@ std::optional<std::chrono::seconds> NotifierItem::toolTipPeriod() const
 
 QRect NotifierItem::geometry() const
 {
-    // Panels that do not know the place give the origin.
-    const std::optional<QPoint> position =
-        m_clickedAt && !m_clickedAt->isNull() ? logicalPosition(*m_clickedAt) : std::nullopt;
+    // Panels that do not know the place give the origin. Waybar counts from the item's own corner.
+    const bool isPlace =
+        m_clickedAt && !m_clickedAt->isNull() && m_watcher.host().kind != NotifierHostKind::Wide;
+    const std::optional<QPoint> position = isPlace ? logicalPosition(*m_clickedAt) : std::nullopt;
     if (!position)
         return QRect();
     return QRect(*position - QPoint(ClickedSize / 2, ClickedSize / 2),
