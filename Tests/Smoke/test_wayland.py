@@ -1,8 +1,11 @@
 """The program's windows on Wayland: on its own, and as is usual through Xwayland."""
+import json
 import unittest
 
 from smoke_case import PATIENCE
-from window_case import WindowCase
+from window_case import POPOVER_WIDTH, WindowCase
+
+GAP = 6     # pixels from the panel
 
 
 class TestWayland(WindowCase):
@@ -18,7 +21,12 @@ class TestWayland(WindowCase):
                 self.open_desktop("waybar", xwayland=xwayland)
                 self.start_readable()
                 self.choose_item()
-                self.wait_for(self.popover)
+                popover = self.wait_for(self.popover)
+                if xwayland:    # beside the bar, which only sway knows of
+                    free = json.loads(self.desktop.run("swaymsg", "-rt", "get_workspaces"))[0]["rect"]
+                    shadow = (popover.rect.width - POPOVER_WIDTH) // 2
+                    self.assertEqual(popover.rect.y + popover.rect.height - shadow,
+                                     free["y"] + free["height"] - GAP)
                 self.act("push button: Open Settings")
                 self.wait_for(self.settings_window)
                 self.wait_for_end_of(self.popover)
