@@ -17,5 +17,5 @@ constexpr std::uint32_t tierColor(ThresholdTier tier, bool isOnDark)
     case ThresholdTier::Red:
         break;
     }
-    return isOnDark ? 0xffff6961 : 0xffd4212c;
+    return isOnDark ? 0xffff5c54 : 0xffd4212c;
 }

@@ -26,10 +26,15 @@ private slots:
             QCOMPARE(luminance(color("windowBackground")) < 0.5, dark);
             const QColor window = color("windowBackground");
             const QColor card = blended(color("card"), window);
-            for (const char *text : {"primary", "secondary", "highlight"})
-                QVERIFY2(contrast(color(text), window) >= 4.5, text);
-            for (const char *text : {"primary", "secondary", "warning", "red"})
-                QVERIFY2(contrast(color(text), card) >= 4.5, text);
+            const QColor control = blended(color("control"), card);
+            for (const auto &[text, background] : {std::pair("primary", control),
+                                                   {"secondary", control},
+                                                   {"danger", control},
+                                                   {"warning", card},
+                                                   {"highlight", card},
+                                                   {"highlight", window},
+                                                   {"secondary", window}})
+                QVERIFY2(contrast(color(text), background) >= 4.5, text);
             for (const char *drawing : {"green", "yellow", "red", "orange"})
                 QVERIFY2(contrast(color(drawing), card) >= 3.0, drawing);
             QVERIFY(contrast(color("orange"), window) >= 3.0);

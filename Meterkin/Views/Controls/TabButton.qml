@@ -45,7 +45,8 @@ T.TabButton {
     }
     background: Plate {
         radius: 7
-        color: button.selected ? Theme.fill(false, false)
+        lineColor: button.selected ? Theme.cardLine : "transparent"
+        color: button.selected ? Theme.card
             : button.hovered ? Theme.faded(Theme.primary, 0.04) : "transparent"
 
         FocusRing {

@@ -60,7 +60,7 @@ FormRow {
             visible: row.recorder.canClear
             text: "Clear"
             font.pixelSize: Theme.points(11)
-            textColor: Theme.red
+            textColor: Theme.danger
             onClicked: {
                 // The button disappears; the focus stays in the row.
                 if (clearButton.visualFocus)

@@ -16,7 +16,7 @@ Plate {
 
     implicitHeight: 6
     radius: height / 2
-    color: Theme.fill(false, false)
+    color: Theme.control
     Accessible.role: Accessible.ProgressBar
     Accessible.name: "Progress"
 
