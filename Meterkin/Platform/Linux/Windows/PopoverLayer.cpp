@@ -1,5 +1,7 @@
 #include "Platform/Linux/Windows/PopoverLayer.h"
 
+#include "Platform/Linux/Windows/PlasmaWorkArea.h"
+
 #include <QGuiApplication>
 #include <QRasterWindow>
 
@@ -66,12 +68,14 @@ PopoverLayer::PopoverLayer(LayerShell &shell, PopoverWindow &window)
     : m_shell(shell)
     , m_window(window)
     , m_surface(shell.makeSurface(window, LayerShell::Kind::Transient))
+    , m_plasma(std::make_unique<PlasmaWorkArea>())
 {
     m_pointerPatience.setSingleShot(true);
     m_pointerPatience.setInterval(PointerPatience);
     connect(&m_pointerPatience, &QTimer::timeout, this,
             [this] { openOn(QGuiApplication::screenAt(m_item.center())); });
     connect(m_surface.get(), &LayerSurface::measured, this, &PopoverLayer::measure);
+    connect(m_plasma.get(), &PlasmaWorkArea::found, this, &PopoverLayer::settle);
     connect(m_surface.get(), &LayerSurface::ready, this, &PopoverLayer::ready);
     connect(m_surface.get(), &LayerSurface::closed, this, &PopoverLayer::dismissed);
 }
@@ -108,13 +112,31 @@ void PopoverLayer::measure(QSize free)
 {
     if (m_screen == nullptr)
         return;
+    m_free = free;
+    if (free == m_screen->size()) // no panel, or none in the layer shell
+        m_plasma->ask(*m_screen);
+    else
+        settle(QRect());
+}
+
+void PopoverLayer::settle(const QRect &plasmaArea)
+{
+    if (m_screen == nullptr || !m_isOpen)
+        return;
     const QRect screen = m_screen->geometry();
-    if (!m_pointer.isEmpty() && !freePart(screen, free, m_pointer).contains(m_pointer))
+    const QRect plasma = plasmaArea.intersected(screen);
+    const auto available = [&](const QRect &item) {
+        return plasma.isEmpty() ? freePart(screen, m_free, item) : plasma;
+    };
+    if (!m_pointer.isEmpty() && !available(m_pointer).contains(m_pointer))
         m_item = m_seenItem = m_pointer;
-    const bool isHere = screen.contains(m_item);
-    const QRect available = freePart(screen, free, isHere ? m_item : QRect());
-    const QRect item = isHere ? m_item : likelyItem(screen, available, available.center(), QRect());
-    m_surroundings = {item, QRect(), screen, available};
+    QRect item = m_item;
+    if (!screen.contains(item)) {
+        const QRect area = available(QRect());
+        item = likelyItem(screen, area, area.center(), QRect());
+    }
+    m_layerArea = freePart(screen, m_free, item);
+    m_surroundings = {item, QRect(), screen, available(item)};
     place();
 }
 
@@ -126,9 +148,9 @@ void PopoverLayer::place()
     m_window.place(place, *m_screen);
     const int shadow = m_window.frameRect().left();
     const QRect window = place.frame.adjusted(-shadow, -shadow, shadow, shadow);
-    const QRect &free = m_surroundings.available;
-    const QMargins distances(window.left() - free.left(), window.top() - free.top(),
-                             free.right() - window.right(), free.bottom() - window.bottom());
+    const QMargins distances(window.left() - m_layerArea.left(), window.top() - m_layerArea.top(),
+                             m_layerArea.right() - window.right(),
+                             m_layerArea.bottom() - window.bottom());
     const Qt::Edges edges = (place.side == PanelSide::Bottom ? Qt::BottomEdge : Qt::TopEdge)
         | (place.side == PanelSide::Right ? Qt::RightEdge : Qt::LeftEdge);
     m_surface->place({edges, distances, window.size()});
@@ -138,6 +160,7 @@ void PopoverLayer::close()
 {
     m_isOpen = false;
     m_pointerPatience.stop();
+    m_plasma->cancel();
     m_surroundings = {};
     m_surface->close();
     m_backdrops.clear();

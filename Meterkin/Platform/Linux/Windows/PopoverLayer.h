@@ -11,6 +11,8 @@
 #include <memory>
 #include <vector>
 
+class PlasmaWorkArea;
+
 /// A popover's place on a Wayland desktop that has a layer shell: at the panel, above all else,
 /// with the keyboard. Behind it unseen windows cover the screens: they take a press elsewhere, and
 /// tell where the pointer is, which is the only sure sign of where the item is. Main thread only.
@@ -44,6 +46,7 @@ private:
     void findPointer(QScreen &screen, QPoint position);
     void openOn(QScreen *screen);
     void measure(QSize free);
+    void settle(const QRect &plasmaArea);
 
     LayerShell &m_shell;
     PopoverWindow &m_window;
@@ -54,6 +57,9 @@ private:
     QRect m_seenItem;
     QRect m_pointer; ///< as an item; empty when it was not found
     QPointer<QScreen> m_screen; ///< once it is chosen
-    PopoverSurroundings m_surroundings; ///< empty until the free part is known
+    const std::unique_ptr<PlasmaWorkArea> m_plasma;
+    QSize m_free; ///< the part of that screen beside the panels that the compositor knows
+    QRect m_layerArea; ///< the same part, which a layer surface's distances count from
+    PopoverSurroundings m_surroundings; ///< empty until the place of the item is known
     bool m_isOpen = false;
 };
