@@ -12,6 +12,7 @@ namespace {
 constexpr quint32 XembedMapped = 1;
 constexpr quint32 XembedVersion = 0;
 constexpr quint32 SystemTrayRequestDock = 0;
+constexpr quint8 ColorDepth = 24;
 constexpr quint8 AlphaDepth = 32;
 
 /// The fields of WM_SIZE_HINTS up to the base size; all else is zero.
@@ -166,8 +167,9 @@ std::optional<QColor> XembedWindow::background(QSize size) const
         return std::nullopt;
     const auto *begin = reinterpret_cast<const QRgb *>(xcb_get_image_data(image.get()));
     const std::span pixels(begin, xcb_get_image_data_length(image.get()) / sizeof(QRgb));
-    // Other servers than those of 32 bits for a pixel are history.
-    if (pixels.size() != static_cast<std::size_t>(width) * height)
+    // Eight bits for a colour, in pixels of 32.
+    if ((image->depth != ColorDepth && image->depth != AlphaDepth)
+        || pixels.size() != static_cast<std::size_t>(width) * height)
         return std::nullopt;
     const QColor middle = middleColor(pixels);
     const bool isOpaque = image->depth != AlphaDepth || middle.alpha() == 255;

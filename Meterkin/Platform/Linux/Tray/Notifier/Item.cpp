@@ -121,6 +121,8 @@ std::optional<QColor> NotifierItem::background(std::optional<bool> isDesktopDark
     std::optional<bool> isDark;
     switch (m_watcher.host().background) {
     case NotifierBackground::Black:
+        if (qEnvironmentVariable("XDG_CURRENT_DESKTOP").contains(QStringLiteral("GNOME-Classic")))
+            break; // light
         return Qt::black;
     case NotifierBackground::AsDesktop:
         isDark = isDesktopDark;
