@@ -89,6 +89,10 @@ class Gnome(RealSession):
         return [SessionWindow(title or "", Rect(*rect), has_keyboard, is_listed)
                 for title, rect, has_keyboard, is_listed in self.evaluate(WINDOWS) or ()]
 
+    def move(self, title, x, y):
+        self.evaluate(f"""global.get_window_actors().map(actor => actor.meta_window)
+            .find(window => window.title === "{title}").move_frame(true, {x}, {y})""")
+
     # --- what the desktop can change -----------------------------------------------------------
 
     def set_dark(self, is_dark):

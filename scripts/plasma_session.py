@@ -9,7 +9,7 @@ from real_session import BACKGROUND, HEIGHT, WIDTH, RealSession, SessionWindow
 from x_display import Rect
 
 PANEL_HEIGHT = 44
-MARK = "windows of this session:"
+MARK = "what was asked:"
 WINDOWS = """
 const shown = workspace.clientList().filter(window =>
     !window.desktopWindow && !window.dock && !window.minimized);
@@ -18,6 +18,12 @@ console.info("%s" + JSON.stringify(shown.map(window => {
     return [window.caption, [rect.x, rect.y, rect.width, rect.height].map(Math.round),
             window.active, !window.skipTaskbar];
 })));
+""" % MARK
+MOVE = """
+const wanted = workspace.clientList().find(window => window.caption === "%%s");
+const rect = wanted.frameGeometry;
+wanted.frameGeometry = {x: %%d, y: %%d, width: rect.width, height: rect.height};
+console.info("%strue");
 """ % MARK
 BACKDROP = """
 for (const desktop of desktops()) {
@@ -97,14 +103,14 @@ class Plasma(RealSession):
         self.wait(lambda: not self.name_has_owner("org.kde.plasmashell"),
                   what="the end of the panel")
 
-    def windows(self):
-        source = self.folder / "windows.js"
-        source.write_text(WINDOWS)
+    def run_in_compositor(self, source):
+        """What a script of KWin's own says with console.info()."""
+        file = self.folder / "script.js"
+        file.write_text(source)
         before = self.log("kwin").stat().st_size
         number = re.search(r"\d+", self.call("org.kde.KWin", "/Scripting",
-                                             "org.kde.kwin.Scripting.loadScript", str(source)))
-        path = f"/{number[0]}"
-        self.call("org.kde.KWin", path, "org.kde.kwin.Script.run")
+                                             "org.kde.kwin.Scripting.loadScript", str(file)))
+        self.call("org.kde.KWin", f"/{number[0]}", "org.kde.kwin.Script.run")
 
         def told():
             with open(self.log("kwin"), "rb") as log:
@@ -113,10 +119,16 @@ class Plasma(RealSession):
                     if MARK in line:
                         return line.partition(MARK)[2]
             return None
-        answer = self.wait(told, 10, "KWin's windows")
-        self.call("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting.unloadScript", str(source))
+        answer = self.wait(told, 10, "KWin's answer")
+        self.call("org.kde.KWin", "/Scripting", "org.kde.kwin.Scripting.unloadScript", str(file))
+        return json.loads(answer)
+
+    def windows(self):
         return [SessionWindow(title, Rect(*rect), has_keyboard, is_listed)
-                for title, rect, has_keyboard, is_listed in json.loads(answer)]
+                for title, rect, has_keyboard, is_listed in self.run_in_compositor(WINDOWS)]
+
+    def move(self, title, x, y):
+        self.run_in_compositor(MOVE % (title, x, y))
 
     def set_dark(self, is_dark):
         self.run("plasma-apply-colorscheme", "BreezeDark" if is_dark else "BreezeLight")

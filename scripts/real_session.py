@@ -99,6 +99,9 @@ class RealSession(PrivateHome):
         """All windows that are shown, by the compositor's own list."""
         raise NotImplementedError
 
+    def move(self, title, x, y):
+        raise NotImplementedError
+
     def panel_rect(self):
         raise NotImplementedError
 

@@ -86,6 +86,9 @@ class Sway(RealSession):
             todo += node["nodes"] + node["floating_nodes"]
         return found
 
+    def move(self, title, x, y):
+        self.run("swaymsg", f'[title="{title}"] move absolute position {x} {y}')
+
     def set_dark(self, is_dark):
         self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme",
                  "prefer-dark" if is_dark else "default")
