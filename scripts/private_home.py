@@ -163,6 +163,7 @@ class PrivateHome:
         """A "session" or "system" bus. It starts these services of the machine (patterns) where
         they are installed, and no others: those of other desktops would get in the way."""
         folder = Path(tempfile.mkdtemp(prefix=f"{kind}-bus-", dir=self.folder))
+        folder.chmod(0o711)     # for the user whom a test gives the place to
         for pattern in services:
             for file in SERVICES.glob(f"{pattern}.service"):
                 (folder / file.name).symlink_to(file)
