@@ -1,6 +1,7 @@
 #include "Platform/Linux/Tray/ItemMenu.h"
 
 #include "Platform/Linux/Tray/PanelWindow.h"
+#include "Platform/Linux/X11/DisplayServer.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 
 #include <QFontMetrics>
@@ -39,10 +40,9 @@ int gapsBefore(int row)
 ItemMenu::ItemMenu(X11Connection &connection, QPoint anchor)
     : m_connection(connection)
     , m_presses(connection)
+    , m_takesFocus(connection.isXwayland() && !mayBypassWindowManager(connection))
 {
-    // Under Xwayland grabs end at the borders of X windows: there the menu takes the keyboard focus
-    // as a window of its own.
-    setFlags((connection.isXwayland() ? Qt::Tool | Qt::WindowStaysOnTopHint : Qt::Popup)
+    setFlags((m_takesFocus ? Qt::Tool | Qt::WindowStaysOnTopHint : Qt::Popup)
              | Qt::FramelessWindowHint);
     connect(&m_presses, &X11Presses::pressed, this, [this] {
         m_presses.stop();
@@ -58,7 +58,8 @@ ItemMenu::ItemMenu(X11Connection &connection, QPoint anchor)
                      rows * RowHeight + gapsBefore(rows - 1) * GroupGap + 2 * EdgePadding);
     setGeometry(PanelWindow::beside(anchor, size));
     show();
-    requestActivate();
+    if (m_takesFocus)
+        requestActivate();
 }
 
 void ItemMenu::paintEvent(QPaintEvent *)
@@ -84,13 +85,14 @@ void ItemMenu::exposeEvent(QExposeEvent *event)
     QRasterWindow::exposeEvent(event);
     if (!isExposed())
         return;
-    if (m_connection.isXwayland()) {
+    // So that keys and clicks elsewhere reach the menu, whatever window is active. Under Xwayland
+    // grabs of the mouse end at the borders of X windows, and mostly those of the keyboard, too.
+    if (m_connection.isXwayland())
         watchPresses();
-    } else {
-        // So that keys and clicks elsewhere reach the menu, whatever window is active.
+    else
         setMouseGrabEnabled(true);
+    if (!m_takesFocus)
         setKeyboardGrabEnabled(true);
-    }
 }
 
 void ItemMenu::moveEvent(QMoveEvent *event)
@@ -102,7 +104,7 @@ void ItemMenu::moveEvent(QMoveEvent *event)
 
 void ItemMenu::focusOutEvent(QFocusEvent *)
 {
-    if (m_connection.isXwayland() && isVisible())
+    if (m_takesFocus && isVisible())
         dismiss();
 }
 

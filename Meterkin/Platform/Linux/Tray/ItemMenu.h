@@ -40,6 +40,7 @@ private:
 
     X11Connection &m_connection;
     X11Presses m_presses; ///< under Xwayland
+    const bool m_takesFocus; ///< as a window of its own, where grabs are not honoured
     int m_selected = NoRow;
     bool m_isPressed = false;
 };

@@ -1,9 +1,9 @@
 #include "Platform/Linux/Windows/PopoverContainer.h"
 
 #include "Platform/Linux/ActivationToken.h"
-#include "Platform/Linux/Windows/DisplayServer.h"
 #include "Platform/Linux/Windows/Panels.h"
 #include "Platform/Linux/Windows/X11Properties.h"
+#include "Platform/Linux/X11/DisplayServer.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 

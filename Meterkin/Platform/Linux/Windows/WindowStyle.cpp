@@ -1,7 +1,7 @@
 #include "Platform/Linux/Windows/WindowStyle.h"
 
-#include "Platform/Linux/Windows/DisplayServer.h"
 #include "Platform/Linux/Windows/X11Properties.h"
+#include "Platform/Linux/X11/DisplayServer.h"
 
 #include <QEvent>
 #include <QGuiApplication>

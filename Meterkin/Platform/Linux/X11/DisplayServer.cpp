@@ -1,4 +1,4 @@
-#include "Platform/Linux/Windows/DisplayServer.h"
+#include "Platform/Linux/X11/DisplayServer.h"
 
 #include "Platform/Linux/X11/Selection.h"
 
