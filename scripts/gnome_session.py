@@ -4,7 +4,7 @@ import json
 import re
 from pathlib import Path
 
-from real_session import BACKGROUND, HEIGHT, WIDTH, RealSession, SessionWindow
+from real_session import BACKGROUND, RealSession, SessionWindow
 from x_display import Rect
 
 EXTENSION = "ubuntu-appindicators@ubuntu.com"
@@ -65,7 +65,7 @@ class Gnome(RealSession):
         options = {"x11": ["--x11"], "wayland": ["--wayland", "--nested"],
                    "native": ["--wayland", "--nested", "--no-x11"]}[self.mode]
         self.spawn(["gnome-shell", *options], "shell",
-                   {"DISPLAY": self.outer, "MUTTER_DEBUG_DUMMY_MODE_SPECS": f"{WIDTH}x{HEIGHT}"})
+                   {"DISPLAY": self.outer, "MUTTER_DEBUG_DUMMY_MODE_SPECS": f"{self.width}x{self.height}"})
         self.wait(lambda: "GNOME Shell started" in self.log("shell").read_text(errors="replace"),
                   what="the shell")
         self.wait(self.has_tray, what="the tray")
@@ -107,7 +107,7 @@ class Gnome(RealSession):
         self.set("org.gnome.shell", "enabled-extensions", str([EXTENSION, READER]))
 
     def panel_rect(self):
-        return Rect(0, 0, WIDTH, int(self.evaluate("Main.panel.height")))
+        return Rect(0, 0, self.width, int(self.evaluate("Main.panel.height")))
 
     def without_hot_key(self):
         return None if self.mode == "x11" else "GNOME 43's portal has no GlobalShortcuts"

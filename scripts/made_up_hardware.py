@@ -20,9 +20,9 @@ class Hardware:
         DirectMap1G"""
     PLACES = {"stat": "/proc/stat", "meminfo": "/proc/meminfo", "class": "/sys/class"}
 
-    def __init__(self, folder):
+    def __init__(self, folder, cores=2):
         self.folder = Path(folder)
-        self.ticks = [1000, 0, 1000, 5000]      # user, nice, system, idle
+        self.ticks = [[1000, 0, 1000, 5000] for _ in range(cores)]      # user, nice, system, idle
         (self.folder / "class" / "hwmon").mkdir(parents=True)
         self.set_memory(42)
         self.run_processor(0, 0)
@@ -62,13 +62,18 @@ class Hardware:
         self.write("meminfo", "")
 
     def run_processor(self, busy, idle):
-        """Lets that many ticks pass."""
-        self.ticks[0] += busy
-        self.ticks[3] += idle
-        user, nice, system, idle = self.ticks
-        self.write("stat", "".join(
-            f"{name} {user * n} {nice * n} {system * n} {idle * n} 0 0 0 0 0 0\n"
-            for name, n in (("cpu", 2), ("cpu0", 1), ("cpu1", 1))) + "intr 0\nctxt 0\n")
+        """Lets that many ticks pass on every core."""
+        self.run_cores([(busy, idle)] * len(self.ticks))
+
+    def run_cores(self, passed):
+        """Lets ticks pass, busy and idle ones of each core."""
+        for core, (busy, idle) in zip(self.ticks, passed):
+            core[0] += busy
+            core[3] += idle
+        lines = {"cpu": map(sum, zip(*self.ticks))}
+        lines |= {f"cpu{number}": core for number, core in enumerate(self.ticks)}
+        self.write("stat", "".join(f"{name} {' '.join(map(str, numbers))} 0 0 0 0 0 0\n"
+                                   for name, numbers in lines.items()) + "intr 0\nctxt 0\n")
 
     def set_fan(self, rpm):
         folder = self.folder / "class" / "hwmon" / "hwmon0"

@@ -5,7 +5,7 @@ import shutil
 from pathlib import Path
 
 from panels import write
-from real_session import BACKGROUND, HEIGHT, WIDTH, RealSession, SessionWindow
+from real_session import BACKGROUND, RealSession, SessionWindow
 from x_display import Rect
 
 PANEL_HEIGHT = 44
@@ -77,8 +77,8 @@ class Plasma(RealSession):
         # a copy is without the capability that not everybody may use
         program = shutil.copy("/usr/bin/kwin_wayland", self.folder / "kwin_wayland")
         xwayland = ["--xwayland"] if self.mode == "wayland" else []
-        self.spawn([program, "--x11-display", self.outer, "--width", str(WIDTH),
-                    "--height", str(HEIGHT), "--socket", "wayland-0", *xwayland], "kwin",
+        self.spawn([program, "--x11-display", self.outer, "--width", str(self.width),
+                    "--height", str(self.height), "--socket", "wayland-0", *xwayland], "kwin",
                    {"WAYLAND_DISPLAY": "", "KWIN_COMPOSE": "Q"})
         self.wait((self.folder / "run" / "wayland-0").exists, what="the compositor")
         if xwayland:
@@ -134,7 +134,7 @@ class Plasma(RealSession):
         self.run("plasma-apply-colorscheme", "BreezeDark" if is_dark else "BreezeLight")
 
     def panel_rect(self):
-        return Rect(0, HEIGHT - PANEL_HEIGHT, WIDTH, PANEL_HEIGHT)
+        return Rect(0, self.height - PANEL_HEIGHT, self.width, PANEL_HEIGHT)
 
     def has_panel(self):
-        return self.picture().pixel(600, HEIGHT - 4) != BACKGROUND
+        return self.picture().pixel(600, self.height - 4) != BACKGROUND

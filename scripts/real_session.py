@@ -29,15 +29,16 @@ class RealSession(PrivateHome):
     PANEL_CHANGES = 2
     BACK_WITHIN = 3.0   # seconds until the title is in a panel that is there
 
-    def __init__(self, mode):
+    def __init__(self, mode, size=(WIDTH, HEIGHT)):
         assert mode in self.MODES
         self.mode = mode
+        self.width, self.height = size
         self.screen = None
         super().__init__()
 
     def start(self):
         # not the program's display, unless the session is one of X11
-        self.outer = self.start_x(WIDTH, HEIGHT)
+        self.outer = self.start_x(self.width, self.height)
         self.screen = XDisplay(self.outer)
         temporary, portals = self.folder / "tmp", self.folder / "portals"
         temporary.mkdir()

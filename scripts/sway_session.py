@@ -4,7 +4,7 @@ import os
 
 import panels
 from private_desktop import NOBODY
-from real_session import BACKGROUND, HEIGHT, WIDTH, RealSession, SessionWindow
+from real_session import BACKGROUND, RealSession, SessionWindow
 from x_display import Rect
 
 
@@ -34,7 +34,7 @@ class Sway(RealSession):
         # for us, who are another user when we are root
         opened = "xhost +local: > /dev/null &&" if self.mode == "wayland" else ""
         settings.write_text(f"""
-            output * resolution {WIDTH}x{HEIGHT} background #{'%02x%02x%02x' % BACKGROUND} solid_color
+            output * resolution {self.width}x{self.height} background #{'%02x%02x%02x' % BACKGROUND} solid_color
             xwayland {'enable' if self.mode == 'wayland' else 'disable'}
             focus_follows_mouse no
             floating_modifier none
@@ -95,8 +95,8 @@ class Sway(RealSession):
 
     def panel_rect(self):
         outputs = json.loads(self.run("swaymsg", "-t", "get_workspaces"))
-        height = HEIGHT - outputs[0]["rect"]["height"]
-        return Rect(0, HEIGHT - height, WIDTH, height)
+        height = self.height - outputs[0]["rect"]["height"]
+        return Rect(0, self.height - height, self.width, height)
 
     def without_hot_key(self):
         return "sway's portal has no GlobalShortcuts"

@@ -8,6 +8,7 @@ from typing import NamedTuple
 from colors import contrast, hue_name, is_vivid
 from made_up_hardware import Hardware
 from private_home import wait
+from real_session import HEIGHT, WIDTH
 from x_display import Rect
 
 HELD, SHORT, NOT_THERE = "held", "fell short", "not there"
@@ -20,6 +21,7 @@ EDITOR = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("editor.py")))
 SHADOW = 80             # at most, around a window
 POINTER = 32
 DARK = 110              # a mean brightness below it
+STRIP_AREA = Rect(480, 300, 800, 500)
 EDITOR_PLACE = (40, 60)
 BODY = 40               # what differs from the desktop by more is no shadow
 
@@ -72,12 +74,28 @@ def difference(before, after, threshold, left_out=()):
     return Rect(left, found[0][0], right - left + 1, found[-1][0] - found[0][0] + 1)
 
 
+def new_vivid_pixels(before, after, area, hue):
+    """Where in the area a vivid colour of that name has come."""
+    old, new = before.crop(area), after.crop(area)
+    return [(area.x + i % area.width, area.y + i // area.width)
+            for i, color in enumerate(new.pixels())
+            if is_vivid(color) and hue_name(color) == hue
+            and color != tuple(old.rgb[3 * i:3 * i + 3])]
+
+
+def around(pixels):
+    columns, rows = [x for x, _ in pixels], [y for _, y in pixels]
+    return Rect(min(columns), min(rows), max(columns) - min(columns) + 1,
+                max(rows) - min(rows) + 1)
+
+
 class Tour:
     def __init__(self, session, program, folder):
         self.session, self.program_path, self.folder = session, program, folder
         self.hardware = Hardware(session.folder / "hardware")
         self.pictures = []      # (label, file)
         self.program = self.editor = self.empty = None
+        self.title = self.title_point = None
 
     def walk(self, chosen=()):
         """The rows, each as soon as it is known."""
@@ -117,6 +135,8 @@ class Tour:
 
     def prepare(self):
         self.panel = self.session.panel_rect()
+        # without a panel the title is a strip of its own, which may be anywhere at the lower right
+        self.area = self.panel if self.panel.height else STRIP_AREA
         self.editor = self.session.spawn(EDITOR, "editor")
         self.wait(lambda: self.window("editor"), "another program's window")
         self.session.move("editor", *EDITOR_PLACE)
@@ -190,12 +210,7 @@ class Tour:
 
     def green(self, hue="green"):
         """Pixels of the title in the panel: vivid, and not there before."""
-        image, area = self.session.picture(self.panel), self.panel
-        before = self.empty.crop(area)
-        return [(area.x + i % area.width, area.y + i // area.width)
-                for i, color in enumerate(image.pixels())
-                if is_vivid(color) and hue_name(color) == hue
-                and color != tuple(before.rgb[3 * i:3 * i + 3])]
+        return new_vivid_pixels(self.empty, self.session.picture(), self.area, hue)
 
     def find_title(self, seconds=10.0, hue="green"):
         """Waits for the title in the panel; keeps where it is."""
@@ -204,9 +219,7 @@ class Tour:
             time.sleep(0.1)
             return before and self.green(hue) == before and before
         pixels = self.wait(rested, f"a {hue} title in the panel", seconds)
-        columns, rows = [x for x, _ in pixels], [y for _, y in pixels]
-        self.title = Rect(min(columns), min(rows), max(columns) - min(columns) + 1,
-                          max(rows) - min(rows) + 1)
+        self.title = around(pixels)
         self.title_point = pixels[len(pixels) // 2]
         return self.title
 
@@ -222,13 +235,23 @@ class Tour:
         return self.wait(there, "anything new on the screen", seconds)
 
     def gone(self, since, what, seconds=3.0):
-        self.wait(lambda: not difference(since, self.session.picture(), 8, self.on_its_own()),
-                  f"the end of {what}", seconds)
+        left = []
+
+        def is_gone():
+            left[:] = [difference(since, self.session.picture(), 8, self.on_its_own())]
+            return left == [None]
+        try:
+            self.wait(is_gone, f"the end of {what}", seconds)
+        except TimeoutError as error:
+            raise FellShort(f"{error}; still different: %d×%d px at %d, %d"
+                            % (*left[0][2:], *left[0][:2])) from None
 
     def on_its_own(self):
         """What changes without us: the panel's clock, a window that gets or loses the focus, and
         the pointer, which some compositors draw into the picture."""
-        return [self.panel, self.around_editor, *(
+        title = self.panel if self.panel.height else \
+            self.title and Rect(self.title.x - 20, self.title.y - 20, self.title.width + 40, 50)
+        return [*filter(None, [title]), self.around_editor, *(
             Rect(x - POINTER // 2, y - POINTER // 2, 2 * POINTER, 2 * POINTER)
             for x, y in (self.pointer, self.parked))]
 
@@ -295,9 +318,18 @@ class Tour:
     def is_notifier(self):
         return self.program.pid in self.session.items()
 
-    def open_dashboard(self):
+    def rest(self):
+        """Keeps the picture of the bare desktop, once tool tips and menus have faded away."""
         self.park()
+        try:
+            self.gone(self.empty, "what was there before")
+        except FellShort:
+            pass
         self.base = self.settled()
+
+    def open_dashboard(self):
+        self.needs_title()
+        self.rest()
         self.click(*self.title_point, times=2 if self.is_double_click() else 1)
         return self.wait_for_dashboard()
 
@@ -305,8 +337,8 @@ class Tour:
         return self.session.NAME == "gnome" and self.is_notifier()
 
     def open_menu(self):
-        self.park()
-        self.base = self.settled()
+        self.needs_title()
+        self.rest()
         self.click(*self.title_point, button=1 if self.is_double_click() else 3)
         return self.appeared(self.base, (60, 40))
 
@@ -317,18 +349,24 @@ class Tour:
         rect = self.find_title()
         seconds = time.monotonic() - self.started
         middle = min(max(rect.x + rect.width // 2 - 160, 0), self.panel.width - 320)
-        around = Rect(middle, self.panel.y, 320, self.panel.height)
-        self.look("title, magnified", around)
-        kind = "StatusNotifierItem" if self.is_notifier() else "XEmbed"
+        self.look("title, magnified", Rect(middle, self.panel.y, 320, self.panel.height)
+                  if self.panel.height else Rect(middle, rect.y - 15, 320, 40))
+        kind = "StatusNotifierItem" if self.is_notifier() else \
+            "XEmbed" if self.panel.height else "strip"
         return f"{kind}, {rect.width}×{rect.height} px after {seconds:.1f} s"
+
+    def needs_title(self):
+        if not self.title:
+            raise FellShort("there is no title")
 
     @step("title: contrast")
     def measure_contrast(self):
-        image = self.session.picture(self.title)
-        letters = max(image.pixels(), key=lambda color: max(color) - min(color))
-        around = self.empty.pixel(self.title.x, self.title.y)
-        found = contrast(letters, around)
-        detail = f"{found:.1f}:1, #%02x%02x%02x on #%02x%02x%02x" % (*letters, *around)
+        self.needs_title()
+        image, rect = self.session.picture(), self.title
+        letters = max(image.crop(rect).pixels(), key=lambda color: max(color) - min(color))
+        panel = image.pixel(rect.x - 2, rect.y)
+        found = contrast(letters, panel)
+        detail = f"{found:.1f}:1, #%02x%02x%02x on #%02x%02x%02x" % (*letters, *panel)
         if found < 4.5:
             raise FellShort(detail)
         return detail
@@ -342,19 +380,34 @@ class Tour:
                 self.look("a red tier")
         return "yellow at 70 %, red at 90 %, green at 42 %"
 
+    @step("strip leaves the keyboard")
+    def type_beside_strip(self):
+        if self.panel.height:
+            raise NotThere("the title is in a panel")
+        self.stop()
+        self.click_editor()
+        self.session.tool("type", "before")
+        self.start()
+        self.find_title()
+        self.session.tool("type", "strip")
+        self.wait(lambda: self.typed().endswith("beforestrip"), "what was typed in the editor", 3)
+        rect = self.title
+        if rect.x < WIDTH * 2 // 3 or rect.y < HEIGHT * 2 // 3:
+            raise FellShort(f"at {rect.x}, {rect.y}, not at the lower right")
+
     @step("tool tip")
     def show_tool_tip(self):
         if self.session.NAME == "gnome" and self.is_notifier():
             raise NotThere("GNOME Shell has no tool tips for items")
         if self.session.mode == "swaybar":
             raise NotThere("swaybar has no tool tips")
-        self.park()
-        before = self.settled()
+        self.needs_title()
+        self.rest()
         self.point_at(*self.title_point)
-        rect = self.appeared(before)
+        rect = self.appeared(self.base)
         self.look("tool tip")
         self.park()
-        self.gone(before, "the tool tip")
+        self.gone(self.base, "the tool tip")
         return f"{rect.width}×{rect.height} px"
 
     @step("menu")
@@ -370,8 +423,8 @@ class Tour:
         self.key("Escape")
         try:
             self.gone(self.base, "the menu")
-        except TimeoutError:
-            if self.session.NAME == "sway":
+        except FellShort:
+            if self.session.NAME == "sway" and self.panel.height:
                 raise NotThere("Waybar draws the menu, and gets no keys") from None
             raise
 
@@ -397,11 +450,14 @@ class Tour:
         way = "double click" if self.is_double_click() else "click"
         return f"{way}, {rect.width}×{rect.height} px at {rect.x}, {rect.y}"
 
+    def needs_panel(self):
+        if not self.panel.height:
+            raise NotThere("there is no panel")
+
     def needs_place(self):
+        self.needs_panel()
         if self.session.NAME == "gnome" and self.session.mode == "native":
             raise NotThere("GNOME lets no native program place its windows")
-        if self.session.mode == "no-tray":
-            raise NotThere("there is no panel")
 
     @step("dashboard: distance to the panel")
     def measure_distance(self):
@@ -458,6 +514,7 @@ class Tour:
 
     @step("dashboard: click on the panel")
     def click_panel(self):
+        self.needs_panel()
         self.leave_dashboard(lambda: self.click(*self.bare_panel_point()))
 
     def choose(self, share):
@@ -526,7 +583,7 @@ class Tour:
     @step("notification, and its click")
     def choose_notification(self):
         self.restart(alertMemory="true")
-        self.base = self.settled()
+        self.rest()
         self.hardware.set_memory(90)
         rect = self.appeared(self.base, (120, 40), seconds=8)
         self.look("notification")
@@ -549,8 +606,7 @@ class Tour:
         self.restart(**HOT_KEY)
         time.sleep(1)       # the portal asks nobody when it works
         others = {window.title for window in self.session.windows()} - before
-        self.park()
-        self.base = self.settled()
+        self.rest()
         self.click_editor()
         self.key(KEYS)
         try:
@@ -567,8 +623,7 @@ class Tour:
 
     @step("panel off and on")
     def change_panel(self):
-        if self.session.mode == "no-tray":
-            raise NotThere("there is no panel")
+        self.needs_panel()
         taken = []
         self.restart()
         for _ in range(self.session.PANEL_CHANGES):
