@@ -16,6 +16,11 @@ constexpr const char *tokenVariable = "XDG_ACTIVATION_TOKEN"; // where Qt looks 
 
 constexpr qsizetype MostLength = 256; // bytes; real ones are much shorter
 
+bool isOnX11()
+{
+    return QGuiApplication::platformName() == u"xcb";
+}
+
 xcb_atom_t atomOf(xcb_connection_t *connection, const QByteArray &name)
 {
     const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> reply(
@@ -66,8 +71,9 @@ void acceptActivationToken(const QString &token)
     const QByteArray bytes = token.toUtf8();
     if (bytes.isEmpty() || bytes.size() > MostLength || bytes.contains('\0'))
         return;
-    if (const auto *x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>())
-        endStartup(x11->connection(), bytes);
+    if (isOnX11())
+        endStartup(qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection(),
+                   bytes);
     else
         qputenv(tokenVariable, bytes);
 }
@@ -80,7 +86,6 @@ void activateWindow(QWindow &window)
 
 void spendActivationToken(QWindow &window)
 {
-    if (qEnvironmentVariableIsSet(tokenVariable)
-        && qGuiApp->nativeInterface<QNativeInterface::QX11Application>() == nullptr)
+    if (qEnvironmentVariableIsSet(tokenVariable) && !isOnX11())
         activateWindow(window);
 }
