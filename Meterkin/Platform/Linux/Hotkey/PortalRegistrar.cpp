@@ -1,11 +1,11 @@
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
 
+#include "Platform/Linux/ActivationToken.h"
 #include "Platform/Linux/Bus/DesktopPortal.h"
 #include "Platform/Linux/Hotkey/CombinationText.h"
+#include "Platform/Linux/Hotkey/PortalShortcut.h"
 #include "Platform/Log.h"
 
-#include <QDBusArgument>
-#include <QDBusMetaType>
 #include <QDBusObjectPath>
 
 #include <utility>
@@ -39,41 +39,6 @@ QString shortcutName(const HotkeyCombination &combination)
     return QStringLiteral("toggle-dashboard-%1-%2")
         .arg(combination.keyCode)
         .arg(combination.modifiers);
-}
-
-/// A shortcut on the bus, `(sa{sv})`.
-struct PortalShortcut {
-    QString id;
-    QVariantMap properties;
-};
-
-QDBusArgument &operator<<(QDBusArgument &argument, const PortalShortcut &shortcut)
-{
-    argument.beginStructure();
-    argument << shortcut.id << shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, PortalShortcut &shortcut)
-{
-    argument.beginStructure();
-    argument >> shortcut.id >> shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
-
-using PortalShortcuts = QList<PortalShortcut>;
-
-/// The shortcuts that a response lists, `a(sa{sv})` beside other results; none in any other form.
-PortalShortcuts listedShortcuts(const QDBusMessage &response)
-{
-    if (response.signature() != u"ua{sv}")
-        return {};
-    const auto results = qdbus_cast<QVariantMap>(response.arguments().at(1));
-    const auto list = results.value(QStringLiteral("shortcuts")).value<QDBusArgument>();
-    return list.currentSignature() == u"a(sa{sv})" ? qdbus_cast<PortalShortcuts>(list)
-                                                   : PortalShortcuts();
 }
 
 QDBusMessage portalCall(const QString &interface, const QString &method)
@@ -226,15 +191,13 @@ void PortalRegistrar::bindShortcut()
 /// The one that is wanted, as a value for the bus.
 QVariant PortalRegistrar::shortcuts() const
 {
-    qDBusRegisterMetaType<PortalShortcut>();
-    qDBusRegisterMetaType<PortalShortcuts>();
     PortalShortcut shortcut{
         shortcutName(m_combination),
         {{QStringLiteral("description"), QStringLiteral("Open the meterkin dashboard")}}};
     // Without a trigger the user can still choose one.
     if (const QString keys = trigger(); !keys.isEmpty())
         shortcut.properties.insert(QStringLiteral("preferred_trigger"), keys);
-    return QVariant::fromValue(PortalShortcuts{shortcut});
+    return shortcutsForBus({shortcut});
 }
 
 /// Triggers name symbols. Desktops expect the American ones where the layout has another script.
@@ -317,6 +280,10 @@ void PortalRegistrar::handleActivation(const QDBusMessage &activation)
         || arguments.value(1).toString() != shortcutName(m_combination))
         return;
     setObstacle(HotkeyObstacle::None); // the user may have chosen keys since
+    if (activation.signature() == u"osta{sv}") // newer portals
+        acceptActivationToken(qdbus_cast<QVariantMap>(arguments.at(3))
+                                  .value(QStringLiteral("activation_token"))
+                                  .toString());
     const auto pressed = m_pressed; // a copy, since it may bind another one
     pressed();
 }

@@ -1,10 +1,9 @@
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
+#include "Platform/Linux/Hotkey/PortalShortcut.h"
 #include "Support/PrivateBus.h"
 #include "Support/ScriptedService.h"
 #include "Support/TestMain.h"
 
-#include <QDBusArgument>
-#include <QDBusMetaType>
 #include <QtTest>
 
 using namespace Qt::StringLiterals;
@@ -14,27 +13,6 @@ namespace {
 const QString portalPath = u"/org/freedesktop/portal/desktop"_s;
 constexpr HotkeyCombination ControlOptionM{46, CarbonModifier::control | CarbonModifier::option};
 constexpr HotkeyCombination CommandF5{96, CarbonModifier::command};
-
-struct Shortcut {
-    QString id;
-    QVariantMap properties;
-};
-
-QDBusArgument &operator<<(QDBusArgument &argument, const Shortcut &shortcut)
-{
-    argument.beginStructure();
-    argument << shortcut.id << shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
-
-const QDBusArgument &operator>>(const QDBusArgument &argument, Shortcut &shortcut)
-{
-    argument.beginStructure();
-    argument >> shortcut.id >> shortcut.properties;
-    argument.endStructure();
-    return argument;
-}
 
 /// A portal with one shortcut at a time, whose answers the test holds back or spoils.
 struct ScriptedPortal : ScriptedService {
@@ -49,12 +27,7 @@ struct ScriptedPortal : ScriptedService {
     QVariant trigger; ///< as it was last bound
     QString calls; ///< their methods
 
-    ScriptedPortal(const QDBusConnection &bus, const QString &name, const QString &path)
-        : ScriptedService(bus, name, path)
-    {
-        qDBusRegisterMetaType<Shortcut>();
-        qDBusRegisterMetaType<QList<Shortcut>>();
-    }
+    using ScriptedService::ScriptedService;
 
     bool isBound() const
     {
@@ -64,7 +37,8 @@ struct ScriptedPortal : ScriptedService {
     static void activate(const QDBusConnection &sender, const QString &session, const QString &id)
     {
         emitSignal(sender, portalPath, u"org.freedesktop.portal.GlobalShortcuts"_s, u"Activated"_s,
-                   {QVariant::fromValue(QDBusObjectPath(session)), id, 1ULL, QVariantMap()});
+                   {QVariant::fromValue(QDBusObjectPath(session)), id, 1ULL,
+                    QVariantMap{{u"activation_token"_s, u"proof"_s}}});
     }
     /// Returns once the client has taken what was sent to it before.
     void settle()
@@ -108,15 +82,14 @@ struct ScriptedPortal : ScriptedService {
 private:
     void takeShortcut(const QVariant &list)
     {
-        const Shortcut taken = qdbus_cast<QList<Shortcut>>(list).value(0);
+        const PortalShortcut taken = qdbus_cast<QList<PortalShortcut>>(list).value(0);
         id = taken.id;
         trigger = taken.properties[u"preferred_trigger"_s];
     }
     QVariant listed() const
     {
-        const QVariantMap properties{{u"trigger_description"_s, *listedKeys}};
-        return QVariant::fromValue(
-            QList<Shortcut>{{listedId.isEmpty() ? id : listedId, properties}});
+        return shortcutsForBus(
+            {{listedId.isEmpty() ? id : listedId, {{u"trigger_description"_s, *listedKeys}}}});
     }
 };
 
@@ -157,6 +130,7 @@ private slots:
         s.bind({46, CarbonModifier::shift});
         s.bind(ControlOptionM); // the second half of a recording
         QVERIFY(s.pressWorks());
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("proof"));
         QCOMPARE(s.portal->calls, u"Register CreateSession BindShortcuts "_s);
         QCOMPARE(s.portal->trigger, u"CTRL+ALT+m"_s);
         const QString firstId = s.portal->id;

@@ -202,11 +202,14 @@ private slots:
         s.emitSignal(s.client, u"ActionInvoked"_s, {41U, u"other"_s});
         s.click(40);
         s.emitSignal(s.client, u"ActionInvoked"_s, {u"41"_s});
+        s.emitSignal(s.client, u"ActivationToken"_s, {41U, u"proof"_s});
+        s.emitSignal(s.client, u"ActivationToken"_s, {40U, u"another program's"_s});
         for (int round = 0; round < 2; ++round) {
             s.click(41);
             s.emitSignal(s.client, u"NotificationClosed"_s, {41U, 2U});
         }
         QTRY_COMPARE(s.clicked, QStringList(u"fan"_s));
+        QCOMPARE(qgetenv("XDG_ACTIVATION_TOKEN"), QByteArray("proof"));
 
         s.post(u"fan"_s, u"42"_s);
         QVERIFY(s.hasPosted(u"0 body|0 42"_s));
