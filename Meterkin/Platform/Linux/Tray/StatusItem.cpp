@@ -1,7 +1,6 @@
 #include "Platform/Linux/Tray/StatusItem.h"
 
 #include "Platform/Linux/Tray/ItemMenu.h"
-#include "Platform/Linux/Tray/TitleColor.h"
 #include "Platform/Log.h"
 
 #include <utility>
@@ -51,7 +50,7 @@ LinuxStatusItem::~LinuxStatusItem()
 
 QColor LinuxStatusItem::systemColor(SystemColor color) const
 {
-    return titleColor(color, m_background);
+    return m_colors[static_cast<std::size_t>(color)];
 }
 
 void LinuxStatusItem::setTitle(const AttributedTitle &title)
@@ -156,6 +155,7 @@ void LinuxStatusItem::updateBackground()
         return;
     qCDebug(logTray, "The item stands on %s",
             background ? qUtf8Printable(background->name()) : "an unknown background");
+    m_colors = titleColors(background);
     emit colorsChanged();
 }
 

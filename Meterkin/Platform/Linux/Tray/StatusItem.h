@@ -5,12 +5,14 @@
 #include "Platform/Linux/Tray/ItemToolTip.h"
 #include "Platform/Linux/Tray/MissingPanelNotice.h"
 #include "Platform/Linux/Tray/Notifier/Item.h"
+#include "Platform/Linux/Tray/TitleColor.h"
 #include "Platform/Linux/Tray/TitlePainter.h"
 #include "Platform/Linux/Tray/XembedIcon.h"
 #include "Platform/StatusItem.h"
 
 #include <QTimer>
 
+#include <array>
 #include <memory>
 
 /// The status item of a Linux desktop: sits in the best host there is, and moves when panels start,
@@ -58,6 +60,7 @@ private:
     FloatingStrip m_strip;
     TrayHost *m_current = nullptr;
     std::optional<QColor> m_background; ///< what the item stands on, where that is known
+    std::array<QColor, 3> m_colors = titleColors({}); ///< on it, by SystemColor
     TrayContent m_content;
     std::function<QString()> m_toolTipSource;
     QTimer m_stripDelay;

@@ -69,6 +69,12 @@ QColor titleColor(SystemColor color, const std::optional<QColor> &background)
     return found;
 }
 
+std::array<QColor, 3> titleColors(const std::optional<QColor> &background)
+{
+    return {titleColor(SystemColor::Green, background), titleColor(SystemColor::Yellow, background),
+            titleColor(SystemColor::Red, background)};
+}
+
 QColor typicalBackground(bool isDark)
 {
     return isDark ? QColor(0x2e, 0x32, 0x38) : QColor(0xcc, 0xcf, 0xd2);

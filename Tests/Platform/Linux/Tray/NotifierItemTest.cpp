@@ -75,6 +75,9 @@ private slots:
             QCOMPARE(s.panel.property(u"IconAccessibleDesc"_s), u"meterkin: 42%"_s);
             QCOMPARE(qdbus_cast<NotifierToolTip>(s.panel.property(u"ToolTip"_s)).text,
                      u"CPU &lt;9%"_s);
+            // What only looks like Waybar's name is not known.
+            QCOMPARE(s.item.background(true).has_value(), QByteArray(host) != "swaybar");
+            QCOMPARE(s.item.background({}).has_value(), QByteArray(host) == "gnome-shell");
             const QList<NotifierPixmap> pixmaps = s.pixmaps();
             QCOMPARE(pixmaps.size() == 1, QByteArray(host) == ".waybar-wrapped");
             for (const NotifierPixmap &pixmap : pixmaps) {
