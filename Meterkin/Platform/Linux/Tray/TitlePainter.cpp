@@ -12,7 +12,7 @@ constexpr double LineGap = 0.12; // of the side, between the two lines of a squa
 constexpr double SymbolGrid = 24; // units of the symbol's coordinates on a side
 constexpr int ReferenceSize = 100; // of the font that squares are measured with
 constexpr double LeastCapHeight = 5.6; // pixels, which hinting makes six: digits are as high
-constexpr std::size_t MostGlyphSets = 12; // sizes in use at a time: a panel's and a few squares
+constexpr std::size_t MostGlyphSets = 18; // sizes in use at a time: a panel's and a few squares
 
 QImage transparentImage(int width, int height)
 {
@@ -147,5 +147,10 @@ int TitlePainter::squareSize(const QStringList &lines, int side)
     const double tallest = static_cast<double>(side - (count - 1) * lineGap(side)) / count;
     const double fit =
         std::min(static_cast<double>(side) / widest, tallest / std::max(reference.capHeight(), 1));
-    return static_cast<int>(ReferenceSize * fit);
+    const int size = static_cast<int>(ReferenceSize * fit);
+    // Widths are whole pixels, which can add up to more than the square has.
+    GlyphSet &set = glyphs(Face::Square, size);
+    const bool isCut = set.width(u"00%") > side
+        || std::ranges::any_of(lines, [&](const QString &line) { return set.width(line) > side; });
+    return isCut ? size - 1 : size;
 }
