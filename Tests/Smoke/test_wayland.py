@@ -83,7 +83,8 @@ class TestWayland(WindowCase):
             light = [min(pixel) > 200 for pixel in self.desktop.screenshot(column).pixels()]
             return light[::-1].index(True) if any(light) else None
         self.desktop.wait(lambda: distance() in (GAP, GAP + 1), what=f"{GAP} pixels to the panel")
-        pointer.click(100, 100)
+        pointer.click(WIDTH - EDGE - POPOVER_WIDTH + 20, HEIGHT - PANEL - GAP - 16)
+        self.desktop.wait(lambda: "check box: Launch at login" in self.shown(), what="settings")
         self.wait_for_dashboard(False)
         self.stop()
 

@@ -5,6 +5,7 @@
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 
 #include <QFontMetrics>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -56,10 +57,20 @@ ItemMenu::ItemMenu(X11Connection &connection, QPoint anchor)
         widest = std::max(widest, metrics.horizontalAdvance(item.text));
     const QSize size(widest + 2 * EntryPadding,
                      rows * RowHeight + gapsBefore(rows - 1) * GroupGap + 2 * EdgePadding);
-    setGeometry(PanelWindow::beside(anchor, size));
-    show();
-    if (m_takesFocus)
-        requestActivate();
+    m_place = PanelWindow::beside(anchor, size);
+    setGeometry(m_place);
+    m_layer = PanelWindow::makeLayer(*this, LayerShell::Kind::Transient, m_place);
+    if (!m_layer) {
+        show();
+        if (m_takesFocus)
+            requestActivate();
+        return;
+    }
+    connect(m_layer.get(), &LayerSurface::closed, this, &ItemMenu::dismiss);
+    connect(&m_backdrops, &LayerBackdrops::pressed, this, &ItemMenu::dismiss);
+    m_backdrops.open(*layerShell());
+    m_backdrops.lower();
+    m_layer->open(QGuiApplication::screenAt(anchor));
 }
 
 void ItemMenu::paintEvent(QPaintEvent *)
@@ -83,7 +94,7 @@ void ItemMenu::paintEvent(QPaintEvent *)
 void ItemMenu::exposeEvent(QExposeEvent *event)
 {
     QRasterWindow::exposeEvent(event);
-    if (!isExposed())
+    if (!isExposed() || m_layer)
         return;
     // So that keys and clicks elsewhere reach the menu, whatever window is active. Under Xwayland
     // grabs of the mouse end at the borders of X windows, and mostly those of the keyboard, too.
@@ -189,8 +200,12 @@ void ItemMenu::watchPresses()
 void ItemMenu::dismiss()
 {
     m_presses.stop();
-    setMouseGrabEnabled(false);
-    setKeyboardGrabEnabled(false);
-    close();
+    if (m_layer) {
+        m_layer->close();
+    } else {
+        setMouseGrabEnabled(false);
+        setKeyboardGrabEnabled(false);
+        close();
+    }
     deleteLater();
 }

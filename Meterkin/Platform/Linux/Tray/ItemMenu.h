@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Linux/LayerBackdrops.h"
 #include "Platform/Linux/Tray/MenuEntries.h"
 #include "Platform/Linux/X11/Presses.h"
 
@@ -41,6 +42,9 @@ private:
     X11Connection &m_connection;
     X11Presses m_presses; ///< under Xwayland
     const bool m_takesFocus; ///< as a window of its own, where grabs are not honoured
+    QRect m_place;
+    std::unique_ptr<LayerSurface> m_layer; ///< on Wayland, which lets no other window grab
+    LayerBackdrops m_backdrops;
     int m_selected = NoRow;
     bool m_isPressed = false;
 };

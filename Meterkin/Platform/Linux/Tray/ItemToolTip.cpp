@@ -24,17 +24,11 @@ ItemToolTip::ItemToolTip(std::function<QString()> source)
     m_delay.setSingleShot(true);
     m_delay.setInterval(Delay);
     connect(&m_delay, &QTimer::timeout, this, &ItemToolTip::appear);
-    LayerShell *shell = layerShell();
-    if (shell == nullptr || !shell->isAvailable().value_or(false))
-        return;
-    setFlag(Qt::BypassWindowManagerHint);
-    m_layer = shell->makeSurface(*this, LayerShell::Kind::Resident);
-    connect(m_layer.get(), &LayerSurface::measured, this, [this] {
-        const QPoint place = m_place.topLeft() - screen()->geometry().topLeft();
-        m_layer->place({Qt::TopEdge | Qt::LeftEdge, QMargins(place.x(), place.y(), 0, 0), size()});
-    });
-    connect(m_layer.get(), &LayerSurface::ready, this, &QWindow::show);
-    connect(m_layer.get(), &LayerSurface::closed, this, &ItemToolTip::dismiss);
+    m_layer = PanelWindow::makeLayer(*this, LayerShell::Kind::Resident, m_place);
+    if (m_layer) {
+        connect(m_layer.get(), &LayerSurface::closed, this, &ItemToolTip::dismiss);
+        setMask(QRect(-1, -1, 1, 1)); // only this way Qt keeps presses from it there
+    }
 }
 
 void ItemToolTip::refresh()

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -34,6 +35,24 @@ QRect PanelWindow::beside(QPoint anchor, QSize size)
             std::clamp(left, area.left(), std::max(area.left(), area.right() + 1 - size.width())),
             std::clamp(top, area.top(), std::max(area.top(), area.bottom() + 1 - size.height()))),
         size);
+}
+
+std::unique_ptr<LayerSurface> PanelWindow::makeLayer(QWindow &window, LayerShell::Kind kind,
+                                                     const QRect &place)
+{
+    LayerShell *shell = layerShell();
+    if (shell == nullptr || !shell->isAvailable().value_or(false))
+        return nullptr;
+    window.setFlag(Qt::BypassWindowManagerHint);
+    std::unique_ptr<LayerSurface> surface = shell->makeSurface(window, kind);
+    QObject::connect(
+        surface.get(), &LayerSurface::measured, &window, [&window, &place, layer = surface.get()] {
+            const QPoint corner = place.topLeft() - window.screen()->geometry().topLeft();
+            layer->place(
+                {Qt::TopEdge | Qt::LeftEdge, QMargins(corner.x(), corner.y(), 0, 0), place.size()});
+        });
+    QObject::connect(surface.get(), &LayerSurface::ready, &window, &QWindow::show);
+    return surface;
 }
 
 void PanelWindow::paintBackground(QPainter &painter, QSize size)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/LayerShell.h"
+
 #include <QColor>
 #include <QFont>
 #include <QPoint>
@@ -20,6 +22,9 @@ QFont font();
 /// A rectangle of that size next to `anchor`, on the side where the screen has room. Logical
 /// pixels.
 QRect beside(QPoint anchor, QSize size);
+/// Lets the window stand at `place` by the layer shell, once that is opened; null where there is
+/// none. `place` is read then, and outlives it.
+std::unique_ptr<LayerSurface> makeLayer(QWindow &window, LayerShell::Kind kind, const QRect &place);
 /// An opaque bordered rectangle, which needs no compositor.
 void paintBackground(QPainter &painter, QSize size);
 

@@ -15,6 +15,7 @@ public:
 
     void open(QScreen *screen) override;
     void place(const LayerPlace &place) override;
+    void lower() override;
     void close() override;
 
 protected:

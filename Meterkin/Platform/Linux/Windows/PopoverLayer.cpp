@@ -3,7 +3,6 @@
 #include "Platform/Linux/Windows/PlasmaWorkArea.h"
 
 #include <QGuiApplication>
-#include <QRasterWindow>
 
 namespace {
 
@@ -25,45 +24,6 @@ QRect freePart(const QRect &screen, QSize free, const QRect &item)
 
 } // namespace
 
-/// Takes the presses on a screen.
-class PopoverLayer::Backdrop : public QRasterWindow {
-public:
-    Backdrop(PopoverLayer &layer, QScreen &screen)
-        : m_layer(layer)
-        , m_surface(layer.m_shell.makeSurface(*this, LayerShell::Kind::Backdrop))
-    {
-        QSurfaceFormat format;
-        format.setAlphaBufferSize(8);
-        setFormat(format);
-        setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
-        resize(1, 1);
-        connect(m_surface.get(), &LayerSurface::measured, this, [this](QSize size) {
-            m_surface->place(
-                {Qt::TopEdge | Qt::LeftEdge | Qt::BottomEdge | Qt::RightEdge, {}, size});
-        });
-        connect(m_surface.get(), &LayerSurface::ready, this, [this] {
-            show();
-            if (m_layer.m_screen == nullptr)
-                m_layer.m_pointerPatience.start();
-        });
-        m_surface->open(&screen);
-    }
-
-protected:
-    bool event(QEvent *event) override
-    {
-        if (event->type() == QEvent::Enter)
-            m_layer.findPointer(*screen(), static_cast<QEnterEvent *>(event)->position().toPoint());
-        return QRasterWindow::event(event);
-    }
-
-    void mousePressEvent(QMouseEvent * /*event*/) override { emit m_layer.dismissed(); }
-
-private:
-    PopoverLayer &m_layer;
-    const std::unique_ptr<LayerSurface> m_surface;
-};
-
 PopoverLayer::PopoverLayer(LayerShell &shell, PopoverWindow &window)
     : m_shell(shell)
     , m_window(window)
@@ -74,6 +34,12 @@ PopoverLayer::PopoverLayer(LayerShell &shell, PopoverWindow &window)
     m_pointerPatience.setInterval(PointerPatience);
     connect(&m_pointerPatience, &QTimer::timeout, this,
             [this] { openOn(QGuiApplication::screenAt(m_item.center())); });
+    connect(&m_backdrops, &LayerBackdrops::shown, this, [this] {
+        if (m_screen == nullptr)
+            m_pointerPatience.start();
+    });
+    connect(&m_backdrops, &LayerBackdrops::pointerFound, this, &PopoverLayer::findPointer);
+    connect(&m_backdrops, &LayerBackdrops::pressed, this, &PopoverLayer::dismissed);
     connect(m_surface.get(), &LayerSurface::measured, this, &PopoverLayer::measure);
     connect(m_plasma.get(), &PlasmaWorkArea::found, this, &PopoverLayer::settle);
     connect(m_surface.get(), &LayerSurface::ready, this, &PopoverLayer::ready);
@@ -88,8 +54,7 @@ void PopoverLayer::open(const QRect &item)
     m_pointer = QRect();
     m_screen = nullptr;
     m_isOpen = true;
-    for (QScreen *screen : QGuiApplication::screens())
-        m_backdrops.push_back(std::make_unique<Backdrop>(*this, *screen));
+    m_backdrops.open(m_shell);
 }
 
 void PopoverLayer::findPointer(QScreen &screen, QPoint position)
@@ -104,7 +69,7 @@ void PopoverLayer::openOn(QScreen *screen)
 {
     m_pointerPatience.stop();
     m_screen = screen != nullptr ? screen : QGuiApplication::primaryScreen();
-    // After the backdrops, since a compositor stacks surfaces in the order of their making.
+    m_backdrops.lower();
     m_surface->open(m_screen);
 }
 
@@ -163,5 +128,5 @@ void PopoverLayer::close()
     m_plasma->cancel();
     m_surroundings = {};
     m_surface->close();
-    m_backdrops.clear();
+    m_backdrops.close();
 }

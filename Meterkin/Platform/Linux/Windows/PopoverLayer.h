@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/LayerShell.h"
+#include "Platform/Linux/LayerBackdrops.h"
 #include "Platform/Linux/Windows/PopoverPlacement.h"
 #include "Platform/Linux/Windows/PopoverWindow.h"
 
@@ -9,7 +9,6 @@
 #include <QTimer>
 
 #include <memory>
-#include <vector>
 
 class PlasmaWorkArea;
 
@@ -41,8 +40,6 @@ signals:
     void dismissed();
 
 private:
-    class Backdrop;
-
     void findPointer(QScreen &screen, QPoint position);
     void openOn(QScreen *screen);
     void measure(QSize free);
@@ -51,7 +48,7 @@ private:
     LayerShell &m_shell;
     PopoverWindow &m_window;
     const std::unique_ptr<LayerSurface> m_surface;
-    std::vector<std::unique_ptr<Backdrop>> m_backdrops; ///< one a screen
+    LayerBackdrops m_backdrops;
     QTimer m_pointerPatience;
     QRect m_item;
     QRect m_seenItem;
