@@ -113,8 +113,8 @@ class Gnome(RealSession):
         return None if self.mode == "x11" else "GNOME 43's portal has no GlobalShortcuts"
 
     def is_starting_something(self):
-        return self.evaluate("""global.display.get_startup_notification().get_sequences()
-            .filter(sequence => !sequence.get_completed()).length""")
+        return self.evaluate("""imports.gi.Shell.WindowTracker.get_default()
+            .get_startup_sequences().filter(sequence => !sequence.get_completed()).length""")
 
     def quieten(self):
         # that root has logged in, and that nothing can lock the screen

@@ -21,6 +21,7 @@ EDITOR = ("/usr/bin/python3", "-B", str(Path(__file__).with_name("editor.py")))
 SHADOW = 80             # at most, around a window
 POINTER = 32
 DARK = 110              # a mean brightness below it
+PARKED = (840, 720)     # where no window of ours comes
 STRIP_AREA = Rect(480, 300, 800, 500)
 EDITOR_PLACE = (40, 60)
 BODY = 40               # what differs from the desktop by more is no shadow
@@ -253,7 +254,7 @@ class Tour:
             self.title and Rect(self.title.x - 20, self.title.y - 20, self.title.width + 40, 50)
         return [*filter(None, [title]), self.around_editor, *(
             Rect(x - POINTER // 2, y - POINTER // 2, 2 * POINTER, 2 * POINTER)
-            for x, y in (self.pointer, self.parked))]
+            for x, y in (self.pointer, PARKED))]
 
     def dashboard(self):
         """The dashboard without its shadow, as the picture shows it, or None."""
@@ -278,17 +279,16 @@ class Tour:
     def bare_point(self):
         """Where nothing lies over the desktop, far from the panel."""
         taken = [window.rect for window in self.session.windows()]
-        return next((x, y) for y in range(600, 100, -50) for x in range(60, 700, 50)
-                    if not any(r.x <= x <= r.x + r.width and r.y <= y <= r.y + r.height
-                               for r in taken))
+        return next(((x, y) for y in range(600, 100, -50) for x in range(60, 700, 50)
+                     if not any(r.x <= x <= r.x + r.width and r.y <= y <= r.y + r.height
+                                for r in taken)), PARKED)
 
     def bare_panel_point(self):
         return self.panel.x + self.panel.width * 2 // 5, self.panel.y + self.panel.height // 2
 
     def park(self):
         """The pointer, where it points at nothing."""
-        self.parked = self.bare_point()
-        self.point_at(*self.parked)
+        self.point_at(*PARKED)
 
     def point_at(self, x, y):
         self.pointer = x, y

@@ -7,6 +7,7 @@ import subprocess
 import sys
 from pathlib import Path
 
+from cinnamon_session import Cinnamon
 from contact_sheet import write_sheet
 from desktop import ENDING, Interrupted, interrupt
 from gnome_session import Gnome
@@ -16,7 +17,7 @@ from sway_session import Sway
 from tour import HELD, NOT_THERE, SHORT, STEPS, Tour
 
 PROJECT = Path(__file__).resolve().parents[1]
-DESKTOPS = {kind.NAME: kind for kind in (Gnome, Plasma, Sway)}
+DESKTOPS = {kind.NAME: kind for kind in (Gnome, Plasma, Sway, Cinnamon)}
 MARKS = {HELD: "✓", SHORT: "✗", NOT_THERE: "–"}
 
 
