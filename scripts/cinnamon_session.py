@@ -29,18 +29,10 @@ class Cinnamon(RealSession):
             "org.freedesktop.impl.portal.PermissionStore"))
         self.set("org.cinnamon.desktop.background", "picture-options", "none")
         self.set("org.cinnamon.desktop.background", "primary-color", "#%02x%02x%02x" % BACKGROUND)
-        self.spawn(["cinnamon", "--replace"], "shell")
+        self.start_panel()
         self.wait(lambda: self.evaluate("Main.panelManager.panels.filter(p => p).length"),
                   what="the panel")
         self.wait(self.has_panel, what="the tray")
-
-    def set_applet(self, is_on):
-        """The applet that has the tray."""
-        applets = self.run("gsettings", "get", "org.cinnamon", "enabled-applets")
-        if not hasattr(self, "applets"):
-            self.applets = ast.literal_eval(applets)
-        self.set("org.cinnamon", "enabled-applets", str(
-            [name for name in self.applets if is_on or ":systray@" not in name]))
 
     def set(self, schema, key, value):
         self.run("gsettings", "set", schema, key, value)
@@ -73,8 +65,8 @@ class Cinnamon(RealSession):
                  "prefer-dark" if is_dark else "default")
 
     def end_panel(self):
-        self.set_applet(False)
+        self.end(self.panel)
         self.wait(lambda: not self.has_panel(), what="the end of the tray")
 
     def start_panel(self):
-        self.set_applet(True)
+        self.panel = self.spawn(["cinnamon", "--replace"], "shell")
