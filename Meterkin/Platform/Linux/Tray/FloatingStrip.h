@@ -1,10 +1,10 @@
 #pragma once
 
 #include "Platform/DefaultsStore.h"
-#include "Platform/Linux/LayerShell.h"
+#include "Platform/Linux/Plugins/LayerShell.h"
 #include "Platform/Linux/Tray/Host.h"
 #include "Platform/Linux/Tray/PanelWindow.h"
-#include "Platform/Linux/Tray/TitlePainter.h"
+#include "Platform/Linux/Tray/Title/Painter.h"
 
 #include <QPointer>
 #include <QScreen>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/LayerBackdrops.h"
+#include "Platform/Linux/Plugins/LayerBackdrops.h"
 #include "Platform/Linux/Tray/MenuEntries.h"
 #include "Platform/Linux/X11/Presses.h"
 

@@ -5,9 +5,9 @@
 #include "Platform/Linux/Tray/ItemToolTip.h"
 #include "Platform/Linux/Tray/MissingPanelNotice.h"
 #include "Platform/Linux/Tray/Notifier/Item.h"
-#include "Platform/Linux/Tray/TitleColor.h"
-#include "Platform/Linux/Tray/TitlePainter.h"
-#include "Platform/Linux/Tray/XembedIcon.h"
+#include "Platform/Linux/Tray/Title/Color.h"
+#include "Platform/Linux/Tray/Title/Painter.h"
+#include "Platform/Linux/Tray/Xembed/Icon.h"
 #include "Platform/StatusItem.h"
 
 #include <QTimer>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/LayerBackdrops.h"
+#include "Platform/Linux/Plugins/LayerBackdrops.h"
 #include "Platform/Linux/Windows/PopoverPlacement.h"
 #include "Platform/Linux/Windows/PopoverWindow.h"
 

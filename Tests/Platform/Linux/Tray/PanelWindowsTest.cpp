@@ -1,7 +1,7 @@
 #include "Model/TierColors.h"
 #include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemMenu.h"
-#include "Platform/Linux/Tray/TitleColor.h"
+#include "Platform/Linux/Tray/Title/Color.h"
 #include "Support/Contrast.h"
 #include "Support/ScriptedStore.h"
 #include "Support/TestMain.h"

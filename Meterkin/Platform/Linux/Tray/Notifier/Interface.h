@@ -3,7 +3,7 @@
 #include "Platform/Linux/Tray/Host.h"
 #include "Platform/Linux/Tray/Notifier/Types.h"
 #include "Platform/Linux/Tray/Notifier/Watcher.h"
-#include "Platform/Linux/Tray/TitlePainter.h"
+#include "Platform/Linux/Tray/Title/Painter.h"
 
 #include <QDBusObjectPath>
 #include <QDeadlineTimer>

@@ -5,7 +5,7 @@
 #include "Platform/Linux/Tray/Notifier/Interface.h"
 #include "Platform/Linux/Tray/Notifier/Menu.h"
 #include "Platform/Linux/Tray/Notifier/Watcher.h"
-#include "Platform/Linux/Tray/TitlePainter.h"
+#include "Platform/Linux/Tray/Title/Painter.h"
 
 #include <QElapsedTimer>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Tray/XembedManager.h"
+#include "Platform/Linux/Tray/Xembed/Manager.h"
 #include "Platform/Linux/X11/Picture.h"
 
 #include <QColor>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Tray/GlyphSet.h"
+#include "Platform/Linux/Tray/Title/GlyphSet.h"
 #include "Platform/StatusItem.h"
 
 #include <QImage>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Linux/Tray/FontFile.h"
-#include "Platform/Linux/Tray/Typeface.h"
+#include "Platform/Linux/Tray/Title/FontFile.h"
+#include "Platform/Linux/Tray/Title/Typeface.h"
 
 #include <QHash>
 #include <QImage>

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Tray/Typeface.h"
+#include "Platform/Linux/Tray/Title/Typeface.h"
 
 #include "Platform/Log.h"
 

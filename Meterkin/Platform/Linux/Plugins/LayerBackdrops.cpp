@@ -1,4 +1,4 @@
-#include "Platform/Linux/LayerBackdrops.h"
+#include "Platform/Linux/Plugins/LayerBackdrops.h"
 
 #include <QEnterEvent>
 #include <QGuiApplication>

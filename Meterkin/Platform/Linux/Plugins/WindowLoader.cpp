@@ -1,6 +1,6 @@
-#include "Platform/Linux/WindowPluginLoader.h"
+#include "Platform/Linux/Plugins/WindowLoader.h"
 
-#include "Platform/Linux/PluginFile.h"
+#include "Platform/Linux/Plugins/Location.h"
 #include "Platform/Linux/Windows/Plugin.h"
 #include "Platform/Log.h"
 

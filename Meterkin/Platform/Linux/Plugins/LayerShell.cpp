@@ -1,6 +1,6 @@
-#include "Platform/Linux/LayerShell.h"
+#include "Platform/Linux/Plugins/LayerShell.h"
 
-#include "Platform/Linux/PluginFile.h"
+#include "Platform/Linux/Plugins/Location.h"
 #include "Platform/Log.h"
 
 #include "PluginIdentifier.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/LayerShell.h"
+#include "Platform/Linux/Plugins/LayerShell.h"
 
 #include <QPoint>
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Tray/TitlePainter.h"
+#include "Platform/Linux/Tray/Title/Painter.h"
 
 #include <QPainter>
 

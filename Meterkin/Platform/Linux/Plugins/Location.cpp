@@ -1,4 +1,4 @@
-#include "Platform/Linux/PluginFile.h"
+#include "Platform/Linux/Plugins/Location.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
-#include "Platform/Linux/Tray/XembedIcon.h"
+#include "Platform/Linux/Tray/Xembed/Icon.h"
 
-#include "Platform/Linux/Tray/TitleColor.h"
+#include "Platform/Linux/Tray/Title/Color.h"
 #include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Tray/XembedManager.h"
+#include "Platform/Linux/Tray/Xembed/Manager.h"
 
 #include "Platform/Linux/Tray/ProcessName.h"
 #include "Platform/Log.h"

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Tray/GlyphSet.h"
+#include "Platform/Linux/Tray/Title/GlyphSet.h"
 
 #include <QColor>
 

@@ -1,6 +1,6 @@
-#include "Platform/Linux/Tray/FontFile.h"
+#include "Platform/Linux/Tray/Title/FontFile.h"
 
-#include "Platform/Linux/Tray/Typeface.h"
+#include "Platform/Linux/Tray/Title/Typeface.h"
 
 #include <ft2build.h>
 #include FT_FREETYPE_H

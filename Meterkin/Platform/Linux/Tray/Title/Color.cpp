@@ -1,4 +1,4 @@
-#include "Platform/Linux/Tray/TitleColor.h"
+#include "Platform/Linux/Tray/Title/Color.h"
 
 #include "Model/TierColors.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Tray/XembedWindow.h"
+#include "Platform/Linux/Tray/Xembed/Window.h"
 
 #include <array>
 #include <span>

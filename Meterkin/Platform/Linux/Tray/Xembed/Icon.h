@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Linux/Tray/Host.h"
-#include "Platform/Linux/Tray/TitlePainter.h"
-#include "Platform/Linux/Tray/XembedWindow.h"
+#include "Platform/Linux/Tray/Title/Painter.h"
+#include "Platform/Linux/Tray/Xembed/Window.h"
 
 #include <QDeadlineTimer>
 #include <QTimer>
