@@ -1,10 +1,9 @@
 """GNOME Shell with the AppIndicator extension."""
-import ast
 import json
 import re
 from pathlib import Path
 
-from real_session import BACKGROUND, RealSession, SessionWindow
+from shell_session import ShellSession
 from x_display import Rect
 
 EXTENSION = "ubuntu-appindicators@ubuntu.com"
@@ -14,16 +13,10 @@ function init() {}
 function enable() { global.context.unsafe_mode = true; }
 function disable() { global.context.unsafe_mode = false; }
 """
-WINDOWS = """
-global.get_window_actors().filter(actor => actor.visible).map(actor => {
-    const window = actor.meta_window, rect = window.get_frame_rect();
-    return [window.title, [rect.x, rect.y, rect.width, rect.height], window.has_focus(),
-            !window.skip_taskbar && !window.is_override_redirect()];
-})
-"""
 
-
-class Gnome(RealSession):
+class Gnome(ShellSession):
+    SERVICE, IS_OFF_TASK_BAR = "org.gnome.Shell", "window.skip_taskbar"
+    SCHEMA = "org.gnome.desktop.background"
     NAME = "gnome"
     MODES = ("x11", "wayland", "native")
     PORTAL = "gnome"
@@ -45,9 +38,7 @@ class Gnome(RealSession):
         self.set("org.gnome.shell", "enabled-extensions", str([EXTENSION, READER]))
         self.set("org.gnome.desktop.notifications", "show-banners", "false")
         self.set("org.gnome.shell", "welcome-dialog-last-shown-version", "99")
-        for key in ("picture-uri", "picture-uri-dark"):
-            self.set("org.gnome.desktop.background", key, "")
-        self.set("org.gnome.desktop.background", "primary-color", "#%02x%02x%02x" % BACKGROUND)
+        self.paint_background()
         self.start_shell()
 
     def install_reader(self):
@@ -58,14 +49,12 @@ class Gnome(RealSession):
             {"uuid": READER, "name": READER, "description": READER,
              "shell-version": ["43"]}))
 
-    def set(self, schema, key, value):
-        self.run("gsettings", "set", schema, key, value)
-
     def start_shell(self):
         options = {"x11": ["--x11"], "wayland": ["--wayland", "--nested"],
                    "native": ["--wayland", "--nested", "--no-x11"]}[self.mode]
+        size = f"{self.width}x{self.height}"
         self.spawn(["gnome-shell", *options], "shell",
-                   {"DISPLAY": self.outer, "MUTTER_DEBUG_DUMMY_MODE_SPECS": f"{self.width}x{self.height}"})
+                   {"DISPLAY": self.outer, "MUTTER_DEBUG_DUMMY_MODE_SPECS": size})
         self.wait(lambda: "GNOME Shell started" in self.log("shell").read_text(errors="replace"),
                   what="the shell")
         self.wait(self.has_tray, what="the tray")
@@ -78,26 +67,7 @@ class Gnome(RealSession):
             self.environment["XAUTHORITY"] = str(next(
                 (self.folder / "run").glob(".mutter-Xwaylandauth.*")))
 
-    def evaluate(self, source):
-        """The value of JavaScript in the shell, None when it has none."""
-        answer = self.call("org.gnome.Shell", "/org/gnome/Shell", "org.gnome.Shell.Eval", source)
-        match = re.fullmatch(r"\(true, (['\"].*['\"])\)\s*", answer, re.DOTALL)
-        text = ast.literal_eval(match[1]) if match else ""
-        return json.loads(text) if text else None
-
-    def windows(self):
-        return [SessionWindow(title or "", Rect(*rect), has_keyboard, is_listed)
-                for title, rect, has_keyboard, is_listed in self.evaluate(WINDOWS) or ()]
-
-    def move(self, title, x, y):
-        self.evaluate(f"""global.get_window_actors().map(actor => actor.meta_window)
-            .find(window => window.title === "{title}").move_frame(true, {x}, {y})""")
-
     # --- what the desktop can change -----------------------------------------------------------
-
-    def set_dark(self, is_dark):
-        self.set("org.gnome.desktop.interface", "color-scheme",
-                 "prefer-dark" if is_dark else "default")
 
     def end_panel(self):
         self.set("org.gnome.shell", "enabled-extensions", str([READER]))

@@ -20,8 +20,8 @@ from plasma_session import Plasma
 from private_desktop import Desktop
 from private_home import wait
 from real_session import BACKGROUND
+from screen_changes import around, new_vivid_pixels
 from sway_session import Sway
-from tour import around, new_vivid_pixels
 from x_display import Rect
 
 PROJECT = Path(__file__).resolve().parents[1]

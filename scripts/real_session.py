@@ -132,6 +132,14 @@ class RealSession(PrivateHome):
     def quieten(self):
         """Puts away what the desktop itself has to say after a start."""
 
+    def set(self, schema, key, value):
+        """A setting of GNOME's or of whoever has taken them over."""
+        self.run("gsettings", "set", schema, key, value)
+
+    def set_dark(self, is_dark):
+        self.set("org.gnome.desktop.interface", "color-scheme",
+                 "prefer-dark" if is_dark else "default")
+
     def has_panel(self):
         return self.has_tray()
 

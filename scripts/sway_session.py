@@ -34,7 +34,8 @@ class Sway(RealSession):
         # for us, who are another user when we are root
         opened = "xhost +local: > /dev/null &&" if self.mode == "wayland" else ""
         settings.write_text(f"""
-            output * resolution {self.width}x{self.height} background #{'%02x%02x%02x' % BACKGROUND} solid_color
+            output * resolution {self.width}x{self.height}
+            output * background #{'%02x%02x%02x' % BACKGROUND} solid_color
             xwayland {'enable' if self.mode == 'wayland' else 'disable'}
             focus_follows_mouse no
             floating_modifier none
@@ -88,10 +89,6 @@ class Sway(RealSession):
 
     def move(self, title, x, y):
         self.run("swaymsg", f'[title="{title}"] move absolute position {x} {y}')
-
-    def set_dark(self, is_dark):
-        self.run("gsettings", "set", "org.gnome.desktop.interface", "color-scheme",
-                 "prefer-dark" if is_dark else "default")
 
     def panel_rect(self):
         outputs = json.loads(self.run("swaymsg", "-t", "get_workspaces"))

@@ -1,7 +1,6 @@
 """Takes the program through real desktop sessions, brought up without a display, and tells what held.
 Leaves a contact sheet and a table of each session in a folder; status 1 when anything fell short."""
 import argparse
-import os
 import signal
 import subprocess
 import sys

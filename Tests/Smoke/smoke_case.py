@@ -1,5 +1,4 @@
 """What the smoke tests share: the program on a private desktop, seen only from outside."""
-import colorsys
 import os
 import re
 import shutil
@@ -9,6 +8,7 @@ from pathlib import Path
 from typing import NamedTuple, Optional
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "scripts"))
+from colors import hue_name, is_vivid  # noqa: E402
 from made_up_hardware import Hardware  # noqa: E402, F401  (the cases take it from here)
 from panels import NOTIFIER, PANELS, is_on_wayland  # noqa: E402
 from private_desktop import Desktop, WATCHER  # noqa: E402
@@ -18,7 +18,6 @@ from x_display import Window  # noqa: E402
 FULL = os.environ.get("METERKIN_SMOKE") == "full"
 LABEL = "meterkin: "
 BACK_WITHIN = 2.0       # seconds until the item stands in a tray that is there
-HUES = {"green": (85, 165), "yellow": (30, 70), "red": (-25, 20)}     # degrees
 
 
 class Notifier(NamedTuple):
@@ -39,18 +38,10 @@ def client(window):
     return window >> 21
 
 
-def hue_name(color):
-    hue = 360 * colorsys.rgb_to_hsv(*(part / 255 for part in color))[0]
-    for name, (low, high) in HUES.items():
-        if low <= hue <= high or low <= hue - 360 <= high:
-            return name
-    return f"hue {hue:.0f}"
-
-
 def title_color(pixels):
     """The most vivid colour: where a letter covers its pixels wholly. None when all is grey."""
     color = max(pixels, key=lambda pixel: max(pixel) - min(pixel), default=(0, 0, 0))
-    return color if max(color) - min(color) > 60 else None
+    return color if is_vivid(color) else None
 
 
 def same_shade(one, other):
