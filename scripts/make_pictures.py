@@ -15,13 +15,12 @@ from pathlib import Path
 from gnome_session import Gnome
 from made_up_hardware import Hardware
 from measuring import release_build
-from panels import PANELS
+from panels import PANELS, is_on_wayland
 from plasma_session import Plasma
 from private_desktop import Desktop
 from private_home import wait
 from real_session import BACKGROUND
 from screen_changes import around, new_vivid_pixels
-from sway_session import Sway
 from x_display import Rect
 
 PROJECT = Path(__file__).resolve().parents[1]
@@ -39,6 +38,7 @@ STATES = (              # of the title in a panel: settings, memory in percent, 
     ({"menuBarMetric": "Memory"}, 71, "yellow"),
     ({"menuBarMetric": "Fan Speed"}, 42, "red"))
 CROP = (200, 32)
+UPRIGHT = 60            # at most, the width of a panel at the left
 CAPTION = 110
 
 
@@ -228,15 +228,14 @@ def panels(stack):
     """Every kind of panel: name, where it runs, how it is looked at, where the title may be."""
     for kind in [*PANELS, "none"]:
         def open_desktop(kind=kind):
-            desktop = stack.enter_context(Desktop(wayland=kind == "waybar"))
+            desktop = stack.enter_context(Desktop(wayland=is_on_wayland(kind)))
             desktop.start_panel(kind)
             if kind != "none":
                 desktop.wait_for_tray()
             time.sleep(1)
             return desktop, desktop.screenshot
         yield kind, open_desktop
-    for name, session in (("swaybar", (Sway, "swaybar")), ("Plasma", (Plasma, "x11")),
-                          ("GNOME", (Gnome, "x11")), ("GNOME, Wayland", (Gnome, "native"))):
+    for name, session in (("Plasma", (Plasma, "x11")), ("GNOME", (Gnome, "x11")), ("GNOME, Wayland", (Gnome, "native"))):
         def open_session(kind=session[0], mode=session[1]):
             place = stack.enter_context(kind(mode))
             place.quieten()
@@ -256,7 +255,8 @@ def take_panels(program):
                 try:
                     place, look = open_place()
                     before = look()
-                    area = Rect(before.width // 2, 0, before.width // 2, before.height)
+                    area = Rect(0, 0, UPRIGHT, before.height) if name.endswith("-left") else \
+                        Rect(before.width // 2, 0, before.width // 2, before.height)
                     pictures = []
                     for number, state in enumerate(STATES):
                         file = folder / f"{len(rows)}-{number}.png"
@@ -280,7 +280,7 @@ def main():
     parser.add_argument("kind", nargs="?", choices=("windows", "panels"), help="not both")
     parser.add_argument("--program", metavar="FILE", help="another than the release build")
     wanted = parser.parse_args()
-    subprocess.run([PROJECT / "scripts/bootstrap", "desktop", "test", "gnome", "plasma", "sway"],
+    subprocess.run([PROJECT / "scripts/bootstrap", "desktop", "test", "gnome", "plasma"],
                    check=True)
     program = str(Path(wanted.program or release_build()).resolve())
     if wanted.kind != "panels":

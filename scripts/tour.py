@@ -93,7 +93,7 @@ class Tour(Person):
         seconds = time.monotonic() - self.started
         middle = min(max(rect.x + rect.width // 2 - 160, 0), self.panel.width - 320)
         self.look("title, magnified", Rect(middle, self.panel.y, 320, self.panel.height)
-                  if self.panel.height else Rect(middle, rect.y - 15, 320, 40))
+                  if self.panel.height else Rect(middle, min(rect.y - 15, HEIGHT - 40), 320, 40))
         kind = "StatusNotifierItem" if self.is_notifier() else \
             "XEmbed" if self.panel.height else "strip"
         return f"{kind}, {rect.width}×{rect.height} px after {seconds:.1f} s"
