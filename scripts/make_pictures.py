@@ -38,6 +38,7 @@ STATES = (              # of the title in a panel: settings, memory in percent, 
     ({"menuBarMetric": "Memory"}, 71, "yellow"),
     ({"menuBarMetric": "Fan Speed"}, 42, "red"))
 CROP = (200, 32)
+REST = 8                # looks that find the same title
 UPRIGHT = 60            # at most, the width of a panel at the left
 CAPTION = 110
 
@@ -211,9 +212,10 @@ def take_title(place, look, area, program, state, before):
 
     def rested():
         last.append(new_vivid_pixels(before, look(), area, color))
-        return len(last) > 2 and last[-1] and last[-1] == last[-2] == last[-3]
+        # panels rearrange themselves around an item, which learns of its place and colours late
+        return len(last) > REST and last[-1] and all(seen == last[-1] for seen in last[-REST:])
     try:
-        wait(rested, 20, f"a {color} title", 0.2)
+        wait(rested, 30, f"a {color} title", 0.2)
         title, image = around(last[-1]), look()
         width, height = CROP
         left = min(max(title.x + title.width // 2 - width // 2, 0), image.width - width)
@@ -235,8 +237,9 @@ def panels(stack):
             time.sleep(1)
             return desktop, desktop.screenshot
         yield kind, open_desktop
-    for name, session in (("Plasma", (Plasma, "x11")), ("GNOME", (Gnome, "x11")), ("GNOME, Wayland", (Gnome, "native"))):
-        def open_session(kind=session[0], mode=session[1]):
+    for name, kind, mode in (("Plasma", Plasma, "x11"), ("GNOME", Gnome, "x11"),
+                             ("GNOME, Wayland", Gnome, "native")):
+        def open_session(kind=kind, mode=mode):
             place = stack.enter_context(kind(mode))
             place.quieten()
             time.sleep(2)
