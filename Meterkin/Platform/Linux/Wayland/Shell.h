@@ -21,8 +21,8 @@ private:
     void bind(std::uint32_t name, QByteArrayView interface, std::uint32_t version);
     void forget();
 
-    WaylandPointer<wl_registry, wl_registry_destroy> m_registry;
-    WaylandPointer<wl_callback, wl_callback_destroy> m_question; ///< until it is answered
-    WaylandPointer<zwlr_layer_shell_v1, zwlr_layer_shell_v1_destroy> m_shell;
-    WaylandPointer<wp_viewporter, wp_viewporter_destroy> m_viewporter;
+    WaylandPointer<wl_registry> m_registry;
+    WaylandPointer<wl_callback> m_question; ///< until it is answered
+    WaylandPointer<zwlr_layer_shell_v1> m_shell;
+    WaylandPointer<wp_viewporter> m_viewporter;
 };

@@ -31,8 +31,8 @@ private:
     const LayerShell::Kind m_kind;
     zwlr_layer_shell_v1 &m_shell;
     wp_viewporter &m_viewporter;
-    WaylandPointer<zwlr_layer_surface_v1, zwlr_layer_surface_v1_destroy> m_layer;
-    WaylandPointer<wp_viewport, wp_viewport_destroy> m_viewport; ///< of a backdrop
+    WaylandPointer<zwlr_layer_surface_v1> m_layer;
+    WaylandPointer<wp_viewport> m_viewport; ///< of a backdrop
     State m_state = State::Closed;
     QSize m_configured; ///< by the compositor
 };

@@ -254,9 +254,13 @@ void XembedIcon::readBackground()
     if (!m_isEmbedded) // it has just moved elsewhere
         return;
     m_nextLook.setRemainingTime(LookPeriod);
-    std::optional<QColor> background = m_window.background(m_size);
-    if (!background && m_manager.textColor())
-        background = typicalBackground(!isDarkBackground(*m_manager.textColor()));
+    std::optional<QColor> background;
+    if (!m_manager.isWindowManager())
+        background = m_window.background(m_size);
+    if (!background) {
+        if (const std::optional<QColor> text = m_manager.textColor())
+            background = typicalBackground(!isDarkBackground(*text));
+    }
     if (std::exchange(m_background, background) != background)
         emit backgroundChanged();
 }

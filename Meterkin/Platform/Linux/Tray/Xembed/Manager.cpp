@@ -48,7 +48,6 @@ void XembedManager::handleEvent(const xcb_generic_event_t *event)
     if (change.window != window())
         return;
     if (change.atom == m_connection.atom(colorsName)) {
-        readColors();
         emit colorsChanged();
     } else if (change.atom == m_connection.atom(orientationName)) {
         if (readOrientation())
@@ -65,7 +64,7 @@ void XembedManager::readAll()
     }
     readVisual();
     readOrientation();
-    readColors();
+    readWindowManager();
     if (!logTray().isDebugEnabled())
         return;
     const QString name = processName(words("_NET_WM_PID", XCB_ATOM_CARDINAL).value(0));
@@ -73,7 +72,7 @@ void XembedManager::readAll()
             name.isEmpty() ? "a panel that does not tell its name" : qUtf8Printable(name), m_depth);
 }
 
-QList<quint32> XembedManager::words(const char *property, xcb_atom_t type)
+QList<quint32> XembedManager::words(const char *property, xcb_atom_t type) const
 {
     return m_connection.words(window(), m_connection.atom(property), type);
 }
@@ -94,11 +93,26 @@ bool XembedManager::readOrientation()
     return std::exchange(m_isVertical, isVertical) != isVertical;
 }
 
-void XembedManager::readColors()
+std::optional<QColor> XembedManager::textColor() const
 {
     // Red, green and blue of each in 16 bits; that of texts comes first.
     const QList<quint32> colors = words(colorsName, XCB_ATOM_CARDINAL);
     const auto part = [&](qsizetype index) { return static_cast<int>(colors[index] >> 8 & 0xff); };
-    m_textColor =
-        colors.size() < 3 ? std::nullopt : std::optional(QColor(part(0), part(1), part(2)));
+    if (colors.size() < 3)
+        return std::nullopt;
+    const QColor color(part(0), part(1), part(2));
+    // A shell says black before it has read its own style.
+    return m_isWindowManager && color == Qt::black ? std::nullopt : std::optional(color);
+}
+
+void XembedManager::readWindowManager()
+{
+    const xcb_window_t manager =
+        m_connection
+            .words(m_connection.screen().root, m_connection.atom("_NET_SUPPORTING_WM_CHECK"),
+                   XCB_ATOM_WINDOW)
+            .value(0);
+    // What is left of a resource without these bits tells the program that has made it.
+    const quint32 ownPart = xcb_get_setup(m_connection.xcb())->resource_id_mask;
+    m_isWindowManager = (manager & ~ownPart) == (window() & ~ownPart);
 }

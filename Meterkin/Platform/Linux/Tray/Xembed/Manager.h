@@ -22,8 +22,11 @@ public:
     quint8 depth() const { return m_depth; }
     /// Whether the panel is upright, so that its items stand one above the other.
     bool isVertical() const { return m_isVertical; }
-    /// What the panel draws texts in; absent when it does not tell.
-    const std::optional<QColor> &textColor() const { return m_textColor; }
+    /// Whether the panel is the window manager, too, as that of GNOME. It draws its items by itself
+    /// then, so that its windows do not tell what these stand on.
+    bool isWindowManager() const { return m_isWindowManager; }
+    /// What the panel draws texts in, as it tells just now; absent when it does not.
+    std::optional<QColor> textColor() const;
 
 signals:
     /// Another panel is there, or none, or the panel has turned.
@@ -34,16 +37,16 @@ private:
     void handleEvent(const xcb_generic_event_t *event);
     void readAll();
     /// The panel's property.
-    QList<quint32> words(const char *property, xcb_atom_t type);
+    QList<quint32> words(const char *property, xcb_atom_t type) const;
     void readVisual();
     /// Whether it is another one than before.
     bool readOrientation();
-    void readColors();
+    void readWindowManager();
 
     X11Connection &m_connection;
     X11Selection m_selection;
     xcb_visualid_t m_visual = 0;
     quint8 m_depth = 0;
     bool m_isVertical = false;
-    std::optional<QColor> m_textColor;
+    bool m_isWindowManager = false;
 };
