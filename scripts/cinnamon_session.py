@@ -7,6 +7,7 @@ class Cinnamon(ShellSession):
     SERVICE, IS_OFF_TASK_BAR = "org.Cinnamon", "window.is_skip_taskbar()"
     SCHEMA = "org.cinnamon.desktop.background"
     NAME = "cinnamon"
+    TELLS_BACKGROUND = False
     MODES = ("x11",)
     PORTAL = "gtk"
 

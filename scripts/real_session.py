@@ -22,6 +22,7 @@ class SessionWindow(NamedTuple):
 class RealSession(PrivateHome):
     """A session of the class's kind in one of its modes: "x11"; "wayland", which has Xwayland;
     "native", which has not."""
+    TELLS_BACKGROUND = True     # whether a program can know what the panel looks like
     NAME = ""
     MODES = ()
     PORTAL = ""         # the portal's backend

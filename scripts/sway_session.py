@@ -10,6 +10,7 @@ from x_display import Rect
 
 class Sway(RealSession):
     NAME = "sway"
+    TELLS_BACKGROUND = False
     MODES = ("wayland", "native", "swaybar", "no-tray")
     PORTAL = "gtk"
     NOTIFICATION_BUTTON = 2     # of dunst

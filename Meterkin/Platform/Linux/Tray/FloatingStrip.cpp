@@ -84,8 +84,8 @@ protected:
 
     void mousePressEvent(QMouseEvent *event) override
     {
+        m_grip = event->position().toPoint();
         if (event->button() == Qt::LeftButton) {
-            m_grip = event->position().toPoint();
             m_isDragged = false;
         } else if (event->button() == Qt::RightButton) {
             emit m_strip.menuRequested(m_strip.geometry().center());
@@ -123,8 +123,12 @@ protected:
 
     bool event(QEvent *event) override
     {
-        if (event->type() == QEvent::Enter || event->type() == QEvent::Leave)
-            emit m_strip.hoverChanged(event->type() == QEvent::Enter);
+        if (event->type() == QEvent::Leave)
+            emit m_strip.hoverChanged(false);
+        // What a press has opened may make a resting pointer leave and enter.
+        if (event->type() == QEvent::Enter
+            && static_cast<QEnterEvent *>(event)->position().toPoint() != m_grip)
+            emit m_strip.hoverChanged(true);
         return QRasterWindow::event(event);
     }
 
