@@ -17,6 +17,7 @@ public:
         setFlags(Qt::FramelessWindowHint | Qt::BypassWindowManagerHint);
         resize(1, 1);
         connect(m_surface.get(), &LayerSurface::measured, this, [this](QSize size) {
+            m_size = size;
             m_surface->place(
                 {Qt::TopEdge | Qt::LeftEdge | Qt::BottomEdge | Qt::RightEdge, {}, size});
         });
@@ -28,6 +29,13 @@ public:
     }
 
     void lower() { m_surface->lower(); }
+
+    void spare(const QRect &place)
+    {
+        // On Wayland a mask limits only the input; it counts from the next frame on.
+        setMask(QRegion(QRect(QPoint(), m_size)) - place);
+        update();
+    }
 
 protected:
     bool event(QEvent *event) override
@@ -43,6 +51,7 @@ protected:
 private:
     LayerBackdrops &m_backdrops;
     const std::unique_ptr<LayerSurface> m_surface;
+    QSize m_size; ///< that it covers
 };
 
 LayerBackdrops::LayerBackdrops() = default;
@@ -59,6 +68,14 @@ void LayerBackdrops::lower()
 {
     for (const auto &window : m_windows)
         window->lower();
+}
+
+void LayerBackdrops::spare(const QScreen &screen, const QRect &place)
+{
+    for (const auto &window : m_windows) {
+        if (window->screen() == &screen)
+            window->spare(place.translated(-screen.geometry().topLeft()));
+    }
 }
 
 void LayerBackdrops::close()

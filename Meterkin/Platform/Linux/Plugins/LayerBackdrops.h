@@ -18,7 +18,10 @@ public:
 
     /// The shell outlives them.
     void open(LayerShell &shell);
-    /// Below transient surfaces. Until then they stand above panels, which hide the pointer.
+    /// Leaves a part of that screen, in logical pixels of the desktop, to what stands there. The
+    /// rest stays above panels, which would show tool tips for a pointer that rests.
+    void spare(const QScreen &screen, const QRect &place);
+    /// Puts them below transient surfaces, and below panels, too.
     void lower();
     void close();
 

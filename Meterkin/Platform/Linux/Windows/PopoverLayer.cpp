@@ -69,7 +69,6 @@ void PopoverLayer::openOn(QScreen *screen)
 {
     m_pointerPatience.stop();
     m_screen = screen != nullptr ? screen : QGuiApplication::primaryScreen();
-    m_backdrops.lower();
     m_surface->open(m_screen);
 }
 
@@ -111,6 +110,7 @@ void PopoverLayer::place()
         return;
     const PopoverPlace place = placePopover(m_surroundings, m_window.contentSize());
     m_window.place(place, *m_screen);
+    m_backdrops.spare(*m_screen, place.frame);
     const int shadow = m_window.frameRect().left();
     const QRect window = place.frame.adjusted(-shadow, -shadow, shadow, shadow);
     const QMargins distances(window.left() - m_layerArea.left(), window.top() - m_layerArea.top(),
