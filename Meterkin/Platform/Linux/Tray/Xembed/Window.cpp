@@ -27,10 +27,10 @@ QColor middleColor(std::span<const QRgb> pixels)
         for (const QRgb pixel : pixels)
             ++counts[pixel >> shift & 0xff];
         std::size_t passed = 0;
-        int value = 0;
+        std::size_t value = 0;
         while ((passed += counts[value]) * 2 < pixels.size())
             ++value;
-        return value;
+        return static_cast<int>(value);
     };
     return QColor(middle(16), middle(8), middle(0), middle(24));
 }
@@ -166,7 +166,8 @@ std::optional<QColor> XembedWindow::background(QSize size) const
     if (!image)
         return std::nullopt;
     const auto *begin = reinterpret_cast<const QRgb *>(xcb_get_image_data(image.get()));
-    const std::span pixels(begin, xcb_get_image_data_length(image.get()) / sizeof(QRgb));
+    const auto length = static_cast<std::size_t>(xcb_get_image_data_length(image.get()));
+    const std::span pixels(begin, length / sizeof(QRgb));
     // Eight bits for a colour, in pixels of 32.
     if ((image->depth != ColorDepth && image->depth != AlphaDepth)
         || pixels.size() != static_cast<std::size_t>(width) * height)
