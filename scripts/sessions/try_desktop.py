@@ -15,7 +15,7 @@ from plasma_session import Plasma
 from sway_session import Sway
 from tour import HELD, NOT_THERE, SHORT, STEPS, Tour
 
-PROJECT = Path(__file__).resolve().parents[1]
+PROJECT = Path(__file__).resolve().parents[2]
 DESKTOPS = {kind.NAME: kind for kind in (Gnome, Plasma, Sway, Cinnamon)}
 MARKS = {HELD: "✓", SHORT: "✗", NOT_THERE: "–"}
 

@@ -23,7 +23,7 @@ from real_session import BACKGROUND
 from screen_changes import around, new_vivid_pixels
 from x_display import Rect
 
-PROJECT = Path(__file__).resolve().parents[1]
+PROJECT = Path(__file__).resolve().parents[2]
 DOCS = PROJECT / "docs"
 SCALE = 2
 SCREEN = (2000, 1500)
