@@ -1,6 +1,9 @@
-# METERKIN_COMMIT: what the program is built from, as git names it when the build is configured;
-# empty where this is no clone, as in an unpacked archive, which may lie in a clone of something else.
-set(METERKIN_COMMIT "")
+# METERKIN_COMMIT: what the program is built from. In a clone git names it when the build is configured,
+# an archive that git made bears it; elsewhere it is empty. An archive may lie in a clone of something else.
+set(METERKIN_COMMIT "$Format:%h$")
+if(METERKIN_COMMIT MATCHES "Format")
+    set(METERKIN_COMMIT "")
+endif()
 find_package(Git QUIET)
 if(GIT_FOUND AND EXISTS ${CMAKE_SOURCE_DIR}/.git)
     execute_process(

@@ -54,11 +54,7 @@ def do(*command, **options):
 
 def build_packages():
     for version in OLD, NEW:
-        # only the program: the packager would have the tests built, too
-        do("cmake", "--preset", "release", "-B", BUILD, f"-DMETERKIN_VERSION={version}",
-           "-DCMAKE_SKIP_INSTALL_ALL_DEPENDENCY=ON", cwd=PROJECT)
-        do("cmake", "--build", BUILD, "--target", "meterkin")
-        do("cpack", "-G", "DEB", "--config", BUILD / "CPackConfig.cmake", cwd=BUILD)
+        do(PROJECT / "scripts" / "package-debian", version, BUILD)
 
 
 def enter_container():
@@ -89,7 +85,7 @@ def enter_container():
 # --- inside, as root: the machine to update ----------------------------------------------------
 
 def package(version):
-    found, = (BUILD / "package").glob(f"meterkin_{version}_*.deb")
+    found, = BUILD.glob(f"meterkin_{version}_*.deb")
     return found
 
 

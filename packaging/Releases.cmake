@@ -1,0 +1,31 @@
+# The releases stand in the changelog. METERKIN_RELEASES tells them to software centres, METERKIN_CHANGELOG
+# is Debian's. A version that is not in it yet is added with the present date, or SOURCE_DATE_EPOCH.
+set(changelog ${CMAKE_CURRENT_LIST_DIR}/debian/changelog.in)
+if(NOT CMAKE_SCRIPT_MODE_FILE)
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${changelog})
+endif()
+file(READ ${changelog} METERKIN_CHANGELOG)
+string(FIND "${METERKIN_CHANGELOG}" "meterkin (${PROJECT_VERSION}) " listed)
+if(listed EQUAL -1)
+    string(TIMESTAMP now "%a, %d %b %Y %H:%M:%S +0000" UTC)
+    string(PREPEND METERKIN_CHANGELOG "meterkin (${PROJECT_VERSION}) UNRELEASED; urgency=medium\n\n"
+        "  * Built before its release.\n\n -- @METERKIN_CONTACT@  ${now}\n\n")
+endif()
+string(CONFIGURE "${METERKIN_CHANGELOG}" METERKIN_CHANGELOG @ONLY)
+
+set(METERKIN_RELEASES)
+set(months Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec)
+string(REGEX MATCHALL "\nmeterkin \\([^)]+\\)|\n -- [^\n]+" lines "\n${METERKIN_CHANGELOG}")
+foreach(line IN LISTS lines)
+    if(line MATCHES "\\((.+)\\)")
+        set(version ${CMAKE_MATCH_1})
+    elseif(line MATCHES ", +([0-9]+) ([A-Z][a-z][a-z]) ([0-9]+) ")
+        list(FIND months ${CMAKE_MATCH_2} month)
+        math(EXPR month "${month} + 101")
+        math(EXPR day "${CMAKE_MATCH_1} + 100")
+        string(SUBSTRING ${month} 1 2 month)
+        string(SUBSTRING ${day} 1 2 day)
+        string(APPEND METERKIN_RELEASES
+            "\n    <release version=\"${version}\" date=\"${CMAKE_MATCH_3}-${month}-${day}\"/>")
+    endif()
+endforeach()
