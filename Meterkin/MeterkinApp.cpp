@@ -2,6 +2,7 @@
 
 #include "AppDelegate.h"
 #include "Platform/ProgramHost.h"
+#include "Translation.h"
 
 #include <QFile>
 
@@ -52,6 +53,7 @@ MeterkinApp::MeterkinApp(int argc, char **argv)
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
+    loadTranslation();
 }
 
 MeterkinApp::~MeterkinApp() = default;

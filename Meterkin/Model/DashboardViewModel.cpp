@@ -55,7 +55,8 @@ QString DashboardViewModel::summary() const
 {
     QStringList lines;
     for (const SystemMetric metric : allMetrics)
-        lines << traitsOf(metric).title + QStringLiteral(": ") + displayText(metric);
+        lines << tr("%1: %2", "a vital and its value")
+                     .arg(traitsOf(metric).title(), displayText(metric));
     return lines.join(u'\n');
 }
 

@@ -28,7 +28,7 @@ MetricSettings::MetricSettings(SystemMetric metric, DefaultsStore &store, QObjec
 
 QString MetricSettings::name() const
 {
-    return traitsOf(m_metric).name;
+    return traitsOf(m_metric).name();
 }
 
 void MetricSettings::setGreen(double value)

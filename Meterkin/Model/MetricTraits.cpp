@@ -3,6 +3,8 @@
 #include "Model/DecimalText.h"
 #include "Sampling/MetricSample.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
 #include <cmath>
 
@@ -42,10 +44,11 @@ std::optional<double> cpuUsage(const MetricSample &sample)
 // threshold of 0 could never be passed, and no fan turns faster.
 const std::array<MetricTraits, allMetrics.size()> table{
     MetricTraits{
-        .title = QStringLiteral("Fan Speed"),
-        .name = QStringLiteral("Fan Speed"),
+        .rawValue = QStringLiteral("Fan Speed"),
+        .englishTitle = QT_TRANSLATE_NOOP("MetricTraits", "Fan Speed"),
+        .englishName = QT_TRANSLATE_NOOP("MetricTraits", "Fan Speed"),
         .unit = QStringLiteral(" RPM"),
-        .alertWords = QStringLiteral("Fan speed is "),
+        .englishAlert = QT_TRANSLATE_NOOP("MetricTraits", "Fan speed is %1"),
         .settingsName = QStringLiteral("fanSpeed"),
         .alertSetting = QStringLiteral("alertFanSpeed"),
         .widestValue = 9999.0,
@@ -57,10 +60,11 @@ const std::array<MetricTraits, allMetrics.size()> table{
         .isPresentIn = hasFans,
     },
     MetricTraits{
-        .title = QStringLiteral("Memory"),
-        .name = QStringLiteral("Memory Usage"),
+        .rawValue = QStringLiteral("Memory"),
+        .englishTitle = QT_TRANSLATE_NOOP("MetricTraits", "Memory"),
+        .englishName = QT_TRANSLATE_NOOP("MetricTraits", "Memory Usage"),
         .unit = QStringLiteral("%"),
-        .alertWords = QStringLiteral("Memory usage is "),
+        .englishAlert = QT_TRANSLATE_NOOP("MetricTraits", "Memory usage is %1"),
         .settingsName = QStringLiteral("memory"),
         .alertSetting = QStringLiteral("alertMemory"),
         .widestValue = 100.0,
@@ -71,10 +75,11 @@ const std::array<MetricTraits, allMetrics.size()> table{
         .cardText = memoryText,
     },
     MetricTraits{
-        .title = QStringLiteral("CPU Usage"),
-        .name = QStringLiteral("CPU Usage"),
+        .rawValue = QStringLiteral("CPU Usage"),
+        .englishTitle = QT_TRANSLATE_NOOP("MetricTraits", "CPU Usage"),
+        .englishName = QT_TRANSLATE_NOOP("MetricTraits", "CPU Usage"),
         .unit = QStringLiteral("%"),
-        .alertWords = QStringLiteral("CPU usage is "),
+        .englishAlert = QT_TRANSLATE_NOOP("MetricTraits", "CPU usage is %1"),
         .settingsName = QStringLiteral("cpuUsage"),
         .alertSetting = QStringLiteral("alertCPUUsage"),
         .widestValue = 100.0,
@@ -88,6 +93,21 @@ const std::array<MetricTraits, allMetrics.size()> table{
 
 } // namespace
 
+QString MetricTraits::title() const
+{
+    return QCoreApplication::translate("MetricTraits", englishTitle);
+}
+
+QString MetricTraits::name() const
+{
+    return QCoreApplication::translate("MetricTraits", englishName);
+}
+
+QString MetricTraits::alertText(const QString &value) const
+{
+    return QCoreApplication::translate("MetricTraits", englishAlert).arg(value);
+}
+
 const MetricTraits &traitsOf(SystemMetric metric)
 {
     return table.at(static_cast<std::size_t>(metric));
@@ -96,7 +116,7 @@ const MetricTraits &traitsOf(SystemMetric metric)
 std::optional<SystemMetric> metricFromRawValue(QStringView rawValue)
 {
     const auto found = std::ranges::find(allMetrics, rawValue, [](SystemMetric metric) {
-        return QStringView(traitsOf(metric).title);
+        return QStringView(traitsOf(metric).rawValue);
     });
     return found == allMetrics.end() ? std::nullopt : std::optional(*found);
 }

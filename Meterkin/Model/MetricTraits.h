@@ -11,10 +11,11 @@ struct MetricSample;
 
 /// Everything that differs from metric to metric. Numbers are in the metric's unit.
 struct MetricTraits {
-    QString title; ///< in pickers; also the raw value by which the metric is stored
-    QString name; ///< over its card and its settings
+    QString rawValue; ///< by which the metric is stored, in every language
+    const char *englishTitle = nullptr;
+    const char *englishName = nullptr;
     QString unit; ///< follows a number, with a leading blank where one belongs
-    QString alertWords; ///< the beginning of an alert, before the value
+    const char *englishAlert = nullptr; ///< with %1 for the value
     QString settingsName; ///< the keys of its thresholds are this and "Green" or "Yellow"
     QString alertSetting; ///< the key of its alert's switch
     double widestValue = 0.0; ///< among usual values; the title reserves its width
@@ -31,6 +32,11 @@ struct MetricTraits {
     int cardDecimals = 0; ///< of the value on the card
     /// What the card shows for a sample that has a value. Null: the value.
     QString (*cardText)(const MetricSample &) = nullptr;
+
+    // In the user's language.
+    QString title() const; ///< in pickers
+    QString name() const; ///< over its card and its settings
+    QString alertText(const QString &value) const;
 };
 
 const MetricTraits &traitsOf(SystemMetric metric);

@@ -9,7 +9,7 @@ namespace {
 
 void addDefault(QVariantMap &defaults, const QString &key, SystemMetric metric)
 {
-    defaults.insert(key, traitsOf(metric).title);
+    defaults.insert(key, traitsOf(metric).rawValue);
 }
 
 template <typename Value> void addDefault(QVariantMap &defaults, const QString &key, Value value)

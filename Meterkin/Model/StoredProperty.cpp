@@ -9,7 +9,7 @@
 
 void writeSetting(DefaultsStore &store, const QString &key, SystemMetric metric)
 {
-    store.setText(key, traitsOf(metric).title);
+    store.setText(key, traitsOf(metric).rawValue);
 }
 
 void writeSetting(DefaultsStore &store, const QString &key, double value)

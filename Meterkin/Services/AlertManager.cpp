@@ -74,6 +74,6 @@ void AlertManager::postAlert(SystemMetric metric, double value)
 {
     // Rounded as in the title.
     const MetricTraits &traits = traitsOf(metric);
-    m_centre.post({identifierPrefix + traits.title, QStringLiteral("Meterkin Alert"),
-                   traits.alertWords + valueText(metric, value)});
+    m_centre.post({identifierPrefix + traits.rawValue, tr("Meterkin Alert"),
+                   traits.alertText(valueText(metric, value))});
 }

@@ -18,13 +18,13 @@ QString obstacleText(HotkeyObstacle obstacle)
     case HotkeyObstacle::None:
         break;
     case HotkeyObstacle::MissingKey:
-        return QStringLiteral("Not available now: this keyboard has no such key.");
+        return HotkeyRecorder::tr("Not available now: this keyboard has no such key.");
     case HotkeyObstacle::OtherProgram:
-        return QStringLiteral("Not available now: another program uses it.");
+        return HotkeyRecorder::tr("Not available now: another program uses it.");
     case HotkeyObstacle::NoService:
-        return QStringLiteral("Not available now: this desktop offers no global hotkeys.");
+        return HotkeyRecorder::tr("Not available now: this desktop offers no global hotkeys.");
     case HotkeyObstacle::Refused:
-        return QStringLiteral("Not available now: the system has refused it.");
+        return HotkeyRecorder::tr("Not available now: the system has refused it.");
     }
     return QString();
 }
@@ -39,8 +39,7 @@ HotkeyRecorder::HotkeyRecorder(SettingsViewModel &settings, const Dependencies &
         return HotkeyCombination{m_settings.hotkeyKeyCode(), m_settings.hotkeyModifiers()};
     });
     m_isSet.setBinding([this] { return m_combination.value() != HotkeyCombination(); });
-    m_displayText.setBinding(
-        [this] { return m_isSet ? textOf(m_combination) : QStringLiteral("Not set"); });
+    m_displayText.setBinding([this] { return m_isSet ? textOf(m_combination) : tr("Not set"); });
     m_warning.setBinding([this] { return warning(); });
     m_remark.setBinding([this] {
         QStringList lines{obstacleText(m_dependencies.registrar.obstacle()), m_warning};
@@ -102,5 +101,5 @@ QString HotkeyRecorder::warning() const
     const QString key = textOf({combination.keyCode, 0});
     if (key.size() != 1 || !key.front().isLetter())
         return QString();
-    return QStringLiteral("While it is on, no other program gets %1.").arg(m_displayText);
+    return tr("While it is on, no other program gets %1.").arg(m_displayText);
 }

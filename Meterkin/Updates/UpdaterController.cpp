@@ -70,11 +70,11 @@ void UpdaterController::checkForUpdates()
 
 void UpdaterController::showUpToDateAlert()
 {
-    const QString name = textOf(QStringLiteral("CFBundleName"), QStringLiteral("This app"));
+    const QString name = textOf(QStringLiteral("CFBundleName"), tr("This app"));
     const QString version =
         textOf(QStringLiteral("CFBundleShortVersionString"), QStringLiteral("1.0"));
-    m_services.showAlert(QStringLiteral("You're up to date!"),
-                         name + u' ' + version + QStringLiteral(" is the latest version."));
+    m_services.showAlert(tr("You're up to date!"),
+                         tr("%1 is the latest version.").arg(name + u' ' + version));
 }
 
 QString UpdaterController::textOf(const QString &key, const QString &fallback) const

@@ -112,7 +112,7 @@ std::unique_ptr<QQuickWindow> ApplicationWindows::makeSettingsWindow()
     connect(view.get(), SIGNAL(checkForUpdates()), &m_updater, SLOT(checkForUpdates()));
 
     auto window = std::make_unique<QQuickWindow>();
-    window->setTitle(QStringLiteral("meterkin Settings"));
+    window->setTitle(tr("meterkin Settings"));
     window->setIcon(applicationIcon());
     followColor(*window, *view);
     m_system->windowStyle().makeTitled(*window);
@@ -195,10 +195,9 @@ std::unique_ptr<QQuickItem> ApplicationWindows::makeView(const QString &view,
 {
     std::unique_ptr<QQuickItem> item = engine().create(view, properties);
     if (!item) {
-        m_platform.notificationCentre().post(
-            {QStringLiteral("org.meterkin.Meterkin.windows"),
-             QStringLiteral("Meterkin cannot show this window"),
-             QStringLiteral("A part of Qt is missing on this computer.")});
+        m_platform.notificationCentre().post({QStringLiteral("org.meterkin.Meterkin.windows"),
+                                              tr("Meterkin cannot show this window"),
+                                              tr("A part of Qt is missing on this computer.")});
         giveUpEngineSoon();
     }
     return item;

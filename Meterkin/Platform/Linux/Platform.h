@@ -17,6 +17,8 @@
 #include "Platform/Linux/X11/XSettings.h"
 #include "Platform/Platform.h"
 
+#include <QCoreApplication>
+
 /// The back ends of a Linux desktop.
 class LinuxPlatform : public Platform {
 public:
@@ -28,7 +30,10 @@ public:
     void giveMemoryBack() override { giveMemoryBackSoon(); }
     QVariantMap informationDictionary() const override { return ::informationDictionary(); }
     QString bundlePath() const override { return ::bundlePath(); }
-    QString computerWord() const override { return QStringLiteral("computer"); }
+    QString computerWord() const override
+    {
+        return QCoreApplication::translate("Platform", "computer");
+    }
     NotificationCentre &notificationCentre() override { return m_notifications; }
     KeyDownMonitor &keyDownMonitor() override { return m_keyDownFilter; }
     KeyboardLayout *keyboardLayout() override { return &m_keyboard; }

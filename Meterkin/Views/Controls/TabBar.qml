@@ -23,34 +23,34 @@ Row {
 
     spacing: 4
     Accessible.role: Accessible.PageTabList
-    Accessible.name: "Settings"
+    Accessible.name: qsTr("Settings")
     Keys.onLeftPressed: bar.choose(-1)
     Keys.onRightPressed: bar.choose(1)
 
     TabButton {
         id: general
-        text: "General"
+        text: qsTr("General")
         symbol: "gearshape"
         selected: bar.selected === 0
         onClicked: bar.chosen(0)
     }
     TabButton {
         id: thresholds
-        text: "Thresholds"
+        text: qsTr("Thresholds")
         symbol: "slider.horizontal.3"
         selected: bar.selected === 1
         onClicked: bar.chosen(1)
     }
     TabButton {
         id: alerts
-        text: "Alerts"
+        text: qsTr("Alerts")
         symbol: "bell"
         selected: bar.selected === 2
         onClicked: bar.chosen(2)
     }
     TabButton {
         id: about
-        text: "About"
+        text: qsTr("About")
         symbol: "info.circle"
         selected: bar.selected === 3
         onClicked: bar.chosen(3)

@@ -11,7 +11,7 @@ Column {
     spacing: 4
 
     CaptionText {
-        text: "Per-Core"
+        text: qsTr("Per-Core")
         font.weight: Font.Medium
     }
 
@@ -26,7 +26,7 @@ Column {
         red: Theme.red
         track: Theme.card
         Accessible.role: Accessible.Chart
-        Accessible.name: "Per-Core"
+        Accessible.name: qsTr("Per-Core")
         Accessible.description: text
     }
 }

@@ -9,9 +9,9 @@ namespace {
 
 QStringList breakdownOf(const MemoryInfo &memory)
 {
-    return {QStringLiteral("Active: %1G").arg(gibibyteText(memory.activeBytes)),
-            QStringLiteral("Wired: %1G").arg(gibibyteText(memory.wiredBytes)),
-            QStringLiteral("Compressed: %1G").arg(gibibyteText(memory.compressedBytes))};
+    return {DashboardReadings::tr("Active: %1G").arg(gibibyteText(memory.activeBytes)),
+            DashboardReadings::tr("Wired: %1G").arg(gibibyteText(memory.wiredBytes)),
+            DashboardReadings::tr("Compressed: %1G").arg(gibibyteText(memory.compressedBytes))};
 }
 
 QList<FanRow> rowsOf(const QList<FanReading> &fans)
@@ -20,10 +20,10 @@ QList<FanRow> rowsOf(const QList<FanReading> &fans)
     for (const FanReading &fan : fans) {
         FanRow row;
         if (fans.size() >= 2)
-            row.label = QStringLiteral("Fan %1").arg(rows.size() + 1);
+            row.label = DashboardReadings::tr("Fan %1").arg(rows.size() + 1);
         row.speed = valueText(SystemMetric::FanSpeed, fan.rpm);
         if (fan.min && fan.max)
-            row.range = QStringLiteral("Range: %1 - %2 RPM")
+            row.range = DashboardReadings::tr("Range: %1 - %2 RPM")
                             .arg(decimalText(*fan.min, 0), decimalText(*fan.max, 0));
         rows << row;
     }
@@ -111,7 +111,7 @@ DashboardReadings::Row DashboardReadings::makeRow(SystemMetric metric) const
     const MetricRecord record = m_viewModel->record(metric);
     const Thresholds thresholds = m_settings->thresholds(metric);
     Row row{.card = {.isPresent = m_viewModel->isPresent(metric),
-                     .title = traits.name,
+                     .title = traits.name(),
                      .value = cardText(metric, sample),
                      .tier = tierOf(record.value, thresholds),
                      .thresholds = thresholds,

@@ -153,7 +153,7 @@ FocusScope {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "gearshape"
             pointSize: 12
-            label: "Open Settings"
+            label: qsTr("Open Settings")
             onClicked: view.openSettings()
         }
 
@@ -163,7 +163,7 @@ FocusScope {
             anchors.verticalCenter: parent.verticalCenter
             symbol: "power"
             pointSize: 11
-            label: "Quit meterkin"
+            label: qsTr("Quit meterkin")
             onClicked: view.quit()
         }
     }

@@ -2,21 +2,26 @@
 
 #include "Model/DecimalText.h"
 
+#include <QCoreApplication>
+
 namespace {
 
-QString extremeText(const QString &label, std::optional<double> value, const QString &unit)
+/// `form` has %1 for the value.
+QString extremeText(const char *form, std::optional<double> value, const QString &unit)
 {
-    return value ? label + decimalText(*value, 0) + unit : QString();
+    return value
+        ? QCoreApplication::translate("MetricCard", form).arg(decimalText(*value, 0) + unit)
+        : QString();
 }
 
 } // namespace
 
 QString MetricCard::highText() const
 {
-    return extremeText(QStringLiteral("H: "), high, unit);
+    return extremeText(QT_TRANSLATE_NOOP("MetricCard", "H: %1"), high, unit);
 }
 
 QString MetricCard::lowText() const
 {
-    return extremeText(QStringLiteral("L: "), low, unit);
+    return extremeText(QT_TRANSLATE_NOOP("MetricCard", "L: %1"), low, unit);
 }

@@ -8,7 +8,7 @@ T.AbstractButton {
     implicitWidth: Theme.points(28)
     implicitHeight: implicitWidth
     hoverEnabled: true
-    Accessible.name: "Close"
+    Accessible.name: qsTr("Close")
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: event => { if (!event.isAutoRepeat) button.clicked() }
     Keys.onEnterPressed: event => { if (!event.isAutoRepeat) button.clicked() }

@@ -45,7 +45,7 @@ Item {
             shown: screen.headlineVisible
 
             Text {
-                text: "You're all set."
+                text: qsTr("You're all set.")
                 font.pixelSize: Theme.points(28)
                 font.weight: Font.Bold
                 color: OnboardingColors.primary
@@ -62,7 +62,7 @@ Item {
             shown: screen.subtextVisible
 
             Text {
-                text: "Look for the system stats in your menu bar."
+                text: qsTr("Look for the system stats in your menu bar.")
                 font.pixelSize: Theme.points(14)
                 color: OnboardingColors.secondary
                 Accessible.role: Accessible.StaticText
@@ -118,7 +118,7 @@ Item {
             OnboardingButton {
                 isRevealed: screen.enabled && button.opacity === 1
                 takesFocus: screen.takesFocus
-                text: "Start Using meterkin"
+                text: qsTr("Start Using meterkin")
                 shimmerPhase: screen.shimmerPhase
                 onClicked: screen.pressed()
             }

@@ -83,7 +83,7 @@ Item {
             shown: screen.titleVisible
 
             Text {
-                text: "Welcome to meterkin"
+                text: qsTr("Welcome to meterkin")
                 font.pixelSize: Theme.points(26)
                 font.weight: Font.Bold
                 color: OnboardingColors.primary
@@ -101,7 +101,7 @@ Item {
             shown: screen.bullet1Visible
             symbol: "memorychip"
             tint: OnboardingColors.blue
-            text: "Monitor CPU usage, memory pressure, and fan speed at a glance."
+            text: qsTr("Monitor CPU usage, memory pressure, and fan speed at a glance.")
         }
         OnboardingFeature {
             id: bullet2
@@ -113,7 +113,7 @@ Item {
             shown: screen.bullet2Visible
             symbol: "gauge.with.dots.needle.bottom.50percent"
             tint: TierColors.of(ThresholdTier.Green, true)
-            text: "Color-coded thresholds tell you when your " + screen.computerWord + " is working hard."
+            text: qsTr("Color-coded thresholds tell you when your %1 is working hard.").arg(screen.computerWord)
         }
         OnboardingFeature {
             id: bullet3
@@ -125,7 +125,7 @@ Item {
             shown: screen.bullet3Visible
             symbol: "bell.fill"
             tint: TierColors.of(ThresholdTier.Yellow, true)
-            text: "Get alerts when system metrics cross your configured thresholds."
+            text: qsTr("Get alerts when system metrics cross your configured thresholds.")
         }
         OnboardingReveal {
             id: button
@@ -139,7 +139,7 @@ Item {
             OnboardingButton {
                 isRevealed: screen.enabled && button.opacity === 1
                 takesFocus: screen.takesFocus
-                text: "Get Started"
+                text: qsTr("Get Started")
                 onClicked: screen.pressed()
             }
         }

@@ -36,7 +36,7 @@ FormPage {
         }
         Text {
             anchors.horizontalCenter: parent.horizontalCenter
-            text: "Version " + page.version
+            text: qsTr("Version %1").arg(page.version)
             font.pixelSize: Theme.points(13)
             color: Theme.secondary
             Accessible.role: Accessible.StaticText
@@ -46,7 +46,7 @@ FormPage {
             anchors.horizontalCenter: parent.horizontalCenter
             width: Math.min(parent.width, 330 * Appearance.textScale)
             topPadding: 4
-            text: "Monitor CPU usage, memory pressure, and fan speed from your menu bar."
+            text: qsTr("Monitor CPU usage, memory pressure, and fan speed from your menu bar.")
             font.pixelSize: Theme.points(13)
             color: Theme.primary
             Accessible.role: Accessible.StaticText
@@ -63,7 +63,7 @@ FormPage {
 
                 PushButton {
                     anchors.horizontalCenter: parent.horizontalCenter
-                    text: "Check for Updates…"
+                    text: qsTr("Check for Updates…")
                     enabled: page.updaterController.canCheckForUpdates
                     Accessible.description: reason.visible ? reason.text : ""
                     onClicked: page.checkForUpdates()
@@ -83,7 +83,7 @@ FormPage {
             }
         }
         ToggleRow {
-            text: "Automatically download updates"
+            text: qsTr("Automatically download updates")
             isOn: page.updaterController.automaticallyDownloadsUpdates
             onChosen: wish => page.updaterController.automaticallyDownloadsUpdates = wish
         }
@@ -91,7 +91,7 @@ FormPage {
     LinkButton {
         anchors.horizontalCenter: parent ? parent.horizontalCenter : undefined
         visible: page.linkText !== ""
-        text: "Project website"
+        text: qsTr("Project website")
         onClicked: Qt.openUrlExternally(page.projectLink)
     }
 }

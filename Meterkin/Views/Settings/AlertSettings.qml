@@ -9,10 +9,10 @@ FormPage {
     required property SettingsViewModel settings
 
     FormSection {
-        title: "Threshold Alerts"
+        title: qsTr("Threshold Alerts")
 
         FormNote {
-            text: "Get notified when a metric enters the red zone. One alert per crossing with a 10-minute cooldown."
+            text: qsTr("Get notified when a metric enters the red zone. One alert per crossing with a 10-minute cooldown.")
         }
         Repeater {
             model: Metrics.all

@@ -22,11 +22,11 @@ FormPage {
     }
 
     FormSection {
-        title: "Menu Bar Display"
+        title: qsTr("Menu Bar Display")
 
         FormRow {
             id: metricRow
-            label: "Show in menu bar:"
+            label: qsTr("Show in menu bar:")
 
             Picker {
                 anchors.right: parent.right
@@ -38,28 +38,28 @@ FormPage {
         }
     }
     FormSection {
-        title: "Update Interval"
+        title: qsTr("Update Interval")
 
         FormRow {
             id: intervalRow
-            label: "Read metrics every:"
+            label: qsTr("Read metrics every:")
 
             Picker {
                 anchors.right: parent.right
                 name: intervalRow.label
-                model: ["1 second", "3 seconds", "5 seconds", "10 seconds"]
+                model: [qsTr("1 second"), qsTr("3 seconds"), qsTr("5 seconds"), qsTr("10 seconds")]
                 currentIndex: page.choiceOf(page.settings.intervalInEffect)
                 displayText: currentIndex < 0
-                    ? Number(page.settings.intervalInEffect.toFixed(2)) + " seconds" : currentText
+                    ? qsTr("%1 seconds").arg(Number(page.settings.intervalInEffect.toFixed(2))) : currentText
                 onActivated: index => page.chooseInterval(index)
             }
         }
     }
     FormSection {
-        title: "Global Hotkey"
+        title: qsTr("Global Hotkey")
 
         ToggleRow {
-            text: "Enable global hotkey"
+            text: qsTr("Enable global hotkey")
             isOn: page.settings.hotkeyEnabled
             onChosen: wish => page.settings.hotkeyEnabled = wish
         }
@@ -71,10 +71,10 @@ FormPage {
         }
     }
     FormSection {
-        title: "System"
+        title: qsTr("System")
 
         ToggleRow {
-            text: "Launch at login"
+            text: qsTr("Launch at login")
             isOn: page.settings.launchAtLogin
             onChosen: wish => page.launchAtLoginChosen(wish)
         }

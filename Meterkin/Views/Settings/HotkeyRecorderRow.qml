@@ -7,7 +7,7 @@ FormRow {
 
     required property HotkeyRecorder recorder
 
-    label: "Shortcut:"
+    label: qsTr("Shortcut:")
     // Recording while hidden would swallow keys for no visible reason.
     onVisibleChanged: {
         if (!row.visible)
@@ -22,7 +22,7 @@ FormRow {
         Text {
             anchors.verticalCenter: parent.verticalCenter
             width: recordButton.x - 8
-            text: row.recorder.isRecording ? "Press a key combination..." : row.recorder.displayText
+            text: row.recorder.isRecording ? qsTr("Press a key combination...") : row.recorder.displayText
             font.pixelSize: Theme.points(13)
             color: row.recorder.isRecording ? Theme.warning
                 : row.recorder.isSet ? Theme.primary : Theme.secondary
@@ -33,12 +33,12 @@ FormRow {
         TextMetrics {
             id: record
             font: recordButton.font
-            text: "Record"
+            text: qsTr("Record")
         }
         TextMetrics {
             id: cancel
             font: recordButton.font
-            text: "Cancel"
+            text: qsTr("Cancel")
         }
         PushButton {
             id: recordButton
@@ -58,7 +58,7 @@ FormRow {
             id: clearButton
             anchors.right: parent.right
             visible: row.recorder.canClear
-            text: "Clear"
+            text: qsTr("Clear")
             font.pixelSize: Theme.points(11)
             textColor: Theme.danger
             onClicked: {

@@ -14,6 +14,6 @@ QStringList Metrics::titles() const
 {
     QStringList titles;
     for (const SystemMetric metric : allMetrics)
-        titles << traitsOf(metric).title;
+        titles << traitsOf(metric).title();
     return titles;
 }

@@ -17,7 +17,7 @@ Item {
         id: text
         anchors.centerIn: note
         width: note.width - 40
-        text: "Changes cannot be stored and last until you quit: " + note.problem
+        text: qsTr("Changes cannot be stored and last until you quit: %1").arg(note.problem)
         font.pixelSize: Theme.points(11)
         color: Theme.warning
         horizontalAlignment: Text.AlignHCenter

@@ -15,14 +15,14 @@ FormSection {
         text: section.note
     }
     ThresholdRow {
-        label: "Green below:"
+        label: qsTr("Green below:")
         section: section.title
         metric: section.metric
         value: section.settings.green
         onChosen: value => section.settings.green = value
     }
     ThresholdRow {
-        label: "Yellow below:"
+        label: qsTr("Yellow below:")
         section: section.title
         metric: section.metric
         value: section.settings.yellow
@@ -30,6 +30,6 @@ FormSection {
     }
     FormRemark {
         text: section.settings.green >= section.settings.yellow
-            ? "Yellow will not appear: green reaches as far or further." : ""
+            ? qsTr("Yellow will not appear: green reaches as far or further.") : ""
     }
 }

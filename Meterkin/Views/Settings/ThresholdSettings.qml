@@ -18,7 +18,7 @@ FormPage {
             metric: modelData
             settings: page.settings.of(modelData)
             note: modelData === SystemMetric.FanSpeed && page.fanCount === 0
-                ? "No fans found on this computer." : ""
+                ? qsTr("No fans found on this computer.") : ""
         }
     }
 }

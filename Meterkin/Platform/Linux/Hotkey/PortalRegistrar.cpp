@@ -191,9 +191,8 @@ void PortalRegistrar::bindShortcut()
 /// The one that is wanted, as a value for the bus.
 QVariant PortalRegistrar::shortcuts() const
 {
-    PortalShortcut shortcut{
-        shortcutName(m_combination),
-        {{QStringLiteral("description"), QStringLiteral("Open the meterkin dashboard")}}};
+    PortalShortcut shortcut{shortcutName(m_combination),
+                            {{QStringLiteral("description"), tr("Open the meterkin dashboard")}}};
     // Without a trigger the user can still choose one.
     if (const QString keys = trigger(); !keys.isEmpty())
         shortcut.properties.insert(QStringLiteral("preferred_trigger"), keys);

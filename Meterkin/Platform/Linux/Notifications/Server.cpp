@@ -76,9 +76,9 @@ void NotificationServer::postNext(const QString &identifier, const Capabilities 
     const NotificationRecord record = *std::exchange(listing.next, std::nullopt);
     listing.isPosting = true;
 
-    const QStringList actions = capabilities.takesActions
-        ? QStringList{defaultAction, QStringLiteral("Open")}
-        : QStringList();
+    QStringList actions;
+    if (capabilities.takesActions)
+        actions << defaultAction << tr("Open");
     const QString body = capabilities.takesMarkup ? record.body.toHtmlEscaped() : record.body;
     QDBusMessage notify = methodCall(QStringLiteral("Notify"));
     notify << QStringLiteral("Meterkin") << listing.number << application << record.title << body

@@ -39,15 +39,14 @@ WindowPlugin *WindowPluginLoader::plugin()
     const QString ownIdentifier = QStringLiteral(METERKIN_WINDOW_PLUGIN);
     if (!identifier.isEmpty() && identifier != ownIdentifier) {
         refuse(QStringLiteral("%1 is %2, not %3").arg(loader.fileName(), identifier, ownIdentifier),
-               restartIdentifier, QStringLiteral("Meterkin was updated"),
-               QStringLiteral("Choose this notification to restart it."));
+               restartIdentifier, tr("Meterkin was updated"),
+               tr("Choose this notification to restart it."));
         return nullptr;
     }
     m_plugin = qobject_cast<WindowPlugin *>(loader.instance());
     if (m_plugin == nullptr)
-        refuse(loader.errorString(), problemIdentifier,
-               QStringLiteral("Meterkin cannot show its windows"),
-               QStringLiteral("A part of it, or of Qt, is missing on this computer."));
+        refuse(loader.errorString(), problemIdentifier, tr("Meterkin cannot show its windows"),
+               tr("A part of it, or of Qt, is missing on this computer."));
     return m_plugin;
 }
 

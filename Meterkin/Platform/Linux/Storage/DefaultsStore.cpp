@@ -76,8 +76,9 @@ LinuxDefaultsStore::LinuxDefaultsStore(const QString &path)
 LinuxDefaultsStore::LinuxDefaultsStore(const QString &path, const TextFileContent &content)
     : m_path(path)
     , m_file(content.text)
-    , m_problem(content.problem)
-    , m_writer(m_path, content.problem, [this](const QString &problem) { m_problem = problem; })
+    , m_problem(translatedProblem(content.problem))
+    , m_writer(m_path, content.problem,
+               [this](const QString &problem) { m_problem = translatedProblem(problem); })
 {
     qCDebug(logStorage) << "settings are in" << m_path;
 }

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Storage/RunDetached.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
@@ -24,13 +25,21 @@ constexpr mode_t PermissionBits = 07777;
 
 const QByteArray draftSuffix = QByteArrayLiteral(".part");
 
-/// In English, whatever the user's language.
+/// In English, whatever the user's language; the usual ones can be translated.
 QString errorText(int number)
 {
-    if (number == ENOSPC || number == EDQUOT)
-        return QStringLiteral("the disk is full");
-    const char *text = strerrordesc_np(number);
-    return QString::fromLatin1(text != nullptr ? text : "unknown error");
+    switch (number) {
+    case ENOSPC:
+    case EDQUOT:
+        return QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "the disk is full"));
+    case EACCES:
+        return QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "Permission denied"));
+    case EROFS:
+        return QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "Read-only file system"));
+    default:
+        const char *text = strerrordesc_np(number);
+        return QString::fromLatin1(text != nullptr ? text : "unknown error");
+    }
 }
 
 /// The file at the end of a chain of links, whether it exists or not.
@@ -86,21 +95,21 @@ TextFileContent readTextFile(const QString &path, qint64 limit)
 {
     const QFileInfo info = targetOf(path);
     if (info.isSymLink())
-        return {{}, QStringLiteral("the link leads nowhere")};
+        return {{}, QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "the link leads nowhere"))};
     if (!info.exists())
         return {};
     // Opening a pipe would wait for its other end.
     if (!info.isFile())
-        return {{}, QStringLiteral("not a regular file")};
+        return {{}, QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "not a regular file"))};
     QFile file(info.filePath());
     if (!file.open(QIODevice::ReadOnly))
         return {{}, errorText(errno)};
     const qint64 size = file.size();
     TextFileContent content{file.read(std::min(size, limit)), {}};
     if (file.error() != QFile::NoError) {
-        content.problem = QStringLiteral("cannot be read");
+        content.problem = QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "cannot be read"));
     } else if (size > limit) {
-        content.problem = QStringLiteral("too large");
+        content.problem = QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "too large"));
         // Half a value is a wrong one.
         content.text.truncate(content.text.lastIndexOf('\n') + 1);
     }
@@ -113,7 +122,7 @@ QString replaceTextFile(const QString &path, const QByteArray &text, mode_t mode
         return obstacle;
     const QFileInfo target = targetOf(path);
     if (!makeFolder(target.path()))
-        return QStringLiteral("its folder cannot be created");
+        return QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "its folder cannot be created"));
     removeLeftovers(target);
 
     const QByteArray targetName = QFile::encodeName(target.filePath());
@@ -145,16 +154,21 @@ QString replaceTextFile(const QString &path, const QByteArray &text, mode_t mode
     return {};
 }
 
+QString translatedProblem(const QString &problem)
+{
+    return QCoreApplication::translate("TextFile", problem.toUtf8().constData());
+}
+
 QString obstacleToReplacing(const QString &path)
 {
     const QFileInfo target = targetOf(path);
     if (target.exists() && !target.isWritable())
-        return QStringLiteral("write-protected");
+        return QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "write-protected"));
     QFileInfo folder(target.path());
     while (!folder.exists() && !folder.isSymLink() && folder.path() != folder.filePath())
         folder.setFile(folder.path());
     if (!folder.isDir())
-        return QStringLiteral("its folder cannot be created");
+        return QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "its folder cannot be created"));
     if (access(QFile::encodeName(folder.filePath()).constData(), W_OK | X_OK) != 0)
         return errorText(errno);
     return {};

@@ -6,7 +6,8 @@
 #include <sys/types.h>
 
 // Small text files of the user, read and replaced as a whole. Symbolic links are followed and kept.
-// Any thread; each call blocks for the disk. Problems are a few English words for a message.
+// Any thread; each call blocks for the disk. Problems are a few English words for a
+// message, which translatedProblem() has in the user's language.
 
 struct TextFileContent {
     QByteArray text; ///< what could be read
@@ -25,6 +26,8 @@ enum class Sync {
 /// Replaces the file in one step: at any moment the old or the new one exists. `mode` is for a file
 /// that did not exist; missing folders are made with mode 700. Returns the problem, or nothing.
 QString replaceTextFile(const QString &path, const QByteArray &text, mode_t mode, Sync sync);
+
+QString translatedProblem(const QString &problem);
 
 /// The problem that replaceTextFile() would meet, as far as that can be known without writing.
 QString obstacleToReplacing(const QString &path);

@@ -54,7 +54,7 @@ ItemMenu::ItemMenu(X11Connection &connection, QPoint anchor)
     const QFontMetrics metrics(PanelWindow::font());
     int widest = 0;
     for (const MenuEntry &item : menuEntries)
-        widest = std::max(widest, metrics.horizontalAdvance(item.text));
+        widest = std::max(widest, metrics.horizontalAdvance(item.text()));
     const QSize size(widest + 2 * EntryPadding,
                      rows * RowHeight + gapsBefore(rows - 1) * GroupGap + 2 * EdgePadding);
     m_place = PanelWindow::beside(anchor, size);
@@ -87,7 +87,7 @@ void ItemMenu::paintEvent(QPaintEvent *)
             painter.fillRect(rect, PanelWindow::selection);
         painter.setPen(PanelWindow::text);
         painter.drawText(rect.adjusted(EntryPadding - 1, 0, 0, 0), Qt::AlignVCenter,
-                         entry(row).text);
+                         entry(row).text());
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QLatin1StringView>
+#include <QCoreApplication>
 
 #include <array>
 
@@ -9,13 +9,15 @@ enum class MenuAction { OpenDashboard, OpenSettings, Quit };
 
 struct MenuEntry {
     MenuAction action;
-    QLatin1StringView text;
+    const char *english;
     bool startsGroup; ///< a separator stands before it
+
+    QString text() const { return QCoreApplication::translate("MenuEntry", english); }
 };
 
 // The dashboard comes first: some panels open nothing but the menu on a click.
 inline constexpr std::array<MenuEntry, 3> menuEntries{{
-    {MenuAction::OpenDashboard, QLatin1StringView("Open Dashboard"), false},
-    {MenuAction::OpenSettings, QLatin1StringView("Open Settings"), false},
-    {MenuAction::Quit, QLatin1StringView("Quit meterkin"), true},
+    {MenuAction::OpenDashboard, QT_TRANSLATE_NOOP("MenuEntry", "Open Dashboard"), false},
+    {MenuAction::OpenSettings, QT_TRANSLATE_NOOP("MenuEntry", "Open Settings"), false},
+    {MenuAction::Quit, QT_TRANSLATE_NOOP("MenuEntry", "Quit meterkin"), true},
 }};

@@ -2,6 +2,8 @@
 
 #include "Platform/Log.h"
 
+#include <QCoreApplication>
+
 namespace {
 
 constexpr std::chrono::seconds NoticeDelay{60};
@@ -20,9 +22,11 @@ MissingPanelNotice::MissingPanelNotice(NotificationCentre &notifications)
                   "its own: the readings are only in the dashboard");
         notifications.post(
             {QStringLiteral("org.meterkin.Meterkin.panel"),
-             QStringLiteral("No panel shows the readings"),
-             QStringLiteral("This desktop needs a tray for it. For GNOME, install the extension "
-                            "\u201cAppIndicator and KStatusNotifierItem Support\u201d.")});
+             QCoreApplication::translate("MissingPanelNotice", "No panel shows the readings"),
+             QCoreApplication::translate(
+                 "MissingPanelNotice",
+                 "This desktop needs a tray for it. For GNOME, install the extension "
+                 "“AppIndicator and KStatusNotifierItem Support”.")});
     });
 }
 

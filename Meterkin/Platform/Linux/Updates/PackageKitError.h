@@ -41,6 +41,15 @@ enum class PackageKitError : uint {
     ServiceSilent,
 };
 
-/// Sentences for the user. `details` is the service's text, of any length and content; it is used
+/// Sentences for the user, which the log has in English.
+struct UpdateProblem {
+    const char *text; ///< English, with %1 for the detail if there is one
+    QString detail;
+
+    QString english() const;
+    QString translated() const;
+};
+
+/// `details` is the service's text, of any length and content; it is used
 /// only for codes that have no text here.
-QString updateProblem(PackageKitError error, const QString &details);
+UpdateProblem updateProblem(PackageKitError error, const QString &details);

@@ -67,8 +67,10 @@ void PackageUpdater::check(Manner manner)
 void PackageUpdater::refresh()
 {
     if (!m_own) {
-        fail(QStringLiteral("Meterkin was not installed as a package, so PackageKit cannot update "
-                            "it."));
+        fail({QT_TRANSLATE_NOOP("UpdateProblem",
+                                "Meterkin was not installed as a package, so "
+                                "PackageKit cannot update it."),
+              {}});
         return;
     }
     // When it fails, the result is as old as the system's own last refresh.
@@ -150,9 +152,10 @@ void PackageUpdater::startDownload()
 {
     // Our button does not say so; the system's own tools show what they remove.
     if (!m_lostPackage.isEmpty()) {
-        fail(QStringLiteral("The update would remove or replace other software (%1). "
-                            "Install it with the system's software manager.")
-                 .arg(m_lostPackage));
+        fail({QT_TRANSLATE_NOOP("UpdateProblem",
+                                "The update would remove or replace other software (%1). "
+                                "Install it with the system's software manager."),
+              m_lostPackage});
         return;
     }
     const PackageKitTransaction *transaction =
@@ -250,11 +253,11 @@ void PackageUpdater::endWork(void (PackageUpdater::*signal)())
     emit(this->*signal)();
 }
 
-void PackageUpdater::fail(const QString &problem)
+void PackageUpdater::fail(const UpdateProblem &problem)
 {
     if (m_manner != Manner::Background)
-        qCWarning(logUpdates, "%s The installed version stays.", qPrintable(problem));
+        qCWarning(logUpdates, "%s The installed version stays.", qPrintable(problem.english()));
     drop();
     setWork(Work::None);
-    emit failed(problem);
+    emit failed(problem.translated());
 }

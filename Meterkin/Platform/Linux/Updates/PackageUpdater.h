@@ -72,7 +72,7 @@ private:
     void drop();
     void setWork(Work work);
     void endWork(void (PackageUpdater::*signal)());
-    void fail(const QString &problem);
+    void fail(const UpdateProblem &problem);
 
     BusConnection &m_bus;
     QString m_program;

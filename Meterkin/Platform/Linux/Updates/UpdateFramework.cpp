@@ -93,7 +93,7 @@ void LinuxUpdateFramework::updateAvailability()
     const bool isAvailable = m_service && m_service->isAvailable();
     const QString reason = isAvailable
         ? QString()
-        : QStringLiteral("Updates need PackageKit, which is not installed on this computer.");
+        : tr("Updates need PackageKit, which is not installed on this computer.");
     if (std::exchange(m_reason, reason) != reason) {
         qCDebug(logUpdates) << "PackageKit is available:" << isAvailable;
         emit unavailableReasonChanged();
@@ -200,8 +200,7 @@ void LinuxUpdateFramework::cancel()
 void LinuxUpdateFramework::showOffer()
 {
     if (!m_updater.offer()) {
-        m_session->bindableProblem().setValue(
-            QStringLiteral("The package manager has cancelled the check."));
+        m_session->bindableProblem().setValue(tr("The package manager has cancelled the check."));
         enter(Phase::Failed);
         return;
     }
@@ -263,8 +262,8 @@ void LinuxUpdateFramework::handleInstalled()
         return;
     enter(Phase::Installed);
     if (!m_window)
-        notify(QStringLiteral("Meterkin %1 is installed").arg(m_session->offeredVersion()),
-               QStringLiteral("It takes effect when Meterkin is started anew."));
+        notify(tr("Meterkin %1 is installed").arg(m_session->offeredVersion()),
+               tr("It takes effect when Meterkin is started anew."));
 }
 
 void LinuxUpdateFramework::handleFailed(const QString &problem)
@@ -278,7 +277,7 @@ void LinuxUpdateFramework::handleFailed(const QString &problem)
         m_session->bindableProblem().setValue(problem);
         enter(Phase::Failed);
         if (!m_window)
-            notify(QStringLiteral("Meterkin could not be updated"), problem);
+            notify(tr("Meterkin could not be updated"), problem);
     }
 }
 
@@ -288,8 +287,8 @@ void LinuxUpdateFramework::announce()
     if (m_dependencies.store.text(announcedKey) == version)
         return;
     m_dependencies.store.setText(announcedKey, version);
-    notify(QStringLiteral("Meterkin %1 is available").arg(version),
-           QStringLiteral("Choose this notification to install it."));
+    notify(tr("Meterkin %1 is available").arg(version),
+           tr("Choose this notification to install it."));
 }
 
 void LinuxUpdateFramework::notify(const QString &title, const QString &body)

@@ -2,6 +2,8 @@
 
 #include "Platform/macOS/FoundationValues.h"
 
+#include <QCoreApplication>
+
 #import <AppKit/AppKit.h>
 
 void MacInformationAlert::run(const QString &messageText, const QString &informativeText)
@@ -10,7 +12,8 @@ void MacInformationAlert::run(const QString &messageText, const QString &informa
     alert.messageText = foundationText(messageText);
     alert.informativeText = foundationText(informativeText);
     alert.alertStyle = NSAlertStyleInformational;
-    [alert addButtonWithTitle:@"OK"];
+    [alert addButtonWithTitle:foundationText(
+                                  QCoreApplication::translate("InformationAlertView", "OK"))];
     [NSApp unhideWithoutActivation];
     [alert runModal];
 }

@@ -22,7 +22,7 @@ MenuLayout buildMenu()
                                   {}});
         }
         root.children.append({FirstActionId + index,
-                              {{QStringLiteral("label"), QString(entry.text)},
+                              {{QStringLiteral("label"), entry.text()},
                                {QStringLiteral("enabled"), true},
                                {QStringLiteral("visible"), true}},
                               {}});

@@ -67,7 +67,7 @@ FocusScope {
         anchors.right: parent.right
         anchors.bottom: parent.bottom
         anchors.margins: 20
-        text: "OK"
+        text: qsTr("OK")
         focus: true
         isDefault: true
         onClicked: view.closeRequested()

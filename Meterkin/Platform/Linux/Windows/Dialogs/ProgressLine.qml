@@ -18,7 +18,7 @@ Plate {
     radius: height / 2
     color: Theme.control
     Accessible.role: Accessible.ProgressBar
-    Accessible.name: "Progress"
+    Accessible.name: qsTr("Progress")
 
     Plate {
         id: bar

@@ -16,7 +16,7 @@ Plate {
     activeFocusOnTab: true
     Accessible.role: Accessible.StaticText
     Accessible.focusable: true
-    Accessible.name: "Release notes"
+    Accessible.name: qsTr("Release notes")
     Accessible.description: text.text
     Keys.onPressed: event => event.accepted = area.scrollByKey(event.key)
 

@@ -8,8 +8,8 @@ UpdateDialog::UpdateDialog(UpdateSession &session, X11Connection &connection,
                            const DesktopAppearance &appearance)
     : m_style(connection)
     , m_dialog(QStringLiteral("UpdateView"),
-               {{QStringLiteral("session"), QVariant::fromValue(&session)}},
-               QStringLiteral("meterkin Update"), m_style, appearance)
+               {{QStringLiteral("session"), QVariant::fromValue(&session)}}, tr("meterkin Update"),
+               m_style, appearance)
 {
     connect(&m_dialog, &DialogWindow::closed, this, &UpdateDialog::closed);
 }

@@ -23,37 +23,37 @@ FocusScope {
     function headingOf(phase: int): string {
         switch (phase) {
         case UpdateSession.Checking:
-            return "Checking for updates…"
+            return qsTr("Checking for updates…")
         case UpdateSession.UpToDate:
-            return "You're up to date!"
+            return qsTr("You're up to date!")
         case UpdateSession.Offered:
-            return "A new version of Meterkin is available!"
+            return qsTr("A new version of Meterkin is available!")
         case UpdateSession.Downloading:
-            return "Downloading update…"
+            return qsTr("Downloading update…")
         case UpdateSession.Installing:
-            return "Installing update…"
+            return qsTr("Installing update…")
         case UpdateSession.Installed:
-            return view.offered + " is installed."
+            return qsTr("%1 is installed.").arg(view.offered)
         default:
-            return view.session.offeredVersion === "" ? "Updates could not be checked for."
-                : "The update could not be installed."
+            return view.session.offeredVersion === "" ? qsTr("Updates could not be checked for.")
+                : qsTr("The update could not be installed.")
         }
     }
     function detailOf(phase: int): string {
         switch (phase) {
         case UpdateSession.Checking:
-            return view.current === "" ? "" : "You have " + view.named(view.current) + "."
+            return view.current === "" ? "" : qsTr("You have %1.").arg(view.named(view.current))
         case UpdateSession.UpToDate:
-            return view.current === "" ? "" : view.named(view.current) + " is the latest version."
+            return view.current === "" ? "" : qsTr("%1 is the latest version.").arg(view.named(view.current))
         case UpdateSession.Offered:
-            return view.offered + (view.session.isDownloaded ? " is downloaded and ready to install."
-                                                             : " can be installed now.")
-                + (view.current === "" ? "" : "\nYou have " + view.current + ".")
+            return (view.session.isDownloaded ? qsTr("%1 is downloaded and ready to install.")
+                                              : qsTr("%1 can be installed now.")).arg(view.offered)
+                + (view.current === "" ? "" : "\n" + qsTr("You have %1.").arg(view.current))
         case UpdateSession.Downloading:
         case UpdateSession.Installing:
             return view.offered + (view.session.percent < 0 ? "" : " – " + view.session.percent + "%")
         case UpdateSession.Installed:
-            return "It takes effect when Meterkin is restarted."
+            return qsTr("It takes effect when Meterkin is restarted.")
         default:
             return view.session.problem
         }
@@ -175,7 +175,7 @@ FocusScope {
             objectName: "cancel"
             visible: view.isRunning
             enabled: view.session.isCancellable
-            text: "Cancel"
+            text: qsTr("Cancel")
             onClicked: view.session.cancelRequested()
         }
         WideButton {
@@ -185,7 +185,7 @@ FocusScope {
             visible: !view.isRunning
             isDefault: !actionButton.visible
             text: view.phase === UpdateSession.Offered || view.phase === UpdateSession.Installed
-                ? "Later" : "Close"
+                ? qsTr("Later") : qsTr("Close")
             onClicked: view.closeRequested()
         }
         WideButton {
@@ -194,8 +194,8 @@ FocusScope {
             objectName: "action"
             visible: !view.isRunning && view.phase !== UpdateSession.UpToDate
             isDefault: true
-            text: view.phase === UpdateSession.Offered ? "Install"
-                : view.phase === UpdateSession.Installed ? "Restart Now" : "Try Again"
+            text: view.phase === UpdateSession.Offered ? qsTr("Install")
+                : view.phase === UpdateSession.Installed ? qsTr("Restart Now") : qsTr("Try Again")
             onClicked: {
                 if (view.phase === UpdateSession.Offered)
                     view.session.installRequested()
