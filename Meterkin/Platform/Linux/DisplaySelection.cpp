@@ -1,6 +1,7 @@
 #include "Platform/Linux/DisplaySelection.h"
 
 #include "Platform/Linux/Storage/Descriptor.h"
+#include "Platform/Linux/X11Display.h"
 #include "Platform/Log.h"
 
 #include <QDir>
@@ -14,21 +15,12 @@
 
 #include <sys/socket.h>
 #include <sys/un.h>
-#include <xcb/xcb.h>
 
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr auto Timeout = 10s;
-
-bool x11Answers()
-{
-    xcb_connection_t *connection = xcb_connect(nullptr, nullptr);
-    const bool answers = xcb_connection_has_error(connection) == 0;
-    xcb_disconnect(connection);
-    return answers;
-}
 
 bool waylandAnswers()
 {

@@ -1,7 +1,6 @@
 #include "Platform/Linux/Platform.h"
 
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
-#include "Platform/Linux/Hotkey/X11Registrar.h"
 #include "Platform/Linux/Sensors/FanSource.h"
 #include "Platform/Linux/Sensors/PageCounters.h"
 #include "Platform/Linux/Sensors/ProcessorTicks.h"
@@ -9,7 +8,7 @@
 #include "Platform/Linux/Windows/Plugin.h"
 #include "Platform/Log.h"
 
-#include <QGuiApplication>
+#include <QCoreApplication>
 
 #include <unistd.h>
 
@@ -18,36 +17,37 @@ namespace {
 // On X11 the text size is part of the screen's scale, which Qt follows.
 LinuxDesktopAppearance::TextScale textScaleSource()
 {
-    return QGuiApplication::platformName() == QStringLiteral("xcb")
-        ? LinuxDesktopAppearance::TextScale::FromWindowSystem
-        : LinuxDesktopAppearance::TextScale::FromPortal;
+    return isOnX11() ? LinuxDesktopAppearance::TextScale::FromWindowSystem
+                     : LinuxDesktopAppearance::TextScale::FromPortal;
 }
 
 } // namespace
 
 LinuxPlatform::LinuxPlatform()
     : m_notifications(m_bus)
-    , m_keyboard(m_x11)
-    , m_keyDownFilter(
-          [this](std::uint32_t code) { return m_keyboard.keyNames().virtualKeyCode(code); })
-    , m_xsettings(m_x11)
+    , m_keyDownFilter([this](std::uint32_t code) {
+        return m_displayServer->keyboardLayout().virtualKeyCode(code);
+    })
     , m_appearance(m_bus, textScaleSource())
     , m_windowPlugin(m_notifications, [this] { restart(); })
     , m_updates(
           {m_systemBus, m_defaults, m_notifications,
            [this](UpdateSession &session) {
                WindowPlugin *plugin = m_windowPlugin.plugin();
-               return plugin == nullptr ? nullptr
-                                        : plugin->makeUpdateWindow(session, m_x11, m_appearance);
+               return plugin == nullptr
+                   ? nullptr
+                   : plugin->makeUpdateWindow(session, *m_displayServer, m_appearance);
            },
            informationDictionary().value(QStringLiteral("CFBundleShortVersionString")).toString(),
            QCoreApplication::applicationFilePath(), [this] { restart(); }})
 {
     const auto passSettings = [this] {
-        m_appearance.setThemeName(m_xsettings.values().themeName);
-        m_appearance.setAnimated(m_xsettings.values().isAnimated);
+        const ThemeSettings settings = m_displayServer->themeSettings();
+        m_appearance.setThemeName(settings.name);
+        m_appearance.setAnimated(settings.isAnimated);
     };
-    QObject::connect(&m_xsettings, &XSettings::changed, &m_appearance, passSettings);
+    QObject::connect(m_displayServer.get(), &DisplayServer::themeSettingsChanged, &m_appearance,
+                     passSettings);
     passSettings();
 }
 
@@ -60,7 +60,7 @@ MetricSources LinuxPlatform::makeMetricSources()
 
 std::unique_ptr<StatusItem> LinuxPlatform::makeStatusItem()
 {
-    return std::make_unique<LinuxStatusItem>(m_x11, m_bus, m_defaults, m_appearance,
+    return std::make_unique<LinuxStatusItem>(*m_displayServer, m_bus, m_defaults, m_appearance,
                                              m_notifications);
 }
 
@@ -75,8 +75,9 @@ std::unique_ptr<Windows> LinuxPlatform::makeWindows(SettingsViewModel &settings,
                                                     DashboardViewModel &dashboard)
 {
     WindowPlugin *plugin = m_windowPlugin.plugin();
-    return plugin == nullptr ? nullptr
-                             : plugin->makeWindows(*this, m_x11, settings, updater, dashboard);
+    return plugin == nullptr
+        ? nullptr
+        : plugin->makeWindows(*this, *m_displayServer, settings, updater, dashboard);
 }
 
 void LinuxPlatform::restart()
@@ -87,15 +88,14 @@ void LinuxPlatform::restart()
 
 HotkeyRegistrar &LinuxPlatform::hotkeyRegistrar()
 {
-    // By the session, not by the window system of Qt: Xwayland gets no keys of Wayland windows.
     if (!m_hotkeyRegistrar) {
-        const bool isX11 = qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-        qCDebug(logHotkey) << "hot key through" << (isX11 ? "X11" : "the portal");
-        if (isX11)
-            m_hotkeyRegistrar = std::make_unique<X11Registrar>(m_x11, m_keyboard);
-        else
-            m_hotkeyRegistrar = std::make_unique<PortalRegistrar>(
-                [this](std::uint32_t keyCode) { return m_keyboard.keysym(keyCode); });
+        m_hotkeyRegistrar = m_displayServer->makeHotkeyRegistrar();
+        qCDebug(logHotkey) << "hot key through" << (m_hotkeyRegistrar ? "X11" : "the portal");
+    }
+    if (!m_hotkeyRegistrar) {
+        m_hotkeyRegistrar = std::make_unique<PortalRegistrar>([this](std::uint32_t keyCode) {
+            return m_displayServer->keyboardLayout().keysym(keyCode);
+        });
     }
     return *m_hotkeyRegistrar;
 }

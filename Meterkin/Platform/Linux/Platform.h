@@ -3,8 +3,8 @@
 #include "Platform/Linux/Bus/Connection.h"
 #include "Platform/Linux/DesktopAppearance.h"
 #include "Platform/Linux/DiskImages.h"
+#include "Platform/Linux/DisplayServer.h"
 #include "Platform/Linux/Hotkey/KeyDownMonitor.h"
-#include "Platform/Linux/Hotkey/KeyboardLayout.h"
 #include "Platform/Linux/InformationDictionary.h"
 #include "Platform/Linux/Memory.h"
 #include "Platform/Linux/Notifications/NotificationCentre.h"
@@ -13,8 +13,6 @@
 #include "Platform/Linux/Storage/DefaultsStore.h"
 #include "Platform/Linux/Storage/LoginItem.h"
 #include "Platform/Linux/Updates/UpdateFramework.h"
-#include "Platform/Linux/X11/Connection.h"
-#include "Platform/Linux/X11/XSettings.h"
 #include "Platform/Platform.h"
 
 #include <QCoreApplication>
@@ -36,7 +34,7 @@ public:
     }
     NotificationCentre &notificationCentre() override { return m_notifications; }
     KeyDownMonitor &keyDownMonitor() override { return m_keyDownFilter; }
-    KeyboardLayout *keyboardLayout() override { return &m_keyboard; }
+    KeyboardLayout *keyboardLayout() override { return &m_displayServer->keyboardLayout(); }
     LoginItem &loginItem() override { return m_loginItem; }
     HotkeyRegistrar &hotkeyRegistrar() override;
     DesktopAppearance &desktopAppearance() override { return m_appearance; }
@@ -52,15 +50,13 @@ private:
     void restart();
 
     LinuxDefaultsStore m_defaults;
-    X11Connection m_x11;
+    const std::unique_ptr<DisplayServer> m_displayServer = DisplayServer::make();
     BusConnection m_bus;
     LinuxNotificationCentre m_notifications;
     // A system bus that is missing hardly ever appears later.
     BusConnection m_systemBus{BusConnection::Kind::System,
                               {.longestRetry = std::chrono::minutes(1)}};
-    LinuxKeyboardLayout m_keyboard;
     LinuxKeyDownMonitor m_keyDownFilter;
-    XSettings m_xsettings;
     LinuxDesktopAppearance m_appearance;
     LinuxLoginItem m_loginItem{programToStart()};
     std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it was asked for

@@ -1,5 +1,6 @@
 #include "Platform/Linux/SingleInstance.h"
 
+#include "Platform/Linux/X11Display.h"
 #include "Platform/Log.h"
 
 #include <QByteArray>
@@ -24,7 +25,6 @@
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
-#include <xcb/xcb.h>
 
 namespace {
 
@@ -35,18 +35,10 @@ constexpr auto RetryInterval = 50ms;
 constexpr auto AcceptRetryInterval = 1s;
 constexpr const char *SocketName = "socket";
 
-/// One name for all spellings of a display, such as ":0" and "unix:0.0".
 QByteArray displayName()
 {
-    char *host = nullptr;
-    int number = 0;
-    if (qEnvironmentVariableIsSet("DISPLAY")
-        && xcb_parse_display(nullptr, &host, &number, nullptr) != 0) {
-        QByteArray name =
-            (qstrcmp(host, "unix") == 0 ? "" : host) + (':' + QByteArray::number(number));
-        std::free(host);
-        return name;
-    }
+    if (const std::optional<QByteArray> name = x11DisplayName())
+        return *name;
     const QDir runtime(qEnvironmentVariable("XDG_RUNTIME_DIR"));
     return QFile::encodeName(runtime.absoluteFilePath(qEnvironmentVariable("WAYLAND_DISPLAY")));
 }

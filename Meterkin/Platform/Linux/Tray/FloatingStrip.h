@@ -34,8 +34,6 @@ public:
     }
 
 signals:
-    /// The pointer has entered the strip or left it.
-    void hoverChanged(bool isInside);
     /// Attached, but the compositor has no place for it.
     void refused();
 

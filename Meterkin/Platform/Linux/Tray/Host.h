@@ -27,6 +27,8 @@ public:
 
     /// Whether there is a panel of this kind that takes the item.
     virtual bool isAvailable() const = 0;
+    /// Whether that panel has turned out to squeeze every item into a square.
+    virtual bool isSqueezed() const { return false; }
     /// Puts the item into the panel; does nothing while none is available.
     virtual void attach() = 0;
     /// Takes the item out of the panel.
@@ -38,11 +40,15 @@ public:
     /// What the item stands on; absent where that is not known. For panels that look as the desktop
     /// it is told what that prefers, if anything.
     virtual std::optional<QColor> background(std::optional<bool> isDesktopDark) const = 0;
+    /// The desktop looks different now, and its panel may soon.
+    virtual void lookAgain() { }
 
 signals:
-    void availabilityChanged();
+    void availabilityChanged(); ///< or isSqueezed()
     void backgroundChanged();
     void clicked();
+    /// The pointer has entered the item or left it, in a panel that shows no tool tip by itself.
+    void hoverChanged(bool isInside);
     /// The user wants the menu, in a panel that does not show it by itself.
     void menuRequested(QPoint globalPosition);
     /// The user chose from the menu that the panel showed.

@@ -1,8 +1,7 @@
 #include "Platform/Linux/Tray/ItemMenu.h"
 
+#include "Platform/Linux/DisplayServer.h"
 #include "Platform/Linux/Tray/PanelWindow.h"
-#include "Platform/Linux/X11/DisplayServer.h"
-#include "Platform/Linux/X11/ScreenCoordinates.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -38,18 +37,17 @@ int gapsBefore(int row)
 
 } // namespace
 
-ItemMenu::ItemMenu(X11Connection &connection, QPoint anchor)
-    : m_connection(connection)
-    , m_presses(connection)
-    , m_takesFocus(connection.isXwayland() && !mayBypassWindowManager(connection))
+ItemMenu::ItemMenu(DisplayServer &displayServer, QPoint anchor)
+    : m_watch(displayServer.makePopupWatch())
+    , m_takesFocus(isWaylandDesktop() && !displayServer.mayBypassWindowManager())
 {
     setFlags((m_takesFocus ? Qt::Tool | Qt::WindowStaysOnTopHint : Qt::Popup)
              | Qt::FramelessWindowHint);
-    connect(&m_presses, &X11Presses::pressed, this, [this] {
-        m_presses.stop();
+    connect(m_watch.get(), &PopupWatch::left, this, [this] {
+        m_watch->stop();
         close();
     });
-    connect(&m_presses, &X11Presses::released, this, &QObject::deleteLater);
+    connect(m_watch.get(), &PopupWatch::released, this, &QObject::deleteLater);
     setTitle(QStringLiteral("meterkin"));
     const QFontMetrics metrics(PanelWindow::font());
     int widest = 0;
@@ -98,8 +96,8 @@ void ItemMenu::exposeEvent(QExposeEvent *event)
         return;
     // So that keys and clicks elsewhere reach the menu, whatever window is active. Under Xwayland
     // grabs of the mouse end at the borders of X windows, and mostly those of the keyboard, too.
-    if (m_connection.isXwayland())
-        watchPresses();
+    if (isWaylandDesktop())
+        watch();
     else
         setMouseGrabEnabled(true);
     if (!m_takesFocus)
@@ -109,8 +107,8 @@ void ItemMenu::exposeEvent(QExposeEvent *event)
 void ItemMenu::moveEvent(QMoveEvent *event)
 {
     QRasterWindow::moveEvent(event);
-    if (isExposed() && m_connection.isXwayland())
-        watchPresses();
+    if (isExposed() && isWaylandDesktop())
+        watch();
 }
 
 void ItemMenu::focusOutEvent(QFocusEvent *)
@@ -192,14 +190,14 @@ void ItemMenu::choose(int row)
     emit chosen(entry(row).action);
 }
 
-void ItemMenu::watchPresses()
+void ItemMenu::watch()
 {
-    m_presses.start(QRect(nativePosition(position(), *screen()), size() * devicePixelRatio()));
+    m_watch->start(*this, QRect(QPoint(), size()));
 }
 
 void ItemMenu::dismiss()
 {
-    m_presses.stop();
+    m_watch->stop();
     if (m_layer) {
         m_layer->close();
     } else {

@@ -1,10 +1,12 @@
 #pragma once
 
 #include "Platform/Linux/Plugins/LayerBackdrops.h"
+#include "Platform/Linux/PopupWatch.h"
 #include "Platform/Linux/Tray/MenuEntries.h"
-#include "Platform/Linux/X11/Presses.h"
 
 #include <QRasterWindow>
+
+class DisplayServer;
 
 /// The item's menu where the panel shows none. Closes on a choice, on Escape and on a click
 /// elsewhere, and then deletes itself. Main thread only.
@@ -12,9 +14,8 @@ class ItemMenu : public QRasterWindow {
     Q_OBJECT
 
 public:
-    /// Opens next to `anchor`, a point in the panel, and entirely on that screen. The connection
-    /// outlives it and may be closed.
-    ItemMenu(X11Connection &connection, QPoint anchor);
+    /// Opens next to `anchor`, a point in the panel, and entirely on that screen.
+    ItemMenu(DisplayServer &displayServer, QPoint anchor);
 
 signals:
     void chosen(MenuAction action);
@@ -36,11 +37,10 @@ private:
     QRect rowRect(int row) const;
     void select(int row);
     void choose(int row);
-    void watchPresses();
+    void watch();
     void dismiss();
 
-    X11Connection &m_connection;
-    X11Presses m_presses; ///< under Xwayland
+    const std::unique_ptr<PopupWatch> m_watch; ///< under Xwayland
     const bool m_takesFocus; ///< as a window of its own, where grabs are not honoured
     QRect m_place;
     std::unique_ptr<LayerSurface> m_layer; ///< on Wayland, which lets no other window grab

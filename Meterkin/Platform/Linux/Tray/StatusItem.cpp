@@ -1,5 +1,6 @@
 #include "Platform/Linux/Tray/StatusItem.h"
 
+#include "Platform/Linux/DisplayServer.h"
 #include "Platform/Linux/Tray/ItemMenu.h"
 #include "Platform/Log.h"
 
@@ -12,27 +13,26 @@ constexpr std::chrono::milliseconds StripDelay{1500};
 
 } // namespace
 
-LinuxStatusItem::LinuxStatusItem(X11Connection &x11, BusConnection &bus, DefaultsStore &store,
-                                 const LinuxDesktopAppearance &appearance,
+LinuxStatusItem::LinuxStatusItem(DisplayServer &displayServer, BusConnection &bus,
+                                 DefaultsStore &store, const LinuxDesktopAppearance &appearance,
                                  NotificationCentre &notifications, QObject *parent)
     : StatusItem(parent)
-    , m_x11(x11)
+    , m_displayServer(displayServer)
     , m_appearance(appearance)
-    , m_xembed(x11, m_painter)
+    , m_x11Tray(displayServer.makeTray(m_painter))
     , m_notifier(bus, m_painter)
     , m_strip(m_painter, store)
     , m_notice(notifications)
 {
-    follow(m_xembed);
+    if (m_x11Tray)
+        follow(*m_x11Tray);
     follow(m_notifier);
     follow(m_strip);
     connect(&m_appearance, &DesktopAppearance::changed, this, [this] {
-        m_xembed.lookAgain(); // its panel may be drawn anew
+        if (m_current != nullptr)
+            m_current->lookAgain();
         updateBackground();
     });
-    connect(&m_xembed, &XembedIcon::squeezedChanged, this, &LinuxStatusItem::choose);
-    connect(&m_xembed, &XembedIcon::hoverChanged, this, &LinuxStatusItem::showToolTip);
-    connect(&m_strip, &FloatingStrip::hoverChanged, this, &LinuxStatusItem::showToolTip);
     connect(&m_strip, &FloatingStrip::refused, this, [this] { m_notice.start(); });
     m_stripDelay.setSingleShot(true);
     m_stripDelay.setInterval(StripDelay);
@@ -96,6 +96,7 @@ void LinuxStatusItem::follow(TrayHost &host)
         showToolTip(false); // it would cover what the click opens
         emit clicked();
     });
+    connect(&host, &TrayHost::hoverChanged, this, &LinuxStatusItem::showToolTip);
     connect(&host, &TrayHost::menuChosen, this, &LinuxStatusItem::perform);
     connect(&host, &TrayHost::menuRequested, this, &LinuxStatusItem::showMenu);
 }
@@ -104,15 +105,16 @@ LinuxStatusItem::Choice LinuxStatusItem::best()
 {
     // Only the X11 tray can show wide coloured text on most panels; where it gives a mere square,
     // the bus protocol does the same and adds tool tip, menu and accessible text.
-    if (m_xembed.isAvailable() && !m_xembed.isSqueezed())
-        return {&m_xembed, "into the X11 tray, which may have room for wide text"};
+    const bool hasX11Tray = m_x11Tray && m_x11Tray->isAvailable();
+    if (hasX11Tray && !m_x11Tray->isSqueezed())
+        return {m_x11Tray.get(), "into the X11 tray, which may have room for wide text"};
     if (m_notifier.isAvailable())
         return {&m_notifier,
-                m_xembed.isAvailable()
-                    ? "to the StatusNotifierWatcher: the X11 tray squeezes it into a square"
-                    : "to the StatusNotifierWatcher: no X11 tray takes it"};
-    if (m_xembed.isAvailable())
-        return {&m_xembed, "into the X11 tray, as a square: no StatusNotifierWatcher takes it"};
+                hasX11Tray ? "to the StatusNotifierWatcher: the X11 tray squeezes it into a square"
+                           : "to the StatusNotifierWatcher: no X11 tray takes it"};
+    if (hasX11Tray)
+        return {m_x11Tray.get(),
+                "into the X11 tray, as a square: no StatusNotifierWatcher takes it"};
     return {nullptr, "nowhere: no panel takes it"};
 }
 
@@ -162,7 +164,7 @@ void LinuxStatusItem::updateBackground()
 void LinuxStatusItem::showMenu(QPoint anchor)
 {
     showToolTip(false);
-    const auto *menu = new ItemMenu(m_x11, anchor); // deletes itself
+    const auto *menu = new ItemMenu(m_displayServer, anchor); // deletes itself
     connect(menu, &ItemMenu::chosen, this, &LinuxStatusItem::perform);
 }
 

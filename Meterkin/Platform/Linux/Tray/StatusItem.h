@@ -7,13 +7,14 @@
 #include "Platform/Linux/Tray/Notifier/Item.h"
 #include "Platform/Linux/Tray/Title/Color.h"
 #include "Platform/Linux/Tray/Title/Painter.h"
-#include "Platform/Linux/Tray/Xembed/Icon.h"
 #include "Platform/StatusItem.h"
 
 #include <QTimer>
 
 #include <array>
 #include <memory>
+
+class DisplayServer;
 
 /// The status item of a Linux desktop: sits in the best host there is, and moves when panels start,
 /// end or are replaced by another kind.
@@ -22,7 +23,7 @@ class LinuxStatusItem : public StatusItem {
 
 public:
     /// All of them outlive the item.
-    LinuxStatusItem(X11Connection &x11, BusConnection &bus, DefaultsStore &store,
+    LinuxStatusItem(DisplayServer &displayServer, BusConnection &bus, DefaultsStore &store,
                     const LinuxDesktopAppearance &appearance, NotificationCentre &notifications,
                     QObject *parent = nullptr);
     ~LinuxStatusItem() override;
@@ -52,10 +53,10 @@ private:
     void perform(MenuAction action);
     void showToolTip(bool isInside);
 
-    X11Connection &m_x11;
+    DisplayServer &m_displayServer;
     const LinuxDesktopAppearance &m_appearance;
     TitlePainter m_painter;
-    XembedIcon m_xembed;
+    const std::unique_ptr<TrayHost> m_x11Tray; ///< null without X11
     NotifierItem m_notifier;
     FloatingStrip m_strip;
     TrayHost *m_current = nullptr;

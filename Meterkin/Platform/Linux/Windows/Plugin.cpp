@@ -11,19 +11,21 @@ class LinuxWindowPlugin : public QObject, public WindowPlugin {
     Q_INTERFACES(WindowPlugin)
 
 public:
-    std::unique_ptr<Windows> makeWindows(Platform &platform, X11Connection &x11,
+    std::unique_ptr<Windows> makeWindows(Platform &platform, DisplayServer &displayServer,
                                          SettingsViewModel &settings, UpdaterController &updater,
                                          DashboardViewModel &dashboard) override
     {
         return std::make_unique<ApplicationWindows>(
-            platform, std::make_unique<LinuxWindowSystem>(x11, platform.desktopAppearance()),
+            platform,
+            std::make_unique<LinuxWindowSystem>(displayServer, platform.desktopAppearance()),
             settings, updater, dashboard);
     }
 
-    std::unique_ptr<UpdateWindow> makeUpdateWindow(UpdateSession &session, X11Connection &x11,
+    std::unique_ptr<UpdateWindow> makeUpdateWindow(UpdateSession &session,
+                                                   DisplayServer &displayServer,
                                                    const DesktopAppearance &appearance) override
     {
-        return std::make_unique<UpdateDialog>(session, x11, appearance);
+        return std::make_unique<UpdateDialog>(session, displayServer, appearance);
     }
 };
 

@@ -8,13 +8,13 @@
 
 class DashboardViewModel;
 class DesktopAppearance;
+class DisplayServer;
 class Platform;
 class SettingsViewModel;
 class UpdateSession;
 class UpdateWindow;
 class UpdaterController;
 class Windows;
-class X11Connection;
 
 /// What needs Qt Quick, Svg or Network: in a library of its own, loaded when the first window is
 /// wanted. It uses the program's own functions, so both have to be of the same build. What it makes
@@ -23,12 +23,12 @@ class WindowPlugin {
 public:
     virtual ~WindowPlugin() = default;
 
-    virtual std::unique_ptr<Windows> makeWindows(Platform &platform, X11Connection &x11,
+    virtual std::unique_ptr<Windows> makeWindows(Platform &platform, DisplayServer &displayServer,
                                                  SettingsViewModel &settings,
                                                  UpdaterController &updater,
                                                  DashboardViewModel &dashboard) = 0;
     virtual std::unique_ptr<UpdateWindow> makeUpdateWindow(UpdateSession &session,
-                                                           X11Connection &x11,
+                                                           DisplayServer &displayServer,
                                                            const DesktopAppearance &appearance) = 0;
 };
 

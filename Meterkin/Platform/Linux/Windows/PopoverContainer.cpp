@@ -1,10 +1,8 @@
 #include "Platform/Linux/Windows/PopoverContainer.h"
 
 #include "Platform/Linux/ActivationToken.h"
+#include "Platform/Linux/DisplayServer.h"
 #include "Platform/Linux/Windows/Panels.h"
-#include "Platform/Linux/Windows/X11Properties.h"
-#include "Platform/Linux/X11/DisplayServer.h"
-#include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 
 #include <QCursor>
@@ -18,11 +16,10 @@ constexpr int ForgetMilliseconds = 20000;
 
 } // namespace
 
-LinuxPopoverContainer::LinuxPopoverContainer(X11Connection &connection, QObject *parent)
+LinuxPopoverContainer::LinuxPopoverContainer(DisplayServer &displayServer, QObject *parent)
     : QObject(parent)
-    , m_connection(connection)
-    , m_presses(connection)
-    , m_focus(connection, m_presses)
+    , m_displayServer(displayServer)
+    , m_watch(displayServer.makePopupWatch())
 {
     m_clock.start();
     m_placeSoon.setSingleShot(true);
@@ -31,12 +28,12 @@ LinuxPopoverContainer::LinuxPopoverContainer(X11Connection &connection, QObject 
     m_forgetLater.setTimerType(Qt::VeryCoarseTimer);
     m_forgetLater.setInterval(ForgetMilliseconds);
     connect(&m_forgetLater, &QTimer::timeout, this, &LinuxPopoverContainer::forgetWindow);
-    connect(&m_presses, &X11Presses::pressed, this, &LinuxPopoverContainer::handlePress);
-    connect(&m_presses, &X11Presses::released, this,
+    connect(m_watch.get(), &PopupWatch::pressed, this, &LinuxPopoverContainer::closeByPress);
+    connect(m_watch.get(), &PopupWatch::released, this,
             [this] { m_guard.released(m_clock.elapsed()); });
-    connect(&m_focus, &X11Focus::lost, this, &LinuxPopoverContainer::handleFocusLoss);
+    connect(m_watch.get(), &PopupWatch::left, this, &LinuxPopoverContainer::startClosing);
     connect(qGuiApp, &QGuiApplication::screenRemoved, this, &LinuxPopoverContainer::close);
-    connect(&connection, &X11Connection::closed, this, [this] {
+    connect(&displayServer, &DisplayServer::closed, this, [this] {
         startClosing();
         forgetWindow(); // it works only with the connection
     });
@@ -71,7 +68,8 @@ void LinuxPopoverContainer::show(const QRect &item)
         return;
     }
     disconnect(m_answer);
-    const FrameStyle style = isComposited(m_connection) ? FrameStyle::Rounded : FrameStyle::Square;
+    const FrameStyle style =
+        m_displayServer.isComposited() ? FrameStyle::Rounded : FrameStyle::Square;
     if (!m_window || m_window->style() != style)
         makeWindow(style);
     if (!m_window)
@@ -93,12 +91,12 @@ void LinuxPopoverContainer::show(const QRect &item)
 void LinuxPopoverContainer::showWindow()
 {
     const bool isOnScreen = m_window->isExposed(); // its animation out has not ended
-    if (!m_bypassesWindowManager && !isOnScreen && isOnX11(m_connection))
-        skipX11TaskBar(m_connection, *m_window);
+    if (!m_bypassesWindowManager && !isOnScreen)
+        m_displayServer.skipTaskBar(*m_window);
     m_window->show();
     m_window->raise();
     m_window->animateIn();
-    watchPresses();
+    watch();
     if (!m_bypassesWindowManager)
         activateWindow(*m_window);
     if (isOnScreen)
@@ -110,16 +108,16 @@ void LinuxPopoverContainer::close()
     disconnect(m_answer);
     if (!m_isShown)
         return;
-    m_focus.giveBack();
+    m_watch->giveKeyboardBack();
     spendActivationToken(*m_window);
     startClosing();
 }
 
 void LinuxPopoverContainer::makeWindow(FrameStyle style)
 {
-    m_focus.giveBack();
+    m_watch->giveKeyboardBack();
     forgetWindow();
-    m_bypassesWindowManager = mayBypassWindowManager(m_connection);
+    m_bypassesWindowManager = m_displayServer.mayBypassWindowManager();
     LayerShell *shell = layerShell();
     const bool hasLayers = shell != nullptr && shell->isAvailable().value_or(false);
     qCDebug(logWindows, "popover: %s, %s",
@@ -150,8 +148,8 @@ void LinuxPopoverContainer::makeWindow(FrameStyle style)
                 &LinuxPopoverContainer::startClosing);
     }
     // The window manager may have moved it.
-    connect(m_window.get(), &QWindow::xChanged, this, &LinuxPopoverContainer::watchPresses);
-    connect(m_window.get(), &QWindow::yChanged, this, &LinuxPopoverContainer::watchPresses);
+    connect(m_window.get(), &QWindow::xChanged, this, &LinuxPopoverContainer::watch);
+    connect(m_window.get(), &QWindow::yChanged, this, &LinuxPopoverContainer::watch);
     if (!m_bypassesWindowManager) {
         connect(m_window.get(), &QWindow::activeChanged, this, [this] {
             if (!m_window->isActive())
@@ -167,18 +165,18 @@ void LinuxPopoverContainer::findSurroundings(const QRect &item)
     QRect place = item;
     if (m_screen == nullptr) {
         m_screen = QGuiApplication::screenAt(cursor);
-        const QRect panel = x11PanelAt(m_connection, cursor);
+        const QRect panel = panelAt(m_displayServer, cursor);
         if (m_screen == nullptr
             || (panel.isEmpty() && m_screen->availableGeometry().contains(cursor)))
             m_screen = QGuiApplication::primaryScreen();
-        place = likelyItem(m_screen->geometry(), x11FreeGeometry(m_connection, *m_screen), cursor,
+        place = likelyItem(m_screen->geometry(), freeGeometry(m_displayServer, *m_screen), cursor,
                            panel);
     }
     disconnect(m_screenChange);
     m_screenChange =
         connect(m_screen, &QScreen::geometryChanged, this, &LinuxPopoverContainer::close);
-    m_surroundings = {place, x11PanelAt(m_connection, place.center()), m_screen->geometry(),
-                      x11FreeGeometry(m_connection, *m_screen)};
+    m_surroundings = {place, panelAt(m_displayServer, place.center()), m_screen->geometry(),
+                      freeGeometry(m_displayServer, *m_screen)};
 }
 
 void LinuxPopoverContainer::place()
@@ -195,71 +193,31 @@ void LinuxPopoverContainer::place()
         // Tiling compositors let windows of a fixed size float.
         m_window->setMinimumSize(m_window->size());
         m_window->setMaximumSize(m_window->size());
-        if (isOnX11(m_connection))
-            setX11FrameExtents(m_connection, *m_window, QMargins() + m_window->margin());
+        m_displayServer.setFrameExtents(*m_window, QMargins() + m_window->margin());
     }
     limitInputToFrame();
+    if (m_window->isVisible())
+        watch();
 }
 
 void LinuxPopoverContainer::handleExposure()
 {
-    if (!m_bypassesWindowManager || !m_isShown || !std::exchange(m_isFocusDue, false))
-        return;
-    if (isKeyboardGrabbed())
-        m_window->setKeyboardGrabEnabled(true);
-    else
-        m_focus.take(static_cast<xcb_window_t>(m_window->winId()));
-}
-
-/// In place of the focus, which under Xwayland is the compositor's.
-bool LinuxPopoverContainer::isKeyboardGrabbed() const
-{
-    return m_bypassesWindowManager && m_connection.isXwayland();
+    if (m_bypassesWindowManager && m_isShown && std::exchange(m_isFocusDue, false))
+        m_watch->takeKeyboard(*m_window);
 }
 
 void LinuxPopoverContainer::limitInputToFrame()
 {
     const QRect frame = m_window->frameRect();
-    if (isOnX11(m_connection))
-        setX11InputRegion(*m_window, frame);
-    else if (QGuiApplication::platformName() == u"wayland")
+    m_displayServer.setInputRegion(*m_window, frame);
+    if (QGuiApplication::platformName() == u"wayland")
         m_window->setMask(frame); // there a mask limits only the input
 }
 
-/// Device pixels.
-QRect LinuxPopoverContainer::frameOnRoot() const
+void LinuxPopoverContainer::watch()
 {
-    const QRect frame = m_window->frameRect();
-    const qreal scale = m_window->devicePixelRatio();
-    return QRect(nativePosition(m_window->position() + frame.topLeft(), *m_screen),
-                 (QSizeF(frame.size()) * scale).toSize());
-}
-
-void LinuxPopoverContainer::watchPresses()
-{
-    if (m_isShown && m_screen && isOnX11(m_connection))
-        m_presses.start(frameOnRoot());
-}
-
-void LinuxPopoverContainer::handlePress()
-{
-    if (!m_isShown || !m_screen)
-        return;
-    if (m_connection.isXwayland()) // no click on the item follows
-        return startClosing();
-    const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
-    if (!frameOnRoot().contains(pointer.onRoot))
-        closeByPress(logicalPosition(pointer.onRoot));
-}
-
-void LinuxPopoverContainer::handleFocusLoss()
-{
-    // Where presses are not reported, a press that moves the focus is told by the button held down.
-    const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
-    if (!m_presses.isAvailable() && pointer.isButtonDown)
-        closeByPress(logicalPosition(pointer.onRoot));
-    else
-        startClosing();
+    if (m_isShown)
+        m_watch->start(*m_window, m_window->frameRect());
 }
 
 void LinuxPopoverContainer::closeByPress(std::optional<QPoint> place)
@@ -267,8 +225,6 @@ void LinuxPopoverContainer::closeByPress(std::optional<QPoint> place)
     if (!m_isShown)
         return;
     m_guard.closedByPress(place, m_clock.elapsed());
-    // The pressed window may take the focus. If it does not, the focus is given back at the end.
-    m_focus.stopWatching();
     startClosing();
 }
 
@@ -277,15 +233,13 @@ void LinuxPopoverContainer::startClosing()
     if (!std::exchange(m_isShown, false))
         return;
     m_isFocusDue = false;
-    if (isKeyboardGrabbed())
-        m_window->setKeyboardGrabEnabled(false);
-    m_presses.stop();
+    m_watch->stop();
     m_window->animateOut();
 }
 
 void LinuxPopoverContainer::handleHidden()
 {
-    m_focus.giveBack();
+    m_watch->giveKeyboardBack();
     if (m_layer) {
         if (!m_layer->seenItem().isEmpty())
             m_seenItem = m_layer->seenItem();

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Platform/Linux/PopupWatch.h"
 #include "Platform/Linux/Windows/PopoverLayer.h"
 #include "Platform/Linux/Windows/PopoverWindow.h"
-#include "Platform/Linux/X11/Focus.h"
 #include "Platform/PopoverContainer.h"
 #include "Platform/ReopenGuard.h"
 
@@ -10,6 +10,8 @@
 #include <QPointer>
 #include <QScreen>
 #include <QTimer>
+
+class DisplayServer;
 
 /// The popover of a Linux desktop. On X11 it bypasses the window manager: it places itself and
 /// takes the keyboard focus. Under Xwayland it requests both from most compositors. On Wayland it
@@ -19,8 +21,8 @@ class LinuxPopoverContainer : public QObject, public PopoverContainer {
     Q_OBJECT
 
 public:
-    /// The connection outlives it and may be closed.
-    explicit LinuxPopoverContainer(X11Connection &connection, QObject *parent = nullptr);
+    /// The server outlives it.
+    explicit LinuxPopoverContainer(DisplayServer &displayServer, QObject *parent = nullptr);
     ~LinuxPopoverContainer() override;
 
     void setContent(MakeContent make) override;
@@ -36,20 +38,15 @@ private:
     void place();
     /// Presses on the shadow go to the windows below.
     void limitInputToFrame();
-    bool isKeyboardGrabbed() const;
-    QRect frameOnRoot() const;
-    void watchPresses();
+    void watch();
     void handleExposure();
-    void handlePress();
-    void handleFocusLoss();
     void closeByPress(std::optional<QPoint> place);
     void startClosing();
     void handleHidden();
     void forgetWindow();
 
-    X11Connection &m_connection;
-    X11Presses m_presses;
-    X11Focus m_focus;
+    DisplayServer &m_displayServer;
+    const std::unique_ptr<PopupWatch> m_watch;
     MakeContent m_make;
     std::unique_ptr<PopoverWindow> m_window;
     std::unique_ptr<PopoverLayer> m_layer; ///< of the window, where there is a layer shell

@@ -1,15 +1,16 @@
 #pragma once
 
-#include "Platform/Linux/X11/Connection.h"
 #include "Platform/WindowStyle.h"
+
+class DisplayServer;
 
 /// Windows on a Linux desktop.
 class LinuxWindowStyle : public QObject, public WindowStyle {
     Q_OBJECT
 
 public:
-    /// The connection outlives it and may be closed.
-    explicit LinuxWindowStyle(X11Connection &connection, QObject *parent = nullptr);
+    /// The server outlives it.
+    explicit LinuxWindowStyle(DisplayServer &displayServer, QObject *parent = nullptr);
 
     void makeTitled(QQuickWindow &window) override;
     TitleBar makeOnboarding(QQuickWindow &window) override;
@@ -22,7 +23,6 @@ protected:
 private:
     bool isOnPresentWorkspace(const QQuickWindow &window) const;
     void colorTitleBar(QQuickWindow &window);
-    void demandFocus(const QQuickWindow &window);
 
-    X11Connection &m_connection;
+    DisplayServer &m_displayServer;
 };

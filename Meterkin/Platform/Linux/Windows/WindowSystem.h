@@ -10,9 +10,9 @@
 class LinuxWindowSystem : public WindowSystem {
 public:
     /// Both outlive it.
-    LinuxWindowSystem(X11Connection &connection, const DesktopAppearance &appearance)
-        : m_popover(connection)
-        , m_style(connection)
+    LinuxWindowSystem(DisplayServer &displayServer, const DesktopAppearance &appearance)
+        : m_popover(displayServer)
+        , m_style(displayServer)
         , m_alert(m_style, appearance)
     {
     }

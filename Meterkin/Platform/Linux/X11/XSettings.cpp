@@ -65,10 +65,10 @@ private:
 
 } // namespace
 
-std::optional<XSettingsValues> xsettingsValues(QByteArrayView block)
+std::optional<ThemeSettings> xsettingsValues(QByteArrayView block)
 {
     BlockReader reader(block);
-    XSettingsValues found;
+    ThemeSettings found;
     reader.number<quint32>(); // the serial
     for (auto left = reader.number<quint32>(); left > 0 && reader.isSound(); --left) {
         const auto type = reader.number<quint8>();
@@ -78,7 +78,7 @@ std::optional<XSettingsValues> xsettingsValues(QByteArrayView block)
         if (type == Text) {
             const QByteArrayView value = reader.padded(reader.number<quint32>());
             if (key == "Net/ThemeName")
-                found.themeName = QString::fromUtf8(value);
+                found.name = QString::fromUtf8(value);
         } else if (type == Integer) {
             const auto value = reader.number<quint32>();
             if (key == "Gtk/EnableAnimations")
@@ -130,12 +130,12 @@ void XSettings::read()
     if (reply->format == 8)
         block = {static_cast<const char *>(xcb_get_property_value(reply.get())),
                  xcb_get_property_value_length(reply.get())};
-    const std::optional<XSettingsValues> published = xsettingsValues(block);
+    const std::optional<ThemeSettings> published = xsettingsValues(block);
     if (!published)
         qCWarning(logWindows,
                   "The desktop's XSETTINGS daemon publishes a damaged block: without a "
                   "theme's name, windows are light unless the portal says otherwise");
-    const XSettingsValues values = published.value_or(XSettingsValues());
+    const ThemeSettings values = published.value_or(ThemeSettings());
     if (std::exchange(m_values, values) != values)
         emit changed();
 }

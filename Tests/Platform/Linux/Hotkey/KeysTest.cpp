@@ -1,39 +1,15 @@
 #include "Platform/Linux/Hotkey/CombinationText.h"
 #include "Platform/Linux/Hotkey/KeyDownMonitor.h"
 #include "Platform/Linux/Hotkey/KeyPositions.h"
-#include "Platform/Linux/Hotkey/ModifierBits.h"
 #include "Support/TestMain.h"
 
 #include <QWindow>
 #include <QtTest>
 
-#include <tuple>
-
 class KeysTest : public QObject {
     Q_OBJECT
 
 private slots:
-    void findsTheModifiersOfAServer()
-    {
-        using Keys = QList<X11ModifierKey>;
-        constexpr quint32 num = 0xff7f, alt = 0xffe9, altRight = 0xffea, super = 0xffeb,
-                          superRight = 0xffec;
-        // The masks of all four and of command, and the locks when all but command are wanted.
-        for (const auto &[keys, all, command, locks] :
-             {std::tuple(Keys{{3, alt}, {3, altRight}, {4, num}, {6, superRight}, {6, super}}, 0x4d,
-                         0x40, QList<quint16>{0x12, 0x10, 0x02, 0}),
-              {{{6, alt}, {3, altRight}, {7, superRight}, {4, super}}, 0x1d, 0x10, {0x02, 0}},
-              {{{2, alt}, {1, super}, {0, num}}, -1, -1, {0x02, 0}}}) { // of fixed meaning
-            const X11ModifierBits bits = x11ModifierBits(keys);
-            const auto mask = [&](quint32 wanted) {
-                return bits.mask(wanted) ? int{*bits.mask(wanted)} : -1;
-            };
-            QCOMPARE(mask(0x1b00), all);
-            QCOMPARE(mask(CarbonModifier::command), command);
-            QCOMPARE(lockCombinations(quint16(bits.locks & ~std::max(0, mask(0x1a00)))), locks);
-        }
-    }
-
     void namesCombinations()
     {
         QCOMPARE(combinationText({52, 0x1b00}, 0),

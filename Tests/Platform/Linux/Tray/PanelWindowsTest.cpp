@@ -1,4 +1,5 @@
 #include "Model/TierColors.h"
+#include "Platform/Linux/DisplayServer.h"
 #include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemMenu.h"
 #include "Platform/Linux/Tray/Title/Color.h"
@@ -154,7 +155,7 @@ private slots:
               {{}, {20, -15}, {MenuAction::Quit}},
               {{}, {-30, 200}, {}}}) {
             const QRect screen = QGuiApplication::primaryScreen()->geometry();
-            auto *menu = new ItemMenu(m_connection, screen.bottomRight());
+            auto *menu = new ItemMenu(m_displayServer, screen.bottomRight());
             QList<MenuAction> chosen;
             connect(menu, &ItemMenu::chosen, this, [&](MenuAction one) { chosen.append(one); });
             QSignalSpy destroyed(menu, &QObject::destroyed);
@@ -173,7 +174,7 @@ private slots:
     }
 
 private:
-    X11Connection m_connection;
+    DisplayServer m_displayServer;
     TitlePainter m_painter;
 };
 

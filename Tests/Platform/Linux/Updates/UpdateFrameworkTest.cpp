@@ -1,5 +1,6 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
 
+#include "Platform/Linux/DisplayServer.h"
 #include "Platform/Linux/Windows/Dialogs/UpdateDialog.h"
 #include "Shell/ScriptedPlatform.h"
 #include "Support/PrivateBus.h"
@@ -106,7 +107,7 @@ struct Bench {
     PrivateBus daemon;
     std::optional<BusConnection> bus;
     ScriptedPlatform system;
-    X11Connection x11;
+    DisplayServer displayServer;
     int restarts = 0;
     std::optional<ScriptedPackageKit> service;
     std::unique_ptr<LinuxUpdateFramework> framework;
@@ -125,7 +126,7 @@ struct Bench {
             LinuxUpdateFramework::Dependencies{
                 *bus, system.store, system.centre,
                 [this](UpdateSession &shown) {
-                    return std::make_unique<UpdateDialog>(shown, x11, system.appearance);
+                    return std::make_unique<UpdateDialog>(shown, displayServer, system.appearance);
                 },
                 u"1.0"_s, u"/opt/meterkin"_s, [this] { ++restarts; }},
             LinuxUpdateFramework::Times{3s, firstCheck});

@@ -1,4 +1,5 @@
 #include "Platform/DesktopAppearance.h"
+#include "Platform/Linux/DisplayServer.h"
 #include "Platform/Linux/Updates/Session.h"
 #include "Platform/Linux/Windows/Dialogs/InformationAlert.h"
 #include "Platform/Linux/Windows/WindowStyle.h"
@@ -108,8 +109,8 @@ private:
         double textScale() const override { return 1.0; }
     };
 
-    X11Connection m_connection;
-    LinuxWindowStyle m_style{m_connection};
+    DisplayServer m_displayServer;
+    LinuxWindowStyle m_style{m_displayServer};
     PlainAppearance m_appearance;
 };
 

@@ -1,8 +1,8 @@
 #include "Platform/Linux/Tray/Notifier/Item.h"
 
+#include "Platform/Linux/ScreenCoordinates.h"
 #include "Platform/Linux/Tray/Notifier/PlasmaPanel.h"
 #include "Platform/Linux/Tray/Title/Color.h"
-#include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 
 #include <QCursor>

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Tray/Xembed/Icon.h"
 
+#include "Platform/Linux/ScreenCoordinates.h"
 #include "Platform/Linux/Tray/Title/Color.h"
-#include "Platform/Linux/X11/ScreenCoordinates.h"
 #include "Platform/Log.h"
 
 #include <QGuiApplication>
@@ -235,7 +235,7 @@ void XembedIcon::settle()
                 : m_manager.isVertical() ? "upright"
                                          : "wide");
     if (std::exchange(m_isSqueezed, isSqueezed) != isSqueezed)
-        emit squeezedChanged();
+        emit availabilityChanged();
     paint();
     readBackground();
     xcb_flush(m_connection.xcb());

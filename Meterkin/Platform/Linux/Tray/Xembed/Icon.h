@@ -18,21 +18,14 @@ public:
     ~XembedIcon() override;
 
     bool isAvailable() const override;
+    bool isSqueezed() const override { return m_isSqueezed; }
     void attach() override;
     void detach() override;
     void setContent(const TrayContent &content) override;
     QRect geometry() const override;
     std::optional<QColor> background(std::optional<bool>) const override { return m_background; }
-
-    /// Looks a little later how the panel looks now.
-    void lookAgain();
-    /// Whether this panel has turned out to squeeze every item into a square.
-    bool isSqueezed() const { return m_isSqueezed; }
-
-signals:
-    void squeezedChanged();
-    /// The pointer has entered the item or left it.
-    void hoverChanged(bool isInside);
+    /// A little later.
+    void lookAgain() override;
 
 private:
     void handleEvent(const xcb_generic_event_t *event);

@@ -4,9 +4,9 @@
 
 #include <QQuickWindow>
 
-UpdateDialog::UpdateDialog(UpdateSession &session, X11Connection &connection,
+UpdateDialog::UpdateDialog(UpdateSession &session, DisplayServer &displayServer,
                            const DesktopAppearance &appearance)
-    : m_style(connection)
+    : m_style(displayServer)
     , m_dialog(QStringLiteral("UpdateView"),
                {{QStringLiteral("session"), QVariant::fromValue(&session)}}, tr("meterkin Update"),
                m_style, appearance)

@@ -12,7 +12,7 @@ class UpdateDialog : public UpdateWindow {
 
 public:
     /// All three outlive it.
-    UpdateDialog(UpdateSession &session, X11Connection &connection,
+    UpdateDialog(UpdateSession &session, DisplayServer &displayServer,
                  const DesktopAppearance &appearance);
 
     void present() override { m_dialog.present(); }

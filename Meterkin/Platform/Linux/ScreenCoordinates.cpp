@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11/ScreenCoordinates.h"
+#include "Platform/Linux/ScreenCoordinates.h"
 
 #include <QGuiApplication>
 #include <QScreen>

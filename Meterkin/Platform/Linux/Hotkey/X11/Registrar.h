@@ -2,7 +2,7 @@
 
 #include "Platform/HotkeyRegistrar.h"
 #include "Platform/Linux/Bus/RetryTimer.h"
-#include "Platform/Linux/Hotkey/KeyboardLayout.h"
+#include "Platform/Linux/Hotkey/X11/KeyboardLayout.h"
 
 #include <QDeadlineTimer>
 
@@ -16,8 +16,7 @@ class X11Registrar : public QObject, public HotkeyRegistrar {
 
 public:
     /// Both outlive it.
-    X11Registrar(X11Connection &connection, LinuxKeyboardLayout &keyboard,
-                 QObject *parent = nullptr);
+    X11Registrar(X11Connection &connection, X11KeyboardLayout &keyboard, QObject *parent = nullptr);
 
     void bind(const HotkeyCombination &combination, std::function<void()> pressed) override;
     void unbind() override;
@@ -42,7 +41,7 @@ private:
     void handlePress(const xcb_key_press_event_t &press);
 
     X11Connection &m_connection;
-    LinuxKeyboardLayout &m_keyboard;
+    X11KeyboardLayout &m_keyboard;
     std::function<void()> m_pressed;
     std::optional<HotkeyCombination> m_combination; ///< absent while none is wanted
     RetryTimer m_retry;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Windows/X11Properties.h"
+#include "Platform/Linux/X11/WindowProperties.h"
 
 #include "Platform/Linux/X11/Connection.h"
 #include "Platform/Log.h"
@@ -11,6 +11,8 @@
 #include <array>
 
 namespace {
+
+constexpr quint32 EveryDesktop = 0xffffffff;
 
 xcb_connection_t *connectionOfQt()
 {
@@ -77,4 +79,35 @@ void setX11DarkTitleBar(X11Connection &connection, const QWindow &window, bool i
     } else {
         xcb_delete_property(connectionOfQt(), nativeWindow(window), variant);
     }
+}
+
+void demandX11Focus(X11Connection &connection, const QWindow &window)
+{
+    // Window managers refuse the focus to programs that the user did not click last, and the click
+    // went to the panel. They grant it to a pager. ("_NET_ACTIVE_WINDOW" in the Extended Window
+    // Manager Hints)
+    constexpr quint32 fromPager = 2;
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = nativeWindow(window);
+    message.type = connection.atom("_NET_ACTIVE_WINDOW");
+    message.data.data32[0] = fromPager;
+    message.data.data32[1] = XCB_CURRENT_TIME;
+    xcb_send_event(connection.xcb(), 0, connection.screen().root,
+                   XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&message));
+    xcb_flush(connection.xcb());
+}
+
+std::optional<bool> isX11WindowOnPresentWorkspace(X11Connection &connection, const QWindow &window)
+{
+    const auto desktop = [&](xcb_window_t of, const char *property) {
+        return connection.words(of, connection.atom(property), XCB_ATOM_CARDINAL);
+    };
+    const QList<quint32> own = desktop(nativeWindow(window), "_NET_WM_DESKTOP");
+    const QList<quint32> current = desktop(connection.screen().root, "_NET_CURRENT_DESKTOP");
+    if (own.isEmpty() || current.isEmpty())
+        return std::nullopt;
+    return own.first() == current.first() || own.first() == EveryDesktop;
 }

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Hotkey/KeyNames.h"
+#include "Platform/Linux/Hotkey/X11/KeyNames.h"
 
 #include "Platform/Linux/Hotkey/KeyPositions.h"
 

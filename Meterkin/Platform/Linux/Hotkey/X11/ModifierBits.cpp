@@ -1,4 +1,4 @@
-#include "Platform/Linux/Hotkey/ModifierBits.h"
+#include "Platform/Linux/Hotkey/X11/ModifierBits.h"
 
 #include "Platform/HotkeyRegistrar.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Hotkey/X11Registrar.h"
+#include "Platform/Linux/Hotkey/X11/Registrar.h"
 
 #include "Platform/Log.h"
 
@@ -17,8 +17,7 @@ constexpr std::chrono::minutes LongestRetry{1};
 
 } // namespace
 
-X11Registrar::X11Registrar(X11Connection &connection, LinuxKeyboardLayout &keyboard,
-                           QObject *parent)
+X11Registrar::X11Registrar(X11Connection &connection, X11KeyboardLayout &keyboard, QObject *parent)
     : QObject(parent)
     , m_connection(connection)
     , m_keyboard(keyboard)
@@ -28,7 +27,7 @@ X11Registrar::X11Registrar(X11Connection &connection, LinuxKeyboardLayout &keybo
     connect(&m_retry, &QTimer::timeout, this, &X11Registrar::tryNow);
     connect(&m_connection, &X11Connection::eventReceived, this, &X11Registrar::handleEvent);
     connect(&m_connection, &X11Connection::closed, this, &X11Registrar::forget);
-    connect(&m_keyboard, &LinuxKeyboardLayout::changed, this, &X11Registrar::follow);
+    connect(&m_keyboard, &X11KeyboardLayout::changed, this, &X11Registrar::follow);
 }
 
 void X11Registrar::bind(const HotkeyCombination &combination, std::function<void()> pressed)

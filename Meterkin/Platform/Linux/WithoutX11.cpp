@@ -1,0 +1,19 @@
+#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/X11Display.h"
+
+std::unique_ptr<DisplayServer> DisplayServer::make()
+{
+    return std::make_unique<DisplayServer>();
+}
+
+bool x11Answers()
+{
+    return false;
+}
+
+std::optional<QByteArray> x11DisplayName()
+{
+    return std::nullopt;
+}
+
+void endX11Startup(const QByteArray & /*identifier*/) { }
