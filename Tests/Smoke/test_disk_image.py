@@ -9,7 +9,7 @@ from pathlib import Path
 from smoke_case import SmokeCase
 
 WAIT = 8.0      # seconds from the launch to the clean-up
-BUNDLE = "Tools"
+BUNDLE = "Meterkin.AppDir"
 NOBODY = 65534
 
 
@@ -23,10 +23,7 @@ class DiskImage(SmokeCase):
         self.home = Path(self.desktop.environment["HOME"])
         self.trash = Path(self.desktop.environment["XDG_DATA_HOME"]) / "Trash" / "files"
         self.original = self.program_path
-        installed = self.home / "Applications" / BUNDLE / "meterkin"
-        installed.parent.mkdir(parents=True)
-        shutil.copy2(self.original, installed)
-        self.program_path = str(installed)
+        self.program_path = str(self.put_bundle(self.home / "Applications"))
 
         # mounts that the machine does not see, and that go when their last process does
         self.mounts = self.desktop.spawn(["unshare", "-m", "sleep", "600"], "mounts")
@@ -44,19 +41,25 @@ class DiskImage(SmokeCase):
         for folder in (self.home, self.desktop.environment["XDG_RUNTIME_DIR"]):
             subprocess.run(["chown", "-R", f"{NOBODY}:{NOBODY}", str(folder)], check=True)
 
-    def make_image(self, name, change=b""):
-        entry = self.desktop.folder / "content" / BUNDLE / "meterkin"
+    def put_bundle(self, folder):
+        """Installs the program there; returns its file."""
+        entry = folder / BUNDLE / "usr/bin/meterkin"
         entry.parent.mkdir(parents=True)
-        shutil.copyfile(self.original, entry)
-        with open(entry, "r+b") as file:
+        shutil.copy2(self.original, entry)
+        (folder / BUNDLE / "AppRun").symlink_to("usr/bin/meterkin")
+        return entry
+
+    def make_image(self, name, change=b""):
+        content = self.desktop.folder / "content"
+        with open(self.put_bundle(content), "r+b") as file:
             file.seek(-len(change), os.SEEK_END)
             file.write(change)
         image = self.home / "Downloads" / f"{name}.img"
         image.parent.mkdir(exist_ok=True)
-        size = entry.stat().st_size // 2 ** 20 * 5 // 4 + 4
-        subprocess.run(["mkfs.ext4", "-q", "-d", str(entry.parents[1]), str(image), f"{size}M"],
+        size = sum(file.lstat().st_size for file in content.rglob("*")) // 2 ** 20 * 5 // 4 + 4
+        subprocess.run(["mkfs.ext4", "-q", "-d", str(content), str(image), f"{size}M"],
                        check=True, stdout=subprocess.DEVNULL)
-        shutil.rmtree(entry.parents[1])
+        shutil.rmtree(content)
         return image
 
     def attach(self, image):

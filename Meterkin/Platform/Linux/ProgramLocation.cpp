@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFileInfo>
 
 namespace {
 
@@ -9,19 +10,31 @@ namespace {
 QString appImage()
 {
     const QString image = qEnvironmentVariable("APPIMAGE");
-    const QString content = qEnvironmentVariable("APPDIR");
+    const QString content = QFileInfo(qEnvironmentVariable("APPDIR")).canonicalFilePath();
     // A program that was started from an AppImage inherits its variables without lying inside.
     const bool isInside =
         !content.isEmpty() && QCoreApplication::applicationFilePath().startsWith(content + u'/');
     return isInside && QDir::isAbsolutePath(image) ? QDir::cleanPath(image) : QString();
 }
 
+/// The AppDir that has the program as its AppRun; empty when it lies in none.
+QString appDir()
+{
+    const QString program = QCoreApplication::applicationFilePath();
+    const QString folder = program.section(u'/', 0, -4); // without "/usr/bin/meterkin"
+    const QFileInfo entry(folder + QStringLiteral("/AppRun"));
+    return entry.canonicalFilePath() == program ? folder : QString();
+}
+
 } // namespace
 
 QString bundlePath()
 {
-    const QString image = appImage();
-    return image.isEmpty() ? QCoreApplication::applicationDirPath() : image;
+    for (const QString &bundle : {appImage(), appDir()}) {
+        if (!bundle.isEmpty())
+            return bundle;
+    }
+    return QCoreApplication::applicationDirPath();
 }
 
 ProgramFile programFile()
@@ -29,8 +42,8 @@ ProgramFile programFile()
     const QString image = appImage();
     if (!image.isEmpty())
         return {image, QString()};
-    const QString name = QCoreApplication::applicationFilePath().section(u'/', -1);
-    return {QStringLiteral("/proc/self/exe"), u'/' + name};
+    const QString place = QCoreApplication::applicationFilePath().mid(bundlePath().size());
+    return {QStringLiteral("/proc/self/exe"), place};
 }
 
 QString programToStart()

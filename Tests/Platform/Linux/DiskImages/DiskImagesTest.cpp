@@ -1,4 +1,5 @@
 #include "Platform/Linux/DiskImages.h"
+#include "Platform/Linux/ProgramLocation.h"
 #include "Support/Files.h"
 #include "Support/PrivateBus.h"
 #include "Support/ScriptedService.h"
@@ -132,6 +133,24 @@ private slots:
             m_folder->shell(command, QCoreApplication::applicationFilePath());
             QVERIFY2(devices().holdsBundle(m_folder->path(), u"Tools"_s) == isOurs, command);
         }
+    }
+
+    void knowsTheAppImageItRunsFrom()
+    {
+        // Another program's variables are inherited by what that program starts.
+        for (auto [content, isInside] : {std::pair(QCoreApplication::applicationDirPath(), true),
+                                         {m_folder->path(), false},
+                                         {QString(), false}}) {
+            init();
+            qputenv("APPIMAGE", at("c.img").toUtf8());
+            qputenv("APPDIR", content.toUtf8());
+            QCOMPARE(programToStart() == at("c.img"), isInside);
+            QCOMPARE(bundlePath() == at("c.img"), isInside);
+            QVERIFY(QDir().mkpath(at("volume")) && QFile::copy(at("a b.img"), at("volume/c.img")));
+            QCOMPARE(devices().holdsBundle(at("volume"), u"c.img"_s), isInside); // the same content
+        }
+        qunsetenv("APPIMAGE");
+        qunsetenv("APPDIR");
     }
 
 private:
