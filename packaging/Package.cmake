@@ -1,5 +1,5 @@
-# What is installed where, and what cpack makes of it: an RPM (scripts/package-rpm), and an archive of the
-# source (the target package_source). Debian's package is made by scripts/package-debian.
+# What is installed where, and what cpack makes of it: an RPM (scripts/package), and an archive of the source
+# (the target package_source).
 include(GNUInstallDirs)
 include(packaging/Releases.cmake)
 include(packaging/PackageNames.cmake)

@@ -1,5 +1,5 @@
 """Completes an AppDir (docs.appimage.org/reference/appdir.html) in which the program is installed
-already, and packs it: for package-appdir, which see. Its arguments are the AppDir and the archive.
+already, and packs it: for scripts/package, which see. Its arguments are the AppDir and the archive.
 
 Everything is found by paths that the files themselves bear, so that the AppDir works wherever it
 lies, without environment variables, which the programs that ours starts would inherit."""

@@ -54,7 +54,7 @@ def do(*command, **options):
 
 def build_packages():
     for version in OLD, NEW:
-        do(PROJECT / "scripts" / "package-debian", version, BUILD)
+        do(PROJECT / "scripts/package", "debian", version, BUILD)
 
 
 def enter_container():
