@@ -22,8 +22,8 @@ T.ComboBox {
     // The same width for all pickers unless a text is too long.
     implicitWidth: Math.max(140 * Appearance.textScale, implicitContentWidth + leftPadding + rightPadding)
     implicitHeight: implicitContentHeight + topPadding + bottomPadding
-    leftPadding: 12
-    rightPadding: 30
+    leftPadding: picker.mirrored ? 30 : 12
+    rightPadding: picker.mirrored ? 12 : 30
     topPadding: 4
     bottomPadding: 4
     font.pixelSize: Theme.points(13)
@@ -42,11 +42,12 @@ T.ComboBox {
         text: picker.displayText
         font: picker.font
         color: Theme.primary
+        horizontalAlignment: Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
     }
     indicator: Item {
-        x: picker.width - width - 10
+        x: picker.mirrored ? 10 : picker.width - width - 10
         y: (picker.height - height) / 2
         width: Theme.points(10)
         height: Theme.points(17)
@@ -84,8 +85,8 @@ T.ComboBox {
 
         width: picker.popup.availableWidth
         implicitHeight: implicitContentHeight + topPadding + bottomPadding
-        leftPadding: 12 + Theme.points(15)
-        rightPadding: 12
+        leftPadding: choice.mirrored ? 12 : 12 + Theme.points(15)
+        rightPadding: choice.mirrored ? 12 + Theme.points(15) : 12
         topPadding: 5
         bottomPadding: 5
         text: choice.modelData
@@ -103,6 +104,7 @@ T.ComboBox {
             text: choice.text
             font: choice.font
             color: choice.highlighted ? Theme.textOnAccent : Theme.primary
+            horizontalAlignment: Text.AlignLeft
             verticalAlignment: Text.AlignVCenter
             Accessible.ignored: true
         }
@@ -111,7 +113,8 @@ T.ComboBox {
             color: choice.highlighted ? Theme.accent : "transparent"
 
             SystemSymbol {
-                x: 8
+                anchors.left: parent.left
+                anchors.leftMargin: 8
                 anchors.verticalCenter: parent.verticalCenter
                 visible: choice.isChosen
                 name: "checkmark"
@@ -123,13 +126,16 @@ T.ComboBox {
     }
     popup: T.Popup {
         y: picker.height + 4
-        x: picker.width - width
+        x: picker.mirrored ? 0 : picker.width - width
         width: picker.width + 14
         implicitHeight: implicitContentHeight + topPadding + bottomPadding
         margins: 8
         padding: 5
 
         contentItem: ListView {
+            // It is no child of the window's content.
+            LayoutMirroring.enabled: picker.mirrored
+            LayoutMirroring.childrenInherit: true
             implicitHeight: contentHeight
             boundsBehavior: Flickable.StopAtBounds
             clip: true

@@ -84,6 +84,7 @@ Item {
         readonly property real maximumValue: ThresholdEntry.maximum(stepper.metric)
         readonly property real stepSize: ThresholdEntry.step(stepper.metric)
 
+        anchors.left: stepper.left
         width: stepper.fieldWidth * Appearance.textScale
         leftPadding: 8
         rightPadding: 8

@@ -8,6 +8,7 @@ Row {
     required property int selected
 
     readonly property int count: 4
+    readonly property int rightward: bar.effectiveLayoutDirection === Qt.RightToLeft ? -1 : 1
     readonly property Item current: bar.selected === 0 ? general as Item
         : bar.selected === 1 ? thresholds as Item : bar.selected === 2 ? alerts as Item : about as Item
 
@@ -24,8 +25,8 @@ Row {
     spacing: 4
     Accessible.role: Accessible.PageTabList
     Accessible.name: qsTr("Settings")
-    Keys.onLeftPressed: bar.choose(-1)
-    Keys.onRightPressed: bar.choose(1)
+    Keys.onLeftPressed: bar.choose(-bar.rightward)
+    Keys.onRightPressed: bar.choose(bar.rightward)
 
     TabButton {
         id: general

@@ -31,7 +31,9 @@ T.Switch {
         font: toggle.font
         color: Theme.primary
         wrapMode: Text.WordWrap
-        rightPadding: toggle.implicitIndicatorWidth + 12
+        leftPadding: toggle.mirrored ? toggle.implicitIndicatorWidth + 12 : 0
+        rightPadding: toggle.mirrored ? 0 : toggle.implicitIndicatorWidth + 12
+        horizontalAlignment: Text.AlignLeft
         verticalAlignment: Text.AlignVCenter
         Accessible.ignored: true
     }
@@ -44,7 +46,7 @@ T.Switch {
         color: toggle.isOn ? Theme.accent : Theme.emptyTrack
 
         Plate {
-            x: toggle.isOn ? parent.width - width - 2 : 2
+            x: toggle.isOn !== toggle.mirrored ? parent.width - width - 2 : 2
             anchors.verticalCenter: parent.verticalCenter
             width: 16
             height: 16

@@ -11,6 +11,7 @@ Column {
     spacing: 4
 
     CaptionText {
+        anchors.left: parent.left
         text: qsTr("Per-Core")
         font.weight: Font.Medium
     }

@@ -24,6 +24,8 @@ FocusScope {
     signal quit()
     signal closeRequested()
 
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
     implicitWidth: fixedWidth * Appearance.textScale
     implicitHeight: header.height + upperDivider.height + cards.implicitHeight + 2 * contentPadding
                     + lowerDivider.height + footer.height
@@ -56,7 +58,8 @@ FocusScope {
         height: name.implicitHeight + 2 * 10
 
         Row {
-            x: 14
+            anchors.left: parent.left
+            anchors.leftMargin: 14
             anchors.verticalCenter: parent.verticalCenter
             spacing: 6
 

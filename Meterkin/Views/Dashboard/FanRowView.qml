@@ -7,7 +7,6 @@ Item {
 
     required property fanRow modelData
 
-    x: 12
     implicitWidth: texts.implicitWidth
     implicitHeight: texts.implicitHeight
 

@@ -8,9 +8,13 @@ Row {
     required property string symbol
     required property string text
 
-    spacing: 3
+    readonly property bool isMirrored: label.effectiveLayoutDirection === Qt.RightToLeft
     // An arrow is narrower than the square that it stands in.
-    leftPadding: -Math.round(0.18 * picture.width)
+    readonly property int inset: -Math.round(0.18 * picture.width)
+
+    spacing: 3
+    leftPadding: label.isMirrored ? 0 : label.inset
+    rightPadding: label.isMirrored ? label.inset : 0
 
     SystemSymbol {
         id: picture

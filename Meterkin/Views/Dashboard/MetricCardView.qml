@@ -35,6 +35,8 @@ Item {
         spacing: view.spacing
 
         Text {
+            width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: view.card.title
             color: Theme.secondary
             font.pixelSize: Theme.points(11)
@@ -44,6 +46,7 @@ Item {
 
         Text {
             width: parent.width
+            horizontalAlignment: Text.AlignLeft
             text: view.card.value
             color: view.tierColor
             font.pixelSize: Theme.points(18)
@@ -54,6 +57,7 @@ Item {
             Accessible.ignored: true
         }
 
+        // Runs from left to right in every language, as the graphs of other monitors do.
         SparklineView {
             width: parent.width
             height: 30
@@ -63,6 +67,7 @@ Item {
         }
 
         Row {
+            anchors.left: parent.left
             visible: view.card.hasExtremes
             spacing: 12
 

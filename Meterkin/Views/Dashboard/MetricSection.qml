@@ -49,6 +49,9 @@ Column {
     Repeater {
         model: section.fans
 
-        FanRowView { }
+        FanRowView {
+            anchors.left: section.left
+            anchors.leftMargin: 12
+        }
     }
 }

@@ -11,8 +11,8 @@ T.AbstractButton {
     property real shimmerPhase: 0
     property bool takesKeys: false
 
-    leftPadding: Theme.points(26)
-    rightPadding: Theme.points(24)
+    leftPadding: Theme.points(button.mirrored ? 24 : 26)
+    rightPadding: Theme.points(button.mirrored ? 26 : 24)
     topPadding: Theme.points(11)
     bottomPadding: Theme.points(11)
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -54,7 +54,7 @@ T.AbstractButton {
         }
         SystemSymbol {
             anchors.verticalCenter: parent.verticalCenter
-            name: "arrow.right"
+            name: button.mirrored ? "arrow.left" : "arrow.right"
             pointSize: Theme.points(13)
             color: OnboardingColors.accentText
             Accessible.ignored: true

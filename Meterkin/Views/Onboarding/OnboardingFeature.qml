@@ -8,7 +8,8 @@ OnboardingReveal {
     required property color tint
     required property string text
 
-    readonly property real usedWidth: label.x + label.contentWidth
+    readonly property real gap: Theme.points(16)
+    readonly property real usedWidth: tile.width + gap + label.contentWidth
 
     duration: 350
     implicitHeight: Math.max(tile.height, label.height)
@@ -16,6 +17,7 @@ OnboardingReveal {
     Plate {
         id: tile
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         width: Theme.points(36)
         height: width
@@ -36,9 +38,10 @@ OnboardingReveal {
 
         anchors.verticalCenter: parent.verticalCenter
         anchors.left: tile.right
-        anchors.leftMargin: Theme.points(16)
+        anchors.leftMargin: feature.gap
         anchors.right: parent.right
         text: feature.text
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.WordWrap
         lineHeight: 1.15
         font.pixelSize: Theme.points(13)

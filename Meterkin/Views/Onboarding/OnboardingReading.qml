@@ -9,12 +9,15 @@ Item {
     required property string text
     required property color color
 
-    implicitWidth: label.x + label.width
+    readonly property real gap: Theme.points(6)
+
+    implicitWidth: picture.width + gap + label.width
     implicitHeight: Math.max(picture.height, label.height)
 
     SystemSymbol {
         id: picture
 
+        anchors.left: parent.left
         anchors.verticalCenter: parent.verticalCenter
         name: reading.symbol
         pointSize: Theme.points(16)
@@ -24,8 +27,9 @@ Item {
     Text {
         id: label
 
+        anchors.left: picture.right
+        anchors.leftMargin: reading.gap
         anchors.verticalCenter: parent.verticalCenter
-        x: picture.width + Theme.points(6)
         text: reading.text
         font.pixelSize: Theme.points(13)
         font.weight: Font.Medium

@@ -29,6 +29,7 @@ FocusScope {
     property real shimmerPhase: 0
 
     readonly property bool mayMove: sight.isSeen && !Appearance.reducesMotion
+    readonly property int forward: view.LayoutMirroring.enabled ? -1 : 1
     readonly property real iconProgress: iconSpring.position
     property real turned: currentScreen // 0 to 1, from the first screen to the second
     property bool shimmers: false
@@ -62,6 +63,8 @@ FocusScope {
         complete()
     }
 
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
     implicitWidth: 520 * Appearance.textScale
     implicitHeight: 420 * Appearance.textScale
     focus: true
@@ -149,7 +152,7 @@ FocusScope {
         visible: view.turned < 1
         enabled: view.currentScreen === 0
         transform: Translate {
-            x: -Math.round(view.turned * Theme.points(24))
+            x: -view.forward * Math.round(view.turned * Theme.points(24))
         }
 
         OnboardingWelcome {
@@ -174,7 +177,7 @@ FocusScope {
         visible: view.turned > 0
         enabled: view.currentScreen === 1
         transform: Translate {
-            x: Math.round((1 - view.turned) * Theme.points(24))
+            x: view.forward * Math.round((1 - view.turned) * Theme.points(24))
         }
 
         OnboardingDone {

@@ -96,7 +96,8 @@ Item {
 
             anchors.top: title.bottom
             anchors.topMargin: Theme.points(22)
-            x: screen.featuresLeft
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.horizontalCenterOffset: screen.featuresLeft
             width: parent.width
             shown: screen.bullet1Visible
             symbol: "memorychip"
@@ -108,7 +109,8 @@ Item {
 
             anchors.top: bullet1.bottom
             anchors.topMargin: Theme.points(12)
-            x: screen.featuresLeft
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.horizontalCenterOffset: screen.featuresLeft
             width: parent.width
             shown: screen.bullet2Visible
             symbol: "gauge.with.dots.needle.bottom.50percent"
@@ -120,7 +122,8 @@ Item {
 
             anchors.top: bullet2.bottom
             anchors.topMargin: Theme.points(12)
-            x: screen.featuresLeft
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.horizontalCenterOffset: screen.featuresLeft
             width: parent.width
             shown: screen.bullet3Visible
             symbol: "bell.fill"

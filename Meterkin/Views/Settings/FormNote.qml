@@ -15,6 +15,7 @@ FormRow {
         text: row.text
         font.pixelSize: Theme.points(11)
         color: row.color
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.WordWrap
         Accessible.ignored: row.text === ""
         Accessible.role: Accessible.StaticText

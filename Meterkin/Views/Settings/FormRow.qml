@@ -18,13 +18,15 @@ Item {
         : place.height + row.distance
 
     Hairline {
-        x: row.inset
-        width: row.width - row.inset
+        anchors.left: row.left
+        anchors.leftMargin: row.inset
+        anchors.right: row.right
         visible: row.isApart && row.y > 0
     }
     Text {
         id: text
-        x: row.inset
+        anchors.left: row.left
+        anchors.leftMargin: row.inset
         anchors.verticalCenter: row.verticalCenter
         text: row.label
         font.pixelSize: Theme.points(13)
@@ -33,8 +35,10 @@ Item {
     }
     Item {
         id: place
-        x: row.label === "" ? row.inset : row.inset + text.width + 12
-        width: row.width - x - row.inset
+        anchors.left: row.label === "" ? row.left : text.right
+        anchors.leftMargin: row.inset
+        anchors.right: row.right
+        anchors.rightMargin: row.inset
         height: row.held ? row.held.height : 0
         anchors.verticalCenter: row.verticalCenter
         anchors.verticalCenterOffset: row.isApart ? 0 : -row.distance / 2

@@ -15,7 +15,10 @@ Column {
     Accessible.name: section.title
 
     Text {
+        width: section.width
         leftPadding: 12
+        rightPadding: 12
+        horizontalAlignment: Text.AlignLeft
         visible: section.title !== ""
         text: section.title
         font.pixelSize: Theme.points(12)

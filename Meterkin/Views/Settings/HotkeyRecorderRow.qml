@@ -20,8 +20,11 @@ FormRow {
         height: recordButton.height
 
         Text {
+            anchors.left: parent.left
+            anchors.right: recordButton.left
+            anchors.rightMargin: 8
             anchors.verticalCenter: parent.verticalCenter
-            width: recordButton.x - 8
+            horizontalAlignment: Text.AlignLeft
             text: row.recorder.isRecording ? qsTr("Press a key combination...") : row.recorder.displayText
             font.pixelSize: Theme.points(13)
             color: row.recorder.isRecording ? Theme.warning

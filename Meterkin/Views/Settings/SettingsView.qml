@@ -24,6 +24,8 @@ FocusScope {
     signal launchAtLoginChosen(wish: bool)
     signal checkForUpdates()
 
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
     implicitWidth: 470 * Appearance.textScale
     implicitHeight: 520
     Keys.onPressed: event => event.accepted = view.page.scrollByKey(event.key)

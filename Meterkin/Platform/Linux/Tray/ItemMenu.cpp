@@ -76,6 +76,7 @@ void ItemMenu::paintEvent(QPaintEvent *)
     QPainter painter(this);
     PanelWindow::paintBackground(painter, size());
     painter.setFont(PanelWindow::font());
+    painter.setLayoutDirection(QGuiApplication::layoutDirection());
     for (int row = 0; row < rows; ++row) {
         const QRect rect = rowRect(row);
         if (entry(row).startsGroup)
@@ -84,8 +85,8 @@ void ItemMenu::paintEvent(QPaintEvent *)
         if (row == m_selected)
             painter.fillRect(rect, PanelWindow::selection);
         painter.setPen(PanelWindow::text);
-        painter.drawText(rect.adjusted(EntryPadding - 1, 0, 0, 0), Qt::AlignVCenter,
-                         entry(row).text());
+        painter.drawText(rect.adjusted(EntryPadding - 1, 0, 1 - EntryPadding, 0),
+                         Qt::AlignVCenter | Qt::TextDontClip, entry(row).text());
     }
 }
 

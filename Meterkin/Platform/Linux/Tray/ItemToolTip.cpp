@@ -69,6 +69,7 @@ void ItemToolTip::paintEvent(QPaintEvent *)
     PanelWindow::paintBackground(painter, size());
     painter.setFont(PanelWindow::font());
     painter.setPen(PanelWindow::text);
+    painter.setLayoutDirection(QGuiApplication::layoutDirection());
     painter.drawText(QRect(QPoint(), size()).marginsRemoved({Padding, Padding, Padding, Padding}),
                      Qt::AlignLeft, m_text);
 }

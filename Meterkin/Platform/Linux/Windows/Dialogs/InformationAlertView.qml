@@ -12,6 +12,8 @@ FocusScope {
 
     signal closeRequested()
 
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
     implicitWidth: 400 * Appearance.textScale
     implicitHeight: 20 + Math.max(icon.height, texts.height) + 20 + button.height + 20
     Accessible.role: Accessible.AlertMessage
@@ -27,7 +29,8 @@ FocusScope {
     ProgramIcon {
         id: icon
 
-        x: 20
+        anchors.left: parent.left
+        anchors.leftMargin: 20
         y: 20
         width: Theme.points(56)
         height: width
@@ -46,6 +49,7 @@ FocusScope {
         Column {
             id: texts
 
+            anchors.left: parent.left
             width: area.width - 20
             spacing: 6
 

@@ -12,6 +12,7 @@ Plate {
     readonly property real minimumValue: 0
     readonly property real maximumValue: 100
 
+    readonly property bool isMirrored: line.LayoutMirroring.enabled
     readonly property bool isIndeterminate: line.percent < 0
 
     implicitHeight: 6
@@ -25,7 +26,8 @@ Plate {
 
         property real place: 0.5 // of the moving piece, 0 to 1
 
-        x: line.isIndeterminate ? Math.round(bar.place * (line.width - width)) : 0
+        x: line.isIndeterminate ? Math.round(bar.place * (line.width - width))
+            : line.isMirrored ? line.width - width : 0
         width: Math.round(line.isIndeterminate ? 0.28 * line.width
             : Math.max(height, line.width * line.value / 100))
         height: parent.height

@@ -68,6 +68,8 @@ FocusScope {
             dismissButton.clicked()
     }
 
+    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.childrenInherit: true
     implicitWidth: 440 * Appearance.textScale
     // The phases without notes have the same height, so that the window does not jump.
     implicitHeight: area.y + Math.max(Theme.points(64), texts.height) + 20 + buttons.height + 20
@@ -92,7 +94,8 @@ FocusScope {
     ProgramIcon {
         id: icon
 
-        x: 20
+        anchors.left: parent.left
+        anchors.leftMargin: 20
         y: 20
         width: Theme.points(56)
         height: width
@@ -111,6 +114,7 @@ FocusScope {
         Column {
             id: texts
 
+            anchors.left: parent.left
             width: area.width - 20
             spacing: 6
             Accessible.role: Accessible.Grouping
