@@ -2,6 +2,7 @@
 
 #include "Platform/DesktopAppearance.h"
 
+#include <QGuiApplication>
 #include <QObject>
 #include <QPointer>
 #include <QProperty>
@@ -20,6 +21,7 @@ class Appearance : public QObject {
         double textScale READ textScale NOTIFY textScaleChanged BINDABLE bindableTextScale FINAL)
     Q_PROPERTY(bool reducesMotion READ reducesMotion NOTIFY reducesMotionChanged BINDABLE
                    bindableReducesMotion FINAL)
+    Q_PROPERTY(bool mirrored READ isMirrored CONSTANT FINAL)
     Q_PROPERTY(SystemColors systemColors READ systemColors NOTIFY systemColorsChanged BINDABLE
                    bindableSystemColors FINAL)
 
@@ -49,6 +51,9 @@ public:
     bool reducesMotion() const { return m_reducesMotion; }
     void setReducesMotion(bool reduces) { m_reducesMotion = reduces; }
     QBindable<bool> bindableReducesMotion() const { return &m_reducesMotion; }
+
+    /// Whether the user's language is written from right to left.
+    bool isMirrored() const { return QGuiApplication::isRightToLeft(); }
 
     SystemColors systemColors() const { return m_systemColors; }
     QBindable<SystemColors> bindableSystemColors() const { return &m_systemColors; }

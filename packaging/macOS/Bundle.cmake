@@ -15,6 +15,9 @@ foreach(pair SUFeedURL=METERKIN_FEED_URL SUPublicEDKey=METERKIN_UPDATE_PUBLIC_KE
             "\n    <key>${CMAKE_MATCH_1}</key>\n    <string>${value}</string>")
     endif()
 endforeach()
+list(TRANSFORM METERKIN_LANGUAGES REPLACE "(.+)" "\n        <string>\\1</string>"
+    OUTPUT_VARIABLE METERKIN_LOCALIZATIONS)
+string(JOIN "" METERKIN_LOCALIZATIONS ${METERKIN_LOCALIZATIONS})
 configure_file(${CMAKE_CURRENT_LIST_DIR}/Info.plist.in Info.plist @ONLY)
 
 set_target_properties(meterkin PROPERTIES

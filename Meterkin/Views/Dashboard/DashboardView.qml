@@ -24,7 +24,7 @@ FocusScope {
     signal quit()
     signal closeRequested()
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Appearance.mirrored
     LayoutMirroring.childrenInherit: true
     implicitWidth: fixedWidth * Appearance.textScale
     implicitHeight: header.height + upperDivider.height + cards.implicitHeight + 2 * contentPadding

@@ -63,7 +63,7 @@ FocusScope {
         complete()
     }
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Appearance.mirrored
     LayoutMirroring.childrenInherit: true
     implicitWidth: 520 * Appearance.textScale
     implicitHeight: 420 * Appearance.textScale

@@ -24,7 +24,7 @@ FocusScope {
     signal launchAtLoginChosen(wish: bool)
     signal checkForUpdates()
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Appearance.mirrored
     LayoutMirroring.childrenInherit: true
     implicitWidth: 470 * Appearance.textScale
     implicitHeight: 520

@@ -12,7 +12,7 @@ FocusScope {
 
     signal closeRequested()
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Appearance.mirrored
     LayoutMirroring.childrenInherit: true
     implicitWidth: 400 * Appearance.textScale
     implicitHeight: 20 + Math.max(icon.height, texts.height) + 20 + button.height + 20

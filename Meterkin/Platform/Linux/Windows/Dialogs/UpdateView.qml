@@ -68,7 +68,7 @@ FocusScope {
             dismissButton.clicked()
     }
 
-    LayoutMirroring.enabled: Qt.application.layoutDirection === Qt.RightToLeft
+    LayoutMirroring.enabled: Appearance.mirrored
     LayoutMirroring.childrenInherit: true
     implicitWidth: 440 * Appearance.textScale
     // The phases without notes have the same height, so that the window does not jump.
