@@ -2,6 +2,8 @@
 
 #include "Platform/WindowStyle.h"
 
+#include <QObject>
+
 class DisplayServer;
 
 /// Windows on a Linux desktop.
