@@ -18,6 +18,7 @@ public:
         resize(1, 1);
         connect(m_surface.get(), &LayerSurface::measured, this, [this](QSize size) {
             m_size = size;
+            limitInput();
             m_surface->place(
                 {Qt::TopEdge | Qt::LeftEdge | Qt::BottomEdge | Qt::RightEdge, {}, size});
         });
@@ -28,13 +29,10 @@ public:
         m_surface->open(&screen);
     }
 
-    void lower() { m_surface->lower(); }
-
     void spare(const QRect &place)
     {
-        // On Wayland a mask limits only the input; it counts from the next frame on.
-        setMask(QRegion(QRect(QPoint(), m_size)) - place);
-        update();
+        m_spared = place;
+        limitInput();
     }
 
 protected:
@@ -49,9 +47,17 @@ protected:
     void mousePressEvent(QMouseEvent * /*event*/) override { emit m_backdrops.pressed(); }
 
 private:
+    void limitInput()
+    {
+        // On Wayland a mask limits only the input; it counts from the next frame on.
+        setMask(QRegion(QRect(QPoint(), m_size)) - m_spared);
+        update();
+    }
+
     LayerBackdrops &m_backdrops;
     const std::unique_ptr<LayerSurface> m_surface;
     QSize m_size; ///< that it covers
+    QRect m_spared;
 };
 
 LayerBackdrops::LayerBackdrops() = default;
@@ -62,12 +68,6 @@ void LayerBackdrops::open(LayerShell &shell)
 {
     for (QScreen *screen : QGuiApplication::screens())
         m_windows.push_back(std::make_unique<Window>(*this, shell, *screen));
-}
-
-void LayerBackdrops::lower()
-{
-    for (const auto &window : m_windows)
-        window->lower();
 }
 
 void LayerBackdrops::spare(const QScreen &screen, const QRect &place)

@@ -21,8 +21,6 @@ public:
     /// Leaves a part of that screen, in logical pixels of the desktop, to what stands there. The
     /// rest stays above panels, which would show tool tips for a pointer that rests.
     void spare(const QScreen &screen, const QRect &place);
-    /// Puts them below transient surfaces, and below panels, too.
-    void lower();
     void close();
 
 signals:

@@ -29,8 +29,6 @@ public:
     virtual void open(QScreen *screen) = 0;
     /// After measured(). ready() follows the first call: only then may the window be shown.
     virtual void place(const LayerPlace &place) = 0;
-    /// Puts it below all transient ones. In which order others stand is the compositor's choice.
-    virtual void lower() = 0;
     /// Hides the window. It may be opened again.
     virtual void close() = 0;
 
@@ -49,7 +47,7 @@ public:
     enum class Kind {
         Resident, ///< below full-screen windows; never has the keyboard
         Transient, ///< above all else; takes the keyboard
-        Backdrop, ///< covers its whole screen, panels too, unseen: above all else until lowered
+        Backdrop, ///< covers its whole screen, panels too, unseen: above all else
     };
 
     /// Whether the compositor has it; absent until the compositor has answered, see known().

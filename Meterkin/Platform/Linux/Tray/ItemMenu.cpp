@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScreen>
 
 #include <algorithm>
 #include <utility>
@@ -66,9 +67,11 @@ ItemMenu::ItemMenu(DisplayServer &displayServer, QPoint anchor)
     }
     connect(m_layer.get(), &LayerSurface::closed, this, &ItemMenu::dismiss);
     connect(&m_backdrops, &LayerBackdrops::pressed, this, &ItemMenu::dismiss);
+    QScreen *screen = QGuiApplication::screenAt(m_place.center());
     m_backdrops.open(*layerShell());
-    m_backdrops.lower();
-    m_layer->open(QGuiApplication::screenAt(anchor));
+    if (screen != nullptr)
+        m_backdrops.spare(*screen, m_place);
+    m_layer->open(screen);
 }
 
 void ItemMenu::paintEvent(QPaintEvent *)

@@ -104,14 +104,6 @@ void WaylandLayerSurface::place(const LayerPlace &place)
         emit ready();
 }
 
-void WaylandLayerSurface::lower()
-{
-    if (!m_layer)
-        return;
-    zwlr_layer_surface_v1_set_layer(m_layer.get(), ZWLR_LAYER_SHELL_V1_LAYER_TOP);
-    wl_surface_commit(waylandSurface(m_window));
-}
-
 void WaylandLayerSurface::close()
 {
     if (m_state == State::Closed)

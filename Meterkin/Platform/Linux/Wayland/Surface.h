@@ -15,7 +15,6 @@ public:
 
     void open(QScreen *screen) override;
     void place(const LayerPlace &place) override;
-    void lower() override;
     void close() override;
 
 protected:
