@@ -26,6 +26,8 @@ void giveStackBack()
     madvise(reinterpret_cast<void *>(end - StackDepth), StackDepth, MADV_DONTNEED);
 }
 
+#ifdef __GLIBC__
+
 // Of the C library's cache of each thread; other values would only make it less empty.
 constexpr std::size_t SmallestChunk = 24;
 constexpr std::size_t LargestChunk = 1032;
@@ -57,6 +59,12 @@ void emptyThreadCache()
         freeChunks(&chunks);
 }
 
+void giveHeapBack()
+{
+    emptyThreadCache();
+    malloc_trim(0);
+}
+
 } // namespace
 
 void useLittleMemory()
@@ -64,13 +72,22 @@ void useLittleMemory()
     mallopt(M_ARENA_MAX, 1);
 }
 
+#else // other C libraries keep less, and give it back by themselves
+
+void giveHeapBack() { }
+
+} // namespace
+
+void useLittleMemory() { }
+
+#endif
+
 void giveMemoryBackSoon()
 {
     QMetaObject::invokeMethod(
         qApp,
         [] {
-            emptyThreadCache();
-            malloc_trim(0);
+            giveHeapBack();
             giveStackBack();
         },
         Qt::QueuedConnection);

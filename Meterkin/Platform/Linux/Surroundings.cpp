@@ -2,6 +2,9 @@
 
 #include <QByteArray>
 
+#include <optional>
+
+#include <pthread.h>
 #include <sched.h>
 
 namespace {
@@ -15,17 +18,26 @@ bool isBatch = false;
 bool isWithoutGlib = false; // by our own choice
 bool hasOwnSurfaces = false; // the same
 
+// Of the calling thread, which later ones inherit. Not every C library has it for processes.
 bool setPolicy(int policy)
 {
     const sched_param parameters{};
-    return sched_setscheduler(0, policy, &parameters) == 0;
+    return pthread_setschedparam(pthread_self(), policy, &parameters) == 0;
+}
+
+std::optional<int> currentPolicy()
+{
+    int policy = 0;
+    sched_param parameters{};
+    return pthread_getschedparam(pthread_self(), &policy, &parameters) == 0 ? std::optional(policy)
+                                                                            : std::nullopt;
 }
 
 } // namespace
 
 void useOwnSurroundings()
 {
-    const int policy = sched_getscheduler(0);
+    const std::optional<int> policy = currentPolicy();
     // A restarted program has inherited it.
     isBatch = (policy == SCHED_OTHER || policy == SCHED_BATCH) && setPolicy(SCHED_BATCH);
     isWithoutGlib = !qEnvironmentVariableIsSet(WithoutGlib) && qputenv(WithoutGlib, "1");

@@ -14,7 +14,9 @@
 #include <system_error>
 
 #include <fcntl.h>
+#include <linux/fs.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
@@ -125,7 +127,10 @@ bool rename(const HeldFile &file, const Descriptor &folder, const std::string &n
         return false;
     }
     const int from = file.folder().number();
-    if (renameat2(from, file.name().c_str(), folder.number(), name.c_str(), RENAME_NOREPLACE) == 0)
+    // Not every C library has a function for it.
+    if (syscall(SYS_renameat2, from, file.name().c_str(), folder.number(), name.c_str(),
+                RENAME_NOREPLACE)
+        == 0)
         return true;
     // Not every file system knows the flag.
     return (errno == EINVAL || errno == ENOSYS)

@@ -13,14 +13,23 @@
 #include <tuple>
 #include <utility>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace {
 
 constexpr std::chrono::seconds LookInterval{5};
+
+/// Of a folder, as the kernel lists it: not every C library declares that.
+struct FolderEntry {
+    std::uint64_t inode;
+    std::int64_t offset;
+    std::uint16_t size;
+    std::uint8_t kind;
+    char name[1]; ///< and more, up to a zero
+};
 
 /// As much of a file as fits; empty when it cannot be read, with the reason in errno.
 std::string_view readText(const std::string &path, std::span<char> buffer)
@@ -71,16 +80,16 @@ std::uint64_t hashOfMonitors(const std::string &folder)
     const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor < 0)
         return hash;
-    alignas(dirent64) std::array<char, 2048> entries;
-    ssize_t size = 0;
-    while ((size = getdents64(descriptor, entries.data(), entries.size())) > 0) {
-        for (ssize_t at = 0; at < size;) {
-            const auto *entry = reinterpret_cast<const dirent64 *>(entries.data() + at);
-            at += entry->d_reclen;
+    alignas(FolderEntry) std::array<char, 2048> entries;
+    long size = 0;
+    while ((size = syscall(SYS_getdents64, descriptor, entries.data(), entries.size())) > 0) {
+        for (long at = 0; at < size;) {
+            const auto *entry = reinterpret_cast<const FolderEntry *>(entries.data() + at);
+            at += entry->size;
             struct stat status { };
-            if (entry->d_name[0] == '.' || ::fstatat(descriptor, entry->d_name, &status, 0) != 0)
+            if (entry->name[0] == '.' || ::fstatat(descriptor, entry->name, &status, 0) != 0)
                 continue;
-            for (const char *letter = entry->d_name; *letter != '\0'; ++letter)
+            for (const char *letter = entry->name; *letter != '\0'; ++letter)
                 add(static_cast<unsigned char>(*letter));
             add(status.st_ino);
             add(static_cast<std::uint64_t>(status.st_mtim.tv_sec));

@@ -14,6 +14,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <locale.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -37,8 +38,8 @@ QString errorText(int number)
     case EROFS:
         return QStringLiteral(QT_TRANSLATE_NOOP("TextFile", "Read-only file system"));
     default:
-        const char *text = strerrordesc_np(number);
-        return QString::fromLatin1(text != nullptr ? text : "unknown error");
+        static const locale_t english = newlocale(LC_ALL_MASK, "C", nullptr);
+        return QString::fromLatin1(strerror_l(number, english));
     }
 }
 
