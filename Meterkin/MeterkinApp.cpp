@@ -49,7 +49,6 @@ MeterkinApp::MeterkinApp(int argc, char **argv)
         place = m_qtArguments.insert(place, option.data()) + 1;
     m_qtArgumentCount = static_cast<int>(m_qtArguments.size()) - 1;
     m_application = std::make_unique<QGuiApplication>(m_qtArgumentCount, m_qtArguments.data());
-    m_program = QFile::encodeName(QCoreApplication::applicationFilePath());
     QGuiApplication::setApplicationName(QStringLiteral("meterkin"));
     QGuiApplication::setDesktopFileName(QStringLiteral("org.meterkin.Meterkin"));
     QGuiApplication::setQuitOnLastWindowClosed(false);
@@ -72,8 +71,9 @@ int MeterkinApp::run()
     m_delegate = std::make_unique<AppDelegate>(m_host->platform());
     m_delegate->applicationDidFinishLaunching();
     const int status = QGuiApplication::exec();
-    if (m_host->isRestartWanted()) {
-        programToRestart = m_program.constData();
+    m_programToRestart = QFile::encodeName(m_host->programToRestart());
+    if (!m_programToRestart.isEmpty()) {
+        programToRestart = m_programToRestart.constData();
         argumentsOfRestart = m_arguments.data();
     }
     limitTimeToEnd();

@@ -22,7 +22,7 @@ public:
 private:
     void restart(); ///< returns only when it fails
 
-    QByteArray m_program; ///< its file, by the path that it was started from
+    QByteArray m_programToRestart; ///< a path; empty for none
     std::vector<char *> m_arguments; ///< as given, ended by null
     QByteArrayList m_qtOptions;
     std::vector<char *> m_qtArguments; ///< the options, and the arguments as given

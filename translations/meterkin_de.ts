@@ -254,14 +254,6 @@ Läuft das Programm schon, wird seine Übersicht angezeigt.</translation>
         <translation>Die Paketverwaltung hat die Suche abgebrochen.</translation>
     </message>
     <message>
-        <source>Meterkin %1 is installed</source>
-        <translation>Meterkin %1 ist installiert</translation>
-    </message>
-    <message>
-        <source>It takes effect when Meterkin is started anew.</source>
-        <translation>Die neue Version läuft, sobald Meterkin neu gestartet wird.</translation>
-    </message>
-    <message>
         <source>Meterkin could not be updated</source>
         <translation>Meterkin konnte nicht aktualisiert werden</translation>
     </message>
@@ -455,6 +447,17 @@ Läuft das Programm schon, wird seine Übersicht angezeigt.</translation>
     <message>
         <source>Release notes</source>
         <translation>Versionshinweise</translation>
+    </message>
+</context>
+<context>
+    <name>RestartOffer</name>
+    <message>
+        <source>Meterkin was updated</source>
+        <translation>Meterkin wurde aktualisiert</translation>
+    </message>
+    <message>
+        <source>Choose this notification to restart it.</source>
+        <translation>Zum Neustarten diese Benachrichtigung anklicken.</translation>
     </message>
 </context>
 <context>
@@ -734,14 +737,6 @@ Läuft das Programm schon, wird seine Übersicht angezeigt.</translation>
 </context>
 <context>
     <name>WindowPluginLoader</name>
-    <message>
-        <source>Meterkin was updated</source>
-        <translation>Meterkin wurde aktualisiert</translation>
-    </message>
-    <message>
-        <source>Choose this notification to restart it.</source>
-        <translation>Zum Neustarten diese Benachrichtigung anklicken.</translation>
-    </message>
     <message>
         <source>Meterkin cannot show its windows</source>
         <translation>Meterkin kann seine Fenster nicht anzeigen</translation>

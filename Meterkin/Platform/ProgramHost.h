@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArrayList>
+#include <QString>
 
 #include <functional>
 #include <memory>
@@ -30,6 +31,6 @@ public:
     virtual Claim claimInstance(std::function<void()> startedAgain) = 0;
     /// Made when it is first asked for.
     virtual Platform &platform() = 0;
-    /// Whether the program is to be restarted once it has ended.
-    virtual bool isRestartWanted() const { return false; }
+    /// The program that is to be started once this one has ended; empty for none.
+    virtual QString programToRestart() const { return {}; }
 };

@@ -89,10 +89,23 @@ LinuxHost::~LinuxHost()
 ProgramHost::Claim LinuxHost::claimInstance(std::function<void()> startedAgain)
 {
     QObject::connect(&m_instance, &SingleInstance::startedAgain, std::move(startedAgain));
+    QObject::connect(&m_instance, &SingleInstance::otherBuildStarted, qGuiApp,
+                     [this](const QString &program) {
+                         if (m_platform)
+                             m_platform->offerRestart(program);
+                     });
     const Claim claim = m_instance.claim();
+    if (const QByteArray &build = m_instance.otherBuild(); !build.isEmpty())
+        std::fprintf(stderr, "meterkin: version %s is running, and offers to restart as this one\n",
+                     build.constData());
     if (claim == Claim::Unanswered)
         std::fputs("meterkin: it is running already, and does not answer\n", stderr);
     return claim;
+}
+
+QString LinuxHost::programToRestart() const
+{
+    return m_platform ? m_platform->programToRestart() : QString();
 }
 
 Platform &LinuxHost::platform()

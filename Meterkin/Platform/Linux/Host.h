@@ -13,7 +13,7 @@ public:
 
     Claim claimInstance(std::function<void()> startedAgain) override;
     Platform &platform() override;
-    bool isRestartWanted() const override { return m_platform && m_platform->isRestartWanted(); }
+    QString programToRestart() const override;
 
 private:
     TerminationSignals m_signals;

@@ -29,7 +29,8 @@ LinuxPlatform::LinuxPlatform()
         return m_displayServer->keyboardLayout().virtualKeyCode(code);
     })
     , m_appearance(m_bus, textScaleSource())
-    , m_windowPlugin(m_notifications, [this] { restart(); })
+    , m_restartOffer(m_notifications)
+    , m_windowPlugin(m_notifications, m_restartOffer)
     , m_updates(
           {m_systemBus, m_defaults, m_notifications,
            [this](UpdateSession &session) {
@@ -39,7 +40,7 @@ LinuxPlatform::LinuxPlatform()
                    : plugin->makeUpdateWindow(session, *m_displayServer, m_appearance);
            },
            informationDictionary().value(QStringLiteral("CFBundleShortVersionString")).toString(),
-           QCoreApplication::applicationFilePath(), [this] { restart(); }})
+           QCoreApplication::applicationFilePath(), m_restartOffer, m_replacement})
 {
     const auto passSettings = [this] {
         const ThemeSettings settings = m_displayServer->themeSettings();
@@ -78,12 +79,6 @@ std::unique_ptr<Windows> LinuxPlatform::makeWindows(SettingsViewModel &settings,
     return plugin == nullptr
         ? nullptr
         : plugin->makeWindows(*this, *m_displayServer, settings, updater, dashboard);
-}
-
-void LinuxPlatform::restart()
-{
-    m_isRestartWanted = true;
-    QCoreApplication::quit();
 }
 
 HotkeyRegistrar &LinuxPlatform::hotkeyRegistrar()

@@ -12,6 +12,8 @@
 #include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Linux/Storage/DefaultsStore.h"
 #include "Platform/Linux/Storage/LoginItem.h"
+#include "Platform/Linux/Updates/ReplacementWatch.h"
+#include "Platform/Linux/Updates/RestartOffer.h"
 #include "Platform/Linux/Updates/UpdateFramework.h"
 #include "Platform/Platform.h"
 
@@ -43,12 +45,12 @@ public:
                                          DashboardViewModel &dashboard) override;
     UpdateFramework &updateFramework() override { return m_updates; }
 
-    /// Whether the program is to be restarted when it has ended.
-    bool isRestartWanted() const { return m_isRestartWanted; }
+    /// Offers to restart the program as that one.
+    void offerRestart(const QString &program) { m_restartOffer.post(program); }
+    /// The program that is to be started when this one has ended; empty for none.
+    const QString &programToRestart() const { return m_restartOffer.accepted(); }
 
 private:
-    void restart();
-
     LinuxDefaultsStore m_defaults;
     const std::unique_ptr<DisplayServer> m_displayServer = DisplayServer::make();
     BusConnection m_bus;
@@ -60,7 +62,8 @@ private:
     LinuxDesktopAppearance m_appearance;
     LinuxLoginItem m_loginItem{programToStart()};
     std::unique_ptr<HotkeyRegistrar> m_hotkeyRegistrar; ///< once it was asked for
-    bool m_isRestartWanted = false;
+    RestartOffer m_restartOffer;
+    ReplacementWatch m_replacement;
     WindowPluginLoader m_windowPlugin;
     LinuxUpdateFramework m_updates;
 };

@@ -1,9 +1,11 @@
 #include "Platform/Linux/SingleInstance.h"
 
+#include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Linux/X11Display.h"
 #include "Platform/Log.h"
+#include "PluginIdentifier.h"
 
-#include <QByteArray>
+#include <QByteArrayList>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
@@ -12,8 +14,11 @@
 #include <QSysInfo>
 #include <QTimer>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <chrono>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -34,6 +39,9 @@ constexpr auto AnswerTimeout = 5s;
 constexpr auto RetryInterval = 50ms;
 constexpr auto AcceptRetryInterval = 1s;
 constexpr const char *SocketName = "socket";
+constexpr std::size_t LongestMessage = 8192;
+constexpr char Separator = '\0'; // between the build and the program's path
+const QByteArray Build = QByteArrayLiteral(METERKIN_BUILD);
 
 QByteArray displayName()
 {
@@ -102,18 +110,18 @@ bool isPeerThisUser(const Descriptor &socket)
         && peer.uid == geteuid();
 }
 
-/// Whether the first instance was told of this start and answered in time.
-bool tellFirst(const Descriptor &folder, const QDeadlineTimer &deadline)
+/// What can be read at once, empty for nothing: messages are too short to come in parts.
+QByteArray receive(const Descriptor &socket)
 {
-    const Descriptor socket = makeSocket();
-    const sockaddr_un address = addressIn(folder);
-    if (connect(socket.number(), reinterpret_cast<const sockaddr *>(&address), sizeof address) != 0
-        || !isPeerThisUser(socket))
-        return false;
-    pollfd answer{socket.number(), POLLIN, 0};
-    char byte = 0;
-    return poll(&answer, 1, static_cast<int>(deadline.remainingTime())) == 1
-        && recv(socket.number(), &byte, sizeof byte, 0) == sizeof byte;
+    std::array<char, LongestMessage> message;
+    const ssize_t size = recv(socket.number(), message.data(), message.size(), MSG_DONTWAIT);
+    return {message.data(), std::max<ssize_t>(size, 0)};
+}
+
+void send(const Descriptor &socket, const QByteArray &message)
+{
+    ::send(socket.number(), message.constData(), static_cast<std::size_t>(message.size()),
+           MSG_NOSIGNAL);
 }
 
 } // namespace
@@ -142,7 +150,7 @@ ProgramHost::Claim SingleInstance::claim()
             return ProgramHost::Claim::First;
         }
         // The other instance may be just starting or ending.
-        if (tellFirst(m_folder, deadline))
+        if (tellFirst(deadline))
             return ProgramHost::Claim::Told;
         if (deadline.hasExpired())
             return ProgramHost::Claim::Unanswered;
@@ -152,6 +160,25 @@ ProgramHost::Claim SingleInstance::claim()
         qCWarning(logStorage, "cannot listen: %s; further starts get no answer",
                   std::strerror(errno));
     return ProgramHost::Claim::First;
+}
+
+/// Whether the first instance was told of this start and answered in time.
+bool SingleInstance::tellFirst(const QDeadlineTimer &deadline)
+{
+    const Descriptor socket = makeSocket();
+    const sockaddr_un address = addressIn(m_folder);
+    if (::connect(socket.number(), reinterpret_cast<const sockaddr *>(&address), sizeof address)
+            != 0
+        || !isPeerThisUser(socket))
+        return false;
+    send(socket, Build + Separator + QFile::encodeName(programToStart()));
+    pollfd answer{socket.number(), POLLIN, 0};
+    if (poll(&answer, 1, static_cast<int>(deadline.remainingTime())) != 1)
+        return false;
+    const QByteArray build = receive(socket);
+    if (build != Build)
+        m_otherBuild = build;
+    return !build.isEmpty();
 }
 
 bool SingleInstance::listen()
@@ -164,24 +191,37 @@ bool SingleInstance::listen()
         || ::listen(m_socket.number(), SOMAXCONN) != 0)
         return false;
     m_notifier = std::make_unique<QSocketNotifier>(m_socket.number(), QSocketNotifier::Read);
-    connect(m_notifier.get(), &QSocketNotifier::activated, this, &SingleInstance::answer);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &SingleInstance::takeStart);
     return true;
 }
 
-void SingleInstance::answer()
+void SingleInstance::takeStart()
 {
-    const Descriptor peer(
+    auto peer = std::make_shared<Descriptor>(
         accept4(m_socket.number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
-    if (!peer.isOpen()) {
+    if (!peer->isOpen()) {
         // Out of descriptors, for instance: the other start waits, and must not keep us busy.
         m_notifier->setEnabled(false);
         QTimer::singleShot(AcceptRetryInterval, m_notifier.get(),
                            [this] { m_notifier->setEnabled(true); });
         return;
     }
-    if (!isPeerThisUser(peer))
+    if (!isPeerThisUser(*peer))
         return;
+    auto *message = new QSocketNotifier(peer->number(), QSocketNotifier::Read, m_notifier.get());
+    connect(message, &QSocketNotifier::activated, this, [this, peer, message] {
+        message->setEnabled(false);
+        message->deleteLater();
+        answer(*peer);
+    });
+    QTimer::singleShot(AnswerTimeout, message, &QObject::deleteLater); // it never said anything
+}
+
+void SingleInstance::answer(const Descriptor &peer)
+{
+    const QByteArrayList message = receive(peer).split(Separator);
     emit startedAgain();
-    const char byte = 1;
-    send(peer.number(), &byte, sizeof byte, MSG_NOSIGNAL);
+    if (message.size() == 2 && message[0] != Build)
+        emit otherBuildStarted(QFile::decodeName(message[1]));
+    send(peer, Build);
 }

@@ -1,8 +1,7 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
 
+#include "Platform/Linux/ProgramLocation.h"
 #include "Platform/Log.h"
-
-#include <QFileInfo>
 
 #include <utility>
 
@@ -18,12 +17,6 @@ QString shownVersion(const PackageIdentifier &package)
     return package.version.left(LongestVersion);
 }
 
-/// Whether another version was installed over the running one, by any program.
-bool isReplaced()
-{
-    return QFileInfo(QStringLiteral("/proc/self/exe")).symLinkTarget().endsWith(u" (deleted)");
-}
-
 } // namespace
 
 LinuxUpdateFramework::LinuxUpdateFramework(Dependencies dependencies, Times times, QObject *parent)
@@ -37,6 +30,8 @@ LinuxUpdateFramework::LinuxUpdateFramework(Dependencies dependencies, Times time
     connect(&m_schedule, &UpdateSchedule::due, this, &LinuxUpdateFramework::checkInBackground);
     connect(&m_dependencies.notifications, &NotificationCentre::clicked, this,
             &LinuxUpdateFramework::handleClick);
+    connect(&m_dependencies.replacement, &ReplacementWatch::replaced, this,
+            &LinuxUpdateFramework::handleReplaced);
     updateAvailability();
 }
 
@@ -140,7 +135,7 @@ bool LinuxUpdateFramework::openWindow()
                 &LinuxUpdateFramework::beginCheck);
         connect(m_session.get(), &UpdateSession::restartRequested, this, [this] {
             if (m_session->phase() == Phase::Installed)
-                m_dependencies.restart();
+                m_dependencies.restartOffer.accept(programToStart());
         });
     }
     if (!m_window) {
@@ -240,7 +235,7 @@ void LinuxUpdateFramework::handleChecked()
         if (m_updater.offer())
             showOffer();
         else
-            enter(isReplaced() ? Phase::Installed : Phase::UpToDate);
+            enter(m_dependencies.replacement.isReplaced() ? Phase::Installed : Phase::UpToDate);
     }
 }
 
@@ -262,8 +257,16 @@ void LinuxUpdateFramework::handleInstalled()
         return;
     enter(Phase::Installed);
     if (!m_window)
-        notify(tr("Meterkin %1 is installed").arg(m_session->offeredVersion()),
-               tr("It takes effect when Meterkin is started anew."));
+        m_dependencies.restartOffer.post(programToStart());
+}
+
+void LinuxUpdateFramework::handleReplaced()
+{
+    // While an update is being installed, and in its window afterwards, the user learns of it here.
+    const bool isTold = m_session
+        && (m_session->phase() == Phase::Installing || m_session->phase() == Phase::Installed);
+    if (!isTold)
+        m_dependencies.restartOffer.post(programToStart());
 }
 
 void LinuxUpdateFramework::handleFailed(const QString &problem)

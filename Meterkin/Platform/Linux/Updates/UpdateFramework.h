@@ -3,6 +3,8 @@
 #include "Platform/DefaultsStore.h"
 #include "Platform/Linux/Bus/Service.h"
 #include "Platform/Linux/Updates/PackageUpdater.h"
+#include "Platform/Linux/Updates/ReplacementWatch.h"
+#include "Platform/Linux/Updates/RestartOffer.h"
 #include "Platform/Linux/Updates/Schedule.h"
 #include "Platform/Linux/Updates/Session.h"
 #include "Platform/Linux/Updates/Window.h"
@@ -13,7 +15,7 @@
 #include <memory>
 
 /// Updates through PackageKit, with a window and notifications. Only a click of the user installs
-/// anything.
+/// anything. Offers a restart after an update, whoever made it.
 class LinuxUpdateFramework : public UpdateFramework {
     Q_OBJECT
 
@@ -27,7 +29,8 @@ public:
         std::function<std::unique_ptr<UpdateWindow>(UpdateSession &session)> makeWindow;
         QString version; ///< of the running program
         QString program; ///< its file
-        std::function<void()> restart; ///< restarts the program
+        RestartOffer &restartOffer;
+        ReplacementWatch &replacement;
     };
     struct Times {
         std::chrono::milliseconds timeout = PackageKitTransaction::Timeout;
@@ -72,6 +75,7 @@ private:
     void handleChecked();
     void handleDownloaded();
     void handleInstalled();
+    void handleReplaced();
     void handleFailed(const QString &problem);
     void announce();
     void notify(const QString &title, const QString &body);

@@ -108,7 +108,8 @@ struct Bench {
     std::optional<BusConnection> bus;
     ScriptedPlatform system;
     DisplayServer displayServer;
-    int restarts = 0;
+    RestartOffer restartOffer{system.centre};
+    ReplacementWatch replacement;
     std::optional<ScriptedPackageKit> service;
     std::unique_ptr<LinuxUpdateFramework> framework;
 
@@ -128,7 +129,7 @@ struct Bench {
                 [this](UpdateSession &shown) {
                     return std::make_unique<UpdateDialog>(shown, displayServer, system.appearance);
                 },
-                u"1.0"_s, u"/opt/meterkin"_s, [this] { ++restarts; }},
+                u"1.0"_s, u"/opt/meterkin"_s, restartOffer, replacement},
             LinuxUpdateFramework::Times{3s, firstCheck});
         framework->start();
         framework->setAutomaticallyDownloadsUpdates(downloads);
@@ -207,6 +208,7 @@ private slots:
         UpdateSession &session = bench.session();
         QTRY_VERIFY(!session.notes().isEmpty() && session.notes().size() < 5000);
         emit session.restartRequested();
+        QCOMPARE(bench.restartOffer.accepted(), QString());
         emit session.installRequested();
         emit session.installRequested();
         QVERIFY(bench.waitFor(Phase::Installed));
@@ -216,7 +218,7 @@ private slots:
             QCOMPARE(bench.service->hints[call].contains(u"interactive=true"_s),
                      call == installation);
         emit session.restartRequested();
-        QCOMPARE(bench.restarts, 1);
+        QCOMPARE(bench.restartOffer.accepted(), QCoreApplication::applicationFilePath());
     }
 
     void stopsAtAFailure()
@@ -293,11 +295,12 @@ private slots:
         QVERIFY(bench.waitFor(installation));
         for (QWindow *window : QGuiApplication::topLevelWindows())
             window->close();
+        emit bench.replacement.replaced(); // by the installation
         bench.service->emitFromLast(u"Finished"_s, {1U, 5U});
         QTRY_COMPARE(bench.system.centre.posts.size(), 1U);
         QCOMPARE(bench.service->calls.last(), installation);
         emit bench.system.centre.clicked(bench.system.centre.posts[0].identifier);
-        QCOMPARE(bench.session().phase(), Phase::Installed);
+        QCOMPARE(bench.restartOffer.accepted(), QCoreApplication::applicationFilePath());
     }
 };
 
