@@ -14,6 +14,7 @@ import signal
 import subprocess
 import sys
 import threading
+import time
 import unittest
 import urllib.request
 from pathlib import Path
@@ -171,6 +172,10 @@ class Machine:
         self.lock = open("/var/lib/dpkg/lock-frontend", "w", encoding="utf-8")
         fcntl.lockf(self.lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
 
+    def upgrade(self):
+        do("apt-get", "update")
+        do("apt-get", "install", "--yes", "meterkin")
+
     def in_the_way(self):
         do("dpkg", "--install", build_special("1", "meterkin-theme"))
         publish(build_special(NEW, fields="Conflicts: meterkin-theme\n"))
@@ -268,6 +273,7 @@ class TestUpdate(WindowCase):
 
     def start_checking(self):
         self.open_session()
+        self.desktop.spawn(["dunst"], "dunst")
         self.start_readable()
         self.wait_for_item_in("xfce4", seconds=10)
         self.click_title()
@@ -285,7 +291,21 @@ class TestUpdate(WindowCase):
         self.wait_to_show("is installed")
         self.assertEqual(self.installed(), NEW)
         self.picture("installed")
+        time.sleep(5)       # by then another way to the restart would have been offered, too
+        self.assertIsNone(self.notification())
         self.act("push button: Restart Now")
+        self.desktop.wait(lambda: os.readlink(f"/proc/{self.program.pid}/exe") == str(PROGRAM),
+                          what="the new program")
+        self.wait_for_item_in("xfce4", seconds=10)
+        self.stop()
+
+    def test_upgrade_by_another_program(self):
+        self.open_session()
+        self.desktop.spawn(["dunst"], "dunst")
+        self.start()
+        self.wait_for_item_in("xfce4", seconds=10)
+        ask_machine("upgrade")
+        self.choose_notification("offered after an upgrade")
         self.desktop.wait(lambda: os.readlink(f"/proc/{self.program.pid}/exe") == str(PROGRAM),
                           what="the new program")
         self.wait_for_item_in("xfce4", seconds=10)
@@ -330,15 +350,19 @@ class TestUpdate(WindowCase):
                  if window.viewable and window.name == "Dunst"]
         return found[0] if found else None
 
+    def choose_notification(self, picture):
+        rect = self.wait_for(self.notification).rect
+        self.picture(picture)
+        self.tool("mousemove", rect.x + rect.width // 2, rect.y + rect.height // 2, "click", 2)
+
     @unittest.skipUnless(FULL, "takes five minutes")
     def test_in_the_background(self):
         self.open_session()
         self.desktop.spawn(["dunst"], "dunst")
         self.start()
         self.wait_for_item_in("xfce4", seconds=10)
-        rect = self.wait_for(self.notification, 5 * 60 + 60).rect
-        self.picture("notification")
-        self.tool("mousemove", rect.x + rect.width // 2, rect.y + rect.height // 2, "click", 2)
+        self.desktop.wait(self.notification, 5 * 60 + 60)
+        self.choose_notification("notification")
         self.wait_to_show(f"Meterkin {NEW} is downloaded and ready")
         self.picture("offered after a notification")
         self.assertEqual(self.installed(), OLD)
