@@ -166,6 +166,22 @@ class TestDashboard(WindowCase):
         self.wait_for(self.settings_window)
         self.stop()
 
+    def test_focus_that_a_window_manager_gives_late(self):
+        self.open_desktop("xfce4")
+        self.desktop.spawn(["xev", "-event", "focus"], "typing")
+        typing = self.desktop.wait(lambda: next((w for w in self.desktop.x.windows()
+                                                 if w.viewable and w.name == "Event Tester"), None))
+        self.start()
+        self.wait_for_item_in("xfce4", PATIENCE)
+        late = self.desktop.spawn(["xdotool", "search", "--sync", "--onlyvisible", "--name",
+                                   "^meterkin$", "windowfocus", str(typing.id)], "late")
+        self.open_popover()
+        self.assertEqual(late.wait(PATIENCE), 0)
+        self.stays_away(lambda: not self.popover())
+        self.key("Escape")
+        self.wait_for_end_of(self.popover)
+        self.stop()
+
 
 class TestOnboarding(WindowCase):
     settings = {"updateInterval": 0.5}

@@ -1,6 +1,13 @@
 #include "Platform/Linux/X11/Focus.h"
 
+#include <chrono>
 #include <utility>
+
+namespace {
+
+constexpr std::chrono::milliseconds LateFocus{500};
+
+} // namespace
 
 X11Focus::X11Focus(X11Connection &connection, X11Presses &presses, QObject *parent)
     : QObject(parent)
@@ -21,6 +28,7 @@ void X11Focus::take(xcb_window_t window)
         m_previous = previous;
     m_window = window;
     m_isWatching = true;
+    m_sinceTaken.start();
     m_pointer = m_presses.pointer(m_connection.screen().root).onRoot;
     setFocus(window);
 }
@@ -47,7 +55,7 @@ void X11Focus::handleEvent(const xcb_generic_event_t *event)
     // A late event: the focus has been given back and taken again since.
     if (next == m_window)
         return;
-    if (change.mode == XCB_NOTIFY_MODE_NORMAL && isUnderPointer(next)) {
+    if (change.mode == XCB_NOTIFY_MODE_NORMAL && isNoChoice(next)) {
         m_previous = next;
         setFocus(m_window);
         return;
@@ -56,13 +64,22 @@ void X11Focus::handleEvent(const xcb_generic_event_t *event)
     emit lost();
 }
 
-/// Whether the window got the focus because the pointer moved over it. Where the focus follows the
-/// mouse, that happens on the way from the panel to the popover.
+/// Whether the window got the focus though the user did not turn to it.
+bool X11Focus::isNoChoice(xcb_window_t focus)
+{
+    if (!m_presses.isAvailable()) // by which we would know
+        return false;
+    // A window manager may be late with what came before: KWin gives the focus to the window that
+    // had it once the notification whose click has shown us is gone.
+    return !m_sinceTaken.hasExpired(LateFocus.count()) || isUnderPointer(focus);
+}
+
+/// Whether that is because the pointer moved over it. Where the focus follows the mouse, that
+/// happens on the way from the panel to the popover.
 bool X11Focus::isUnderPointer(xcb_window_t focus)
 {
     const X11Presses::Pointer pointer = m_presses.pointer(m_connection.screen().root);
-    if (!m_presses.isAvailable() || pointer.isButtonDown
-        || pointer.onRoot == std::exchange(m_pointer, pointer.onRoot))
+    if (pointer.isButtonDown || pointer.onRoot == std::exchange(m_pointer, pointer.onRoot))
         return false;
     xcb_window_t window = focus;
     while (window > XCB_INPUT_FOCUS_POINTER_ROOT && window != pointer.topLevel) {

@@ -2,6 +2,8 @@
 
 #include "Platform/Linux/X11/Presses.h"
 
+#include <QElapsedTimer>
+
 /// The keyboard focus of a window that bypasses the window manager: taken, watched and given back
 /// to the window that had it before. Main thread only.
 class X11Focus : public QObject {
@@ -24,6 +26,7 @@ signals:
 
 private:
     void handleEvent(const xcb_generic_event_t *event);
+    bool isNoChoice(xcb_window_t focus);
     bool isUnderPointer(xcb_window_t focus);
     void setFocus(xcb_window_t window);
     xcb_window_t focused();
@@ -33,5 +36,6 @@ private:
     xcb_window_t m_window = XCB_WINDOW_NONE; ///< from take() to giveBack()
     xcb_window_t m_previous = XCB_WINDOW_NONE;
     bool m_isWatching = false;
+    QElapsedTimer m_sinceTaken; ///< by take()
     QPoint m_pointer; ///< on the root, device pixels, when the focus was last taken
 };
