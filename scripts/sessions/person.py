@@ -161,7 +161,7 @@ class Person:
         fits = rect and abs(rect.width - DASHBOARD_WIDTH) <= 4 and rect.height > 200
         return rect if fits else None
 
-    def wait_for_dashboard(self, seconds=5.0):
+    def wait_for_dashboard(self, seconds=10.0):      # a machine may be busy
         last = []
 
         def rested():

@@ -359,7 +359,7 @@ class Tour(Person):
         self.click_editor()
         self.key(KEYS)
         try:
-            self.wait_for_dashboard(3)
+            self.wait_for_dashboard(3 if reason else 10)
         except TimeoutError:
             if reason:
                 raise NotThere(reason) from None
