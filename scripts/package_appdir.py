@@ -13,7 +13,6 @@ import tarfile
 from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[1]
-IDENTIFIER = "org.meterkin.Meterkin"
 
 # What the desktop's own must be used of.
 LEFT_OUT = re.compile(r"""
@@ -123,22 +122,16 @@ class AppDir:
                                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
             package = found.partition(":")[0]
             target = self.usr / "share/doc" / package / "copyright"
-            if not target.exists():
-                self.copy_licence(Path("/usr/share/doc") / package / "copyright", target)
-
-    @staticmethod
-    def copy_licence(source, target):
-        target.parent.mkdir(parents=True)
-        shutil.copyfile(source, target)
+            target.parent.mkdir(parents=True, exist_ok=True)
+            shutil.copyfile(Path("/usr/share/doc") / package / "copyright", target)
 
     def add_entry_points(self):
+        entry, = self.usr.glob("share/applications/*.desktop")
         icons = self.usr / "share/icons/hicolor"
-        icon = next(path for path in (icons / f"256x256/apps/{IDENTIFIER}.png",
-                                      icons / f"scalable/apps/{IDENTIFIER}.svg") if path.exists())
-        for name, target in (("AppRun", self.usr / "bin/meterkin"),
-                             (f"{IDENTIFIER}.desktop",
-                              self.usr / f"share/applications/{IDENTIFIER}.desktop"),
-                             (f"{IDENTIFIER}{icon.suffix}", icon), (".DirIcon", icon)):
+        icon, *_ = (*icons.glob(f"256x256/apps/{entry.stem}.png"),
+                    *icons.glob(f"scalable/apps/{entry.stem}.svg"))
+        for name, target in (("AppRun", self.usr / "bin/meterkin"), (entry.name, entry),
+                             (icon.name, icon), (".DirIcon", icon)):
             (self.folder / name).symlink_to(target.relative_to(self.folder))
 
     def pack(self, archive):

@@ -1,7 +1,8 @@
-"""The AppDir in a root folder without Qt, on the machine's own X server, compositor and panels: for
-try-appdir, which see."""
+"""The AppDir in a root folder without Qt, on the machine's own X server, compositor and panels, and in
+an Applications folder: for try-appdir, which see."""
 import os
 import re
+import shutil
 import subprocess
 import sys
 import unittest
@@ -9,6 +10,7 @@ from pathlib import Path
 
 PROJECT = Path(__file__).resolve().parents[1]
 sys.path.insert(0, str(PROJECT / "Tests" / "Smoke"))
+import test_disk_image  # noqa: E402
 from window_case import WindowCase  # noqa: E402
 
 ROOT = Path(os.environ["METERKIN_ROOT"])
@@ -22,6 +24,10 @@ mount -t tmpfs tmpfs "$ROOT/tmp"
 mkdir -p "$ROOT$DESKTOP"
 mount --bind "$DESKTOP" "$ROOT$DESKTOP"
 exec chroot "$ROOT" "$@"
+"""
+# What starts an AppImage does so, for the content that it has mounted.
+APPIMAGE = f"""#!/bin/sh
+APPIMAGE=$(realpath "$0") APPDIR={APPDIR} exec {APPDIR}/AppRun "$@"
 """
 
 
@@ -76,6 +82,28 @@ class TestAppDir(WindowCase):
         self.wait_for(self.settings_window)
         self.picture("wayland-settings")
         self.check_libraries()
+        self.stop()
+
+
+class TestInstalledFolder(test_disk_image.DiskImage):
+    def put_bundle(self, folder):
+        shutil.copytree(APPDIR, folder / APPDIR.name, symlinks=True)
+        return folder / APPDIR.name / "usr/bin/meterkin"
+
+
+class TestInstalledFile(test_disk_image.DiskImage):
+    def put_bundle(self, folder):
+        folder.mkdir()
+        file = folder / "Meterkin.AppImage"
+        file.write_text(APPIMAGE)
+        file.chmod(0o755)
+        return file
+
+    def test_login(self):
+        self.start()
+        entry = self.home / ".config/autostart/org.meterkin.Meterkin.desktop"
+        self.desktop.wait(entry.exists, what="the autostart entry")
+        self.assertIn(f'Exec="{self.program_path}"\n', entry.read_text())
         self.stop()
 
 
