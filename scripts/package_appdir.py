@@ -71,6 +71,7 @@ class AppDir:
             self.copy(qt_folder("PLUGINS") / plugin, self.libraries / "qt6/plugins" / plugin)
         self.add_qml_modules()
         self.add_libraries()
+        self.empty_icu_data()
         self.add_licences()
         (self.usr / "bin/qt.conf").write_text(QT_CONF)
         self.add_entry_points()
@@ -112,6 +113,12 @@ class AppDir:
         for binary in self.binaries():
             way = os.path.relpath(self.libraries, binary.parent)
             output("patchelf", "--set-rpath", "$ORIGIN" if way == "." else f"$ORIGIN/{way}", binary)
+
+    def empty_icu_data(self):
+        for data in self.libraries.glob("libicudata.so.*"):
+            output("c++", "-std=c++20", "-O2", "-shared", "-fPIC", "-nostdlib",
+                   f"-DICU_DATA=icudt{data.suffix[1:]}_dat", f"-Wl,-soname,{data.name}",
+                   "-o", data, PROJECT / "packaging/IcuData.cpp")
 
     def add_licences(self):
         """As the packages that the copies come from state them."""
