@@ -95,7 +95,7 @@ class AppDir:
                 self.copy(file, self.libraries / "qt6/qml" / file.relative_to(imports))
 
     def binaries(self):
-        return [self.usr / "bin/meterkin", *sorted(self.libraries.rglob("*.so*"))]
+        return [self.usr / "bin/meterkin", *sorted(self.usr.rglob("*.so*"))]
 
     def add_libraries(self):
         """What the binaries are linked to, and what those are in turn."""
