@@ -15,7 +15,7 @@ PATIENCE = 60.0     # seconds; what has not come by then never will
 SERVICES = Path("/usr/share/dbus-1/services")
 
 # What the surrounding session says about itself must not reach the private one.
-FOREIGN = ("DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS",
+FOREIGN = ("LANGUAGE", "DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY", "DBUS_SESSION_BUS_ADDRESS",
            "SESSION_MANAGER", "DESKTOP_SESSION", "I3SOCK", "SWAYSOCK", "GDK_BACKEND")
 FOREIGN_PREFIXES = ("XDG_", "QT_", "GTK_", "LC_", "KDE_", "GNOME_")
 

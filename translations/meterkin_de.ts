@@ -653,7 +653,7 @@ Läuft das Programm schon, wird seine Übersicht angezeigt.</translation>
     </message>
     <message>
         <source>A new version of Meterkin is available!</source>
-        <translation>Eine neue Version von Meterkin ist verfügbar!</translation>
+        <translation>Neue Version von Meterkin verfügbar!</translation>
     </message>
     <message>
         <source>Downloading update…</source>
@@ -673,7 +673,7 @@ Läuft das Programm schon, wird seine Übersicht angezeigt.</translation>
     </message>
     <message>
         <source>The update could not be installed.</source>
-        <translation>Das Update konnte nicht installiert werden.</translation>
+        <translation>Das Update wurde nicht installiert.</translation>
     </message>
     <message>
         <source>You have %1.</source>
