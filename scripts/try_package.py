@@ -41,7 +41,7 @@ class BareDesktop(WindowCase):
     def open_desktop(self, *panel):
         super().open_desktop(*panel)
         folder = str(self.desktop.folder)
-        do_inside("mkdir", folder)
+        do_inside("mkdir", "-p", folder)
         do("mount", "--bind", folder, f"{ROOT}{folder}")
         self.program_path = self.program_path.removeprefix(str(ROOT))
 
