@@ -7,6 +7,7 @@ cmake_path(GET moc PARENT_PATH tools)
 find_program(METERKIN_LRELEASE NAMES lrelease-qt6 lrelease HINTS ${tools} ${tools}/../bin REQUIRED)
 
 file(GLOB catalogues CONFIGURE_DEPENDS ${CMAKE_CURRENT_LIST_DIR}/*.ts)
+file(MAKE_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/translations) # make does not, as ninja does
 set(compiled)
 set(languages en)
 foreach(catalogue IN LISTS catalogues)
