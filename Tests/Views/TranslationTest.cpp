@@ -90,63 +90,49 @@ private slots:
 private:
     using Look = std::function<void(const QQuickItem &page, const QString &name)>;
 
-    void forEachPage(const Look &look)
+    static void forEachPage(const Look &look)
     {
         const Vitals vitals{.fanSpeed = 1850.0, .memory = 50.0, .fans = 2, .fanRange = 6000.0};
         ScriptedDashboard machine(vitals);
         machine.report(vitals);
         ScriptedStore store;
-        store.stored = {{u"hotkeyKeyCode"_s, 46}};
         SettingsViewModel settings(store);
-        show(u"Dashboard"_s,
-             {{u"viewModel"_s, QVariant::fromValue(&machine.dashboard())},
-              {u"settings"_s, QVariant::fromValue(&settings)}},
-             look, {{}});
-
         ScriptedUpdateFramework framework;
         UpdaterController updates(framework, store, {}, {});
         ScriptedKeyDownMonitor monitor;
         ScriptedHotkeyRegistrar registrar;
         HotkeyRecorder recorder(settings, {monitor, registrar});
-        show(u"Settings"_s,
-             {{u"settings"_s, QVariant::fromValue(&settings)},
-              {u"fanCount"_s, 0},
-              {u"updaterController"_s, QVariant::fromValue(&updates)},
-              {u"recorder"_s, QVariant::fromValue(&recorder)},
-              {u"version"_s, u"1"_s},
-              {u"projectLink"_s, QUrl(u"https://example.org"_s)}},
-             look,
-             {{{"selectedTab", 0}},
-              {{"selectedTab", 1}},
-              {{"selectedTab", 2}},
-              {{"selectedTab", 3}}});
-
-        show(u"Onboarding"_s, {{u"computerWord"_s, u"Computer"_s}}, look,
-             {{{"appeared", true},
-               {"titleVisible", true},
-               {"bullet1Visible", true},
-               {"bullet2Visible", true},
-               {"bullet3Visible", true},
-               {"buttonVisible", true}},
-              {{"currentScreen", 1},
-               {"headlineVisible", true},
-               {"subtextVisible", true},
-               {"previewVisible", true},
-               {"button2Visible", true}}});
+        settings.setHotkeyKeyCode(46);
+        const auto known = QVariant::fromValue(&settings);
+        showPages(
+            u"Dashboard"_s, 1,
+            {{u"viewModel"_s, QVariant::fromValue(&machine.dashboard())}, {u"settings"_s, known}},
+            look);
+        showPages(u"Settings"_s, 4,
+                  {{u"settings"_s, known},
+                   {u"fanCount"_s, 0},
+                   {u"updaterController"_s, QVariant::fromValue(&updates)},
+                   {u"recorder"_s, QVariant::fromValue(&recorder)},
+                   {u"version"_s, u"1"_s},
+                   {u"projectLink"_s, QUrl(u"https://example.org"_s)}},
+                  look);
+        showPages(u"Onboarding"_s, 2, {{u"computerWord"_s, u"Computer"_s}}, look);
     }
 
-    /// Each page is what the view shows after these changes.
-    static void show(const QString &name, const QVariantMap &properties, const Look &look,
-                     const QList<QMap<QByteArray, QVariant>> &pages)
+    static void showPages(const QString &name, int pages, const QVariantMap &given,
+                          const Look &look)
     {
-        ShownView shown(u"Views/%1/%1View"_s.arg(name), properties);
+        ShownView shown(u"Views/%1/%1View"_s.arg(name), given);
         shown.engine.appearance()->setReducesMotion(true);
-        for (int number = 0; const auto &page : pages) {
-            for (auto change = page.begin(); change != page.end(); ++change)
-                shown.view->setProperty(change.key(), change.value());
+        for (int page = 0; page < pages; ++page) {
+            shown.view->setProperty(name == u"Settings" ? "selectedTab" : "currentScreen", page);
+            for (const char *part : {"appeared", "titleVisible", "bullet1Visible", "bullet2Visible",
+                                     "bullet3Visible", "buttonVisible", "headlineVisible",
+                                     "subtextVisible", "previewVisible", "button2Visible"})
+                shown.view->setProperty(part, true); // of the welcome
             QCoreApplication::processEvents();
             shown.window.grabWindow(); // lays out what has changed
-            look(*shown.view, name + u' ' + QString::number(number++));
+            look(*shown.view, name + u' ' + QString::number(page));
         }
     }
 };
