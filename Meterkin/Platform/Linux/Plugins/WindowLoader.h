@@ -22,8 +22,6 @@ public:
     WindowPlugin *plugin();
 
 private:
-    void noteProblem(const QString &problem);
-
     NotificationCentre &m_notifications;
     RestartOffer &m_restartOffer;
     WindowPlugin *m_plugin = nullptr; ///< never unloaded
