@@ -26,6 +26,7 @@ from window_case import WindowCase  # noqa: E402
 
 PORT = 8123
 BUILD = PROJECT / "build" / "update"
+UNPACKED = BUILD / "unpacked"       # a program that was not installed as a package
 USER = "meterkin-tester"
 OLD, NEW = "0.1.0", "0.2.0"
 REPOSITORY = Path("/srv/repository")
@@ -56,6 +57,7 @@ def do(*command, **options):
 def build_packages():
     for version in OLD, NEW:
         do(PROJECT / "scripts/package", "debian", version, BUILD)
+    do("dpkg-deb", "--extract", package(OLD), UNPACKED)
 
 
 def enter_container():
@@ -343,7 +345,7 @@ class TestUpdate(WindowCase):
         self.program_path = os.environ["METERKIN_PROGRAM"]
         self.start_checking()
         self.wait_to_show("not installed as a package")
-        self.stop()
+        self.stop(warning=r"meterkin\.updates: .*not installed as a package.*\n")
 
     def notification(self):
         found = [window for window in self.desktop.x.windows()
@@ -382,7 +384,7 @@ def main():
         print("skipped:", f"missing: {' '.join(missing)}" if missing else "needs to be root")
         return 0
     build_packages()
-    os.environ["METERKIN_PROGRAM"] = str(BUILD / "meterkin")
+    os.environ["METERKIN_PROGRAM"] = str(UNPACKED / "usr/bin/meterkin")
     return enter_container()
 
 
