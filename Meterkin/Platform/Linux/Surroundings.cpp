@@ -39,7 +39,8 @@ void useOwnSurroundings()
 {
     const std::optional<int> policy = currentPolicy();
     // A restarted program has inherited it.
-    isBatch = (policy == SCHED_OTHER || policy == SCHED_BATCH) && setPolicy(SCHED_BATCH);
+    isBatch =
+        policy && (*policy == SCHED_OTHER || *policy == SCHED_BATCH) && setPolicy(SCHED_BATCH);
     isWithoutGlib = !qEnvironmentVariableIsSet(WithoutGlib) && qputenv(WithoutGlib, "1");
     hasOwnSurfaces = !qEnvironmentVariableIsSet(OwnSurfaces) && qputenv(OwnSurfaces, "1");
 }
