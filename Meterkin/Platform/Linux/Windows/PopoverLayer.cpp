@@ -1,6 +1,7 @@
 #include "Platform/Linux/Windows/PopoverLayer.h"
 
 #include "Platform/Linux/Windows/PlasmaWorkArea.h"
+#include "Platform/Linux/Windows/Sway.h"
 
 #include <QGuiApplication>
 
@@ -96,7 +97,8 @@ void PopoverLayer::settle(const QRect &plasmaArea)
         m_item = m_seenItem = m_pointer;
     QRect item = m_item;
     if (!screen.contains(item)) {
-        const QRect area = available(QRect());
+        const QRect sway = swayFreeGeometry(*m_screen); // knows at which side its bar is
+        const QRect area = sway.isEmpty() ? available(QRect()) : sway;
         item = likelyItem(screen, area, area.center(), QRect());
     }
     m_layerArea = freePart(screen, m_free, item);

@@ -4,7 +4,7 @@
 
 class QScreen;
 
-/// The part of a screen that is free of sway's bars, in logical coordinates: its Xwayland does not
-/// tell it, its own socket does. Empty where the compositor is another one. Waits for the answer,
-/// but not for long.
+/// The part of a screen that is free of sway's bars, in logical coordinates: neither its Xwayland
+/// nor a layer surface is told where it is, its own socket tells it. Empty where the compositor is
+/// another one. Waits for the answer, but not for long.
 QRect swayFreeGeometry(const QScreen &screen);
