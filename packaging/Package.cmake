@@ -58,12 +58,11 @@ set(CPACK_RPM_PACKAGE_DESCRIPTION
     "Meterkin keeps an eye on three vitals of the machine. The one you choose stands as\ncoloured text in the panel; a click shows all of them with their last readings,\nand a notification tells when one turns red.")
 set(CPACK_RESOURCE_FILE_LICENSE ${CMAKE_SOURCE_DIR}/LICENSE)
 set(CPACK_PACKAGE_DIRECTORY ${CMAKE_BINARY_DIR}/package)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_SOURCE_GENERATOR TXZ)
-set(CPACK_SOURCE_IGNORE_FILES /build/ /\\\\.git/ __pycache__ \\\\.pyc$)
+set(CPACK_SOURCE_IGNORE_FILES /build/ /\\\\.git/ /\\\\.git$ __pycache__ \\\\.pyc$)
 set(CPACK_SOURCE_PACKAGE_FILE_NAME meterkin-${PROJECT_VERSION})
 
 # rpmbuild finds the libraries by itself.
