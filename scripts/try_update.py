@@ -327,7 +327,7 @@ class TestUpdate(WindowCase):
                     self.wait_to_show(installation)
                 self.picture(state)
                 self.assertEqual(self.installed(), OLD)
-                self.stop()
+                self.stop(warning=rf"meterkin\.updates: .*({check or installation}).*\n")
 
     def test_package_manager_crashes(self):
         ask_machine("slow")
@@ -339,7 +339,7 @@ class TestUpdate(WindowCase):
         ask_machine("crash")
         self.wait_to_show("ended before")
         self.picture("crash")
-        self.stop()
+        self.stop(warning=r"meterkin\.updates: .*ended before.*\n")
 
     def test_not_from_a_package(self):
         self.program_path = os.environ["METERKIN_PROGRAM"]
