@@ -14,7 +14,7 @@ sys.path.insert(0, str(PROJECT / "Tests" / "Smoke"))
 from test_disk_image import DiskImage  # noqa: E402
 from window_case import WindowCase  # noqa: E402
 
-ROOT = Path("/mnt/root")
+ROOT = Path("/mnt/bare")
 APPDIR = ROOT / "opt/Meterkin.AppDir"
 PROGRAMS = {"deb": ROOT / "usr/bin/meterkin", "appdir": APPDIR / "AppRun"}
 RECOMMENDED = "qt6-wayland"

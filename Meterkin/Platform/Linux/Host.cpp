@@ -1,9 +1,9 @@
 #include "Platform/Linux/Host.h"
 
-#include "Platform/Linux/DisplaySelection.h"
-#include "Platform/Linux/Exhaustion.h"
-#include "Platform/Linux/Memory.h"
-#include "Platform/Linux/Surroundings.h"
+#include "Platform/Linux/Display/Selection.h"
+#include "Platform/Linux/Process/Exhaustion.h"
+#include "Platform/Linux/Process/Memory.h"
+#include "Platform/Linux/Process/Surroundings.h"
 
 #include <QGuiApplication>
 #include <QSessionManager>

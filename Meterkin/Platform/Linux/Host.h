@@ -1,8 +1,8 @@
 #pragma once
 
 #include "Platform/Linux/Platform.h"
-#include "Platform/Linux/SingleInstance.h"
-#include "Platform/Linux/TerminationSignals.h"
+#include "Platform/Linux/Process/SingleInstance.h"
+#include "Platform/Linux/Process/TerminationSignals.h"
 #include "Platform/ProgramHost.h"
 
 /// The program in a Linux session: one instance for a user and display, ended by signals.

@@ -1,7 +1,7 @@
 #include "Platform/Linux/DiskImages/ProgramCopy.h"
 
 #include "Platform/Linux/DiskImages/OpenWithoutLinks.h"
-#include "Platform/Linux/ProgramLocation.h"
+#include "Platform/Linux/Process/ProgramLocation.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Hotkey/PortalRegistrar.h"
 
-#include "Platform/Linux/ActivationToken.h"
 #include "Platform/Linux/Bus/DesktopPortal.h"
+#include "Platform/Linux/Display/ActivationToken.h"
 #include "Platform/Linux/Hotkey/CombinationText.h"
 #include "Platform/Linux/Hotkey/PortalShortcut.h"
 #include "Platform/Log.h"

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Notifications/Server.h"
 
-#include "Platform/Linux/ActivationToken.h"
+#include "Platform/Linux/Display/ActivationToken.h"
 #include "Platform/Linux/Notifications/Image.h"
 #include "Platform/Log.h"
 

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Plugins/WindowLoader.h"
 
 #include "Platform/Linux/Plugins/Load.h"
-#include "Platform/Linux/ProgramLocation.h"
+#include "Platform/Linux/Process/ProgramLocation.h"
 #include "Platform/Linux/Updates/RestartOffer.h"
 #include "Platform/Linux/Windows/Plugin.h"
 #include "Platform/Log.h"

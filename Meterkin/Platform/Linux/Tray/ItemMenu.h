@@ -1,7 +1,7 @@
 #pragma once
 
+#include "Platform/Linux/Display/PopupWatch.h"
 #include "Platform/Linux/Plugins/LayerBackdrops.h"
-#include "Platform/Linux/PopupWatch.h"
 #include "Platform/Linux/Tray/MenuEntries.h"
 
 #include <QRasterWindow>

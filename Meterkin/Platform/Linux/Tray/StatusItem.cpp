@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/StatusItem.h"
 
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 #include "Platform/Linux/Tray/ItemMenu.h"
 #include "Platform/Log.h"
 

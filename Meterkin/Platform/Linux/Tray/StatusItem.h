@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/DesktopAppearance.h"
+#include "Platform/Linux/Display/DesktopAppearance.h"
 #include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemToolTip.h"
 #include "Platform/Linux/Tray/MissingPanelNotice.h"

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
 
-#include "Platform/Linux/ProgramLocation.h"
+#include "Platform/Linux/Process/ProgramLocation.h"
 #include "Platform/Log.h"
 
 #include <utility>

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Windows/LinkOpener.h"
 
-#include "Platform/Linux/Surroundings.h"
+#include "Platform/Linux/Process/Surroundings.h"
 #include "Platform/Log.h"
 
 #include <QDesktopServices>

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Windows/Panels.h"
 
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 #include "Platform/Linux/Windows/PopoverPlacement.h"
 #include "Platform/Linux/Windows/Sway.h"
 

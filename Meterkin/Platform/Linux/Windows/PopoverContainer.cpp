@@ -1,7 +1,7 @@
 #include "Platform/Linux/Windows/PopoverContainer.h"
 
-#include "Platform/Linux/ActivationToken.h"
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/ActivationToken.h"
+#include "Platform/Linux/Display/Server.h"
 #include "Platform/Linux/Windows/Panels.h"
 #include "Platform/Log.h"
 

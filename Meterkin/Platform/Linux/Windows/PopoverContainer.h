@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/PopupWatch.h"
+#include "Platform/Linux/Display/PopupWatch.h"
 #include "Platform/Linux/Windows/PopoverLayer.h"
 #include "Platform/Linux/Windows/PopoverWindow.h"
 #include "Platform/PopoverContainer.h"

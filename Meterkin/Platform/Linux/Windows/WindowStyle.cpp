@@ -1,6 +1,6 @@
 #include "Platform/Linux/Windows/WindowStyle.h"
 
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 
 #include <QEvent>
 #include <QGuiApplication>

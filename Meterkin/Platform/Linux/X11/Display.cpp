@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11Display.h"
+#include "Platform/Linux/Display/X11.h"
 
 #include <QGuiApplication>
 

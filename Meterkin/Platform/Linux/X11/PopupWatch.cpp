@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/PopupWatch.h"
 
-#include "Platform/Linux/DisplayServer.h"
-#include "Platform/Linux/ScreenCoordinates.h"
+#include "Platform/Linux/Display/ScreenCoordinates.h"
+#include "Platform/Linux/Display/Server.h"
 
 X11PopupWatch::X11PopupWatch(X11Connection &connection, QObject *parent)
     : PopupWatch(parent)

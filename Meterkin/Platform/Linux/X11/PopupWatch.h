@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/PopupWatch.h"
+#include "Platform/Linux/Display/PopupWatch.h"
 #include "Platform/Linux/X11/Focus.h"
 
 #include <QPointer>

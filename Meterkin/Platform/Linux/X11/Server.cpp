@@ -1,7 +1,7 @@
 #include "Platform/Linux/X11/Server.h"
 
+#include "Platform/Linux/Display/ScreenCoordinates.h"
 #include "Platform/Linux/Hotkey/X11/Registrar.h"
-#include "Platform/Linux/ScreenCoordinates.h"
 #include "Platform/Linux/Tray/Xembed/Icon.h"
 #include "Platform/Linux/X11/PopupWatch.h"
 #include "Platform/Linux/X11/WindowProperties.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 #include "Platform/Linux/X11/Selection.h"
 
 #include <QByteArrayView>

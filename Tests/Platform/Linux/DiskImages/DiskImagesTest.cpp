@@ -1,5 +1,5 @@
 #include "Platform/Linux/DiskImages.h"
-#include "Platform/Linux/ProgramLocation.h"
+#include "Platform/Linux/Process/ProgramLocation.h"
 #include "Support/Files.h"
 #include "Support/PrivateBus.h"
 #include "Support/ScriptedService.h"

@@ -1,5 +1,5 @@
 #include "Model/TierColors.h"
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 #include "Platform/Linux/Tray/FloatingStrip.h"
 #include "Platform/Linux/Tray/ItemMenu.h"
 #include "Platform/Linux/Tray/Title/Color.h"

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Updates/UpdateFramework.h"
 
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 #include "Platform/Linux/Windows/Dialogs/UpdateDialog.h"
 #include "Shell/ScriptedPlatform.h"
 #include "Support/PrivateBus.h"

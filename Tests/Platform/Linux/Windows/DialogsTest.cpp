@@ -1,5 +1,5 @@
 #include "Platform/DesktopAppearance.h"
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 #include "Platform/Linux/Updates/Session.h"
 #include "Platform/Linux/Windows/Dialogs/InformationAlert.h"
 #include "Platform/Linux/Windows/WindowStyle.h"

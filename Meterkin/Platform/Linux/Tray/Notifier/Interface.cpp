@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/Notifier/Interface.h"
 
-#include "Platform/Linux/ActivationToken.h"
+#include "Platform/Linux/Display/ActivationToken.h"
 
 #include <array>
 #include <utility>

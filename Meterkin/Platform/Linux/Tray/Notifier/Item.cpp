@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/Notifier/Item.h"
 
-#include "Platform/Linux/ScreenCoordinates.h"
+#include "Platform/Linux/Display/ScreenCoordinates.h"
 #include "Platform/Linux/Tray/Notifier/PlasmaPanel.h"
 #include "Platform/Linux/Tray/Title/Color.h"
 #include "Platform/Log.h"

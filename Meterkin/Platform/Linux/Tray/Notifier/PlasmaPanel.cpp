@@ -1,6 +1,6 @@
 #include "Platform/Linux/Tray/Notifier/PlasmaPanel.h"
 
-#include "Platform/Linux/DesktopAppearance.h"
+#include "Platform/Linux/Display/DesktopAppearance.h"
 #include "Platform/Linux/Storage/KeyValueLines.h"
 
 #include <QFile>

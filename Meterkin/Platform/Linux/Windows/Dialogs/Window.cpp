@@ -1,7 +1,7 @@
 #include "Platform/Linux/Windows/Dialogs/Window.h"
 
 #include "Platform/DesktopAppearance.h"
-#include "Platform/Linux/Memory.h"
+#include "Platform/Linux/Process/Memory.h"
 #include "Platform/WindowStyle.h"
 #include "Views/ApplicationIcon.h"
 #include "Views/ViewEngine.h"

@@ -1,7 +1,7 @@
-#include "Platform/Linux/DisplaySelection.h"
+#include "Platform/Linux/Display/Selection.h"
 
+#include "Platform/Linux/Display/X11.h"
 #include "Platform/Linux/Storage/Descriptor.h"
-#include "Platform/Linux/X11Display.h"
 #include "Platform/Log.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "Platform/Linux/TerminationSignals.h"
+#include "Platform/Linux/Process/TerminationSignals.h"
 
 #include <QSocketNotifier>
 

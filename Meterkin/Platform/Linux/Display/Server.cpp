@@ -1,7 +1,7 @@
-#include "Platform/Linux/DisplayServer.h"
+#include "Platform/Linux/Display/Server.h"
 
 #include "Platform/HotkeyRegistrar.h"
-#include "Platform/Linux/PopupWatch.h"
+#include "Platform/Linux/Display/PopupWatch.h"
 #include "Platform/Linux/Tray/Host.h"
 
 #include <QGuiApplication>

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Surroundings.h"
+#include "Platform/Linux/Process/Surroundings.h"
 
 #include <QByteArray>
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/ProgramLocation.h"
+#include "Platform/Linux/Process/ProgramLocation.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "Platform/Linux/DesktopAppearance.h"
+#include "Platform/Linux/Display/DesktopAppearance.h"
 #include "Support/PrivateBus.h"
 #include "Support/ScriptedService.h"
 #include "Support/TestMain.h"

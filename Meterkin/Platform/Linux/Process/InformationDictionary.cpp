@@ -1,4 +1,4 @@
-#include "Platform/Linux/InformationDictionary.h"
+#include "Platform/Linux/Process/InformationDictionary.h"
 
 QVariantMap informationDictionary()
 {

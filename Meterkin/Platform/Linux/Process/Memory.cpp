@@ -1,4 +1,4 @@
-#include "Platform/Linux/Memory.h"
+#include "Platform/Linux/Process/Memory.h"
 
 #include <QCoreApplication>
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/Process/SingleInstance.h"
 #include "Support/TestFolder.h"
 #include "Support/TestMain.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/DesktopAppearance.h"
+#include "Platform/Linux/Display/DesktopAppearance.h"
 
 #include "Platform/Linux/Bus/DesktopPortal.h"
 

@@ -1,4 +1,4 @@
-#include "Platform/Linux/ScreenCoordinates.h"
+#include "Platform/Linux/Display/ScreenCoordinates.h"
 
 #include <QGuiApplication>
 #include <QScreen>

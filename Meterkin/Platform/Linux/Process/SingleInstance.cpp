@@ -1,7 +1,7 @@
-#include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/Process/SingleInstance.h"
 
-#include "Platform/Linux/ProgramLocation.h"
-#include "Platform/Linux/X11Display.h"
+#include "Platform/Linux/Display/X11.h"
+#include "Platform/Linux/Process/ProgramLocation.h"
 #include "Platform/Log.h"
 #include "PluginIdentifier.h"
 

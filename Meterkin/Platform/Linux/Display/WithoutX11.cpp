@@ -1,5 +1,5 @@
-#include "Platform/Linux/DisplayServer.h"
-#include "Platform/Linux/X11Display.h"
+#include "Platform/Linux/Display/Server.h"
+#include "Platform/Linux/Display/X11.h"
 
 std::unique_ptr<DisplayServer> DisplayServer::make()
 {

@@ -1,7 +1,7 @@
-#include "Platform/Linux/ActivationToken.h"
+#include "Platform/Linux/Display/ActivationToken.h"
 
-#include "Platform/Linux/DisplayServer.h"
-#include "Platform/Linux/X11Display.h"
+#include "Platform/Linux/Display/Server.h"
+#include "Platform/Linux/Display/X11.h"
 
 #include <QByteArray>
 #include <QWindow>

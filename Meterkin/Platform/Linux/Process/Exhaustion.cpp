@@ -1,4 +1,4 @@
-#include "Platform/Linux/Exhaustion.h"
+#include "Platform/Linux/Process/Exhaustion.h"
 
 #include "Platform/Linux/Storage/Descriptor.h"
 
