@@ -32,7 +32,8 @@ install(FILES packaging/icons/org.meterkin.Meterkin.svg
     DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 # For panels and software centres that take no drawing. The smallest have one with fewer parts.
 find_program(RSVG_CONVERT rsvg-convert REQUIRED)
-foreach(size 16 22 24 32 48 64 128 256 512)
+set(icon_sizes 16 22 24 32 48 64 128 256 512)
+foreach(size IN LISTS icon_sizes)
     set(drawing ${CMAKE_SOURCE_DIR}/packaging/icons/org.meterkin.Meterkin.svg)
     if(size LESS 32)
         set(drawing ${CMAKE_SOURCE_DIR}/packaging/icons/small.svg)
@@ -85,7 +86,7 @@ foreach(folder applications metainfo icons icons/hicolor icons/hicolor/scalable 
         man man/man1 doc)
     list(APPEND CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION /usr/share/${folder})
 endforeach()
-foreach(size 16 22 24 32 48 64 128 256 512)
+foreach(size IN LISTS icon_sizes)
     list(APPEND CPACK_RPM_EXCLUDE_FROM_AUTO_FILELIST_ADDITION
         /usr/share/icons/hicolor/${size}x${size} /usr/share/icons/hicolor/${size}x${size}/apps)
 endforeach()
